@@ -1,0 +1,33 @@
+// The item file: a whole item database as text.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "items/item_record.h"
+#include "util/settings_text.h"
+
+namespace pv {
+
+struct LoadedItem {
+  ItemRecord item;
+  std::vector<VariableRecord> variables;
+};
+
+/// Reads the file front to back; nullopt when it announces no item. Missing lines give default
+/// records, so a key may come more than once: which items and variables their collections refuse is
+/// the caller's matter.
+///
+/// Counts that the file does not keep cannot exhaust memory: the first missing line takes the
+/// search to the end of the file, and behind it each further item has one default variable. So at
+/// most 32767 records each of items and of the item that met the end are defaults, and every other
+/// record has a line of its own.
+std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
+                                                      const TextCodec& codec);
+
+std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
+                            const TextCodec& codec, wchar_t decimal);
+
+}  // namespace pv

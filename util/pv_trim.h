@@ -1,0 +1,13 @@
+// The library's own way of trimming a text.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace pv {
+
+/// Keeps leading blanks (U+0020) and the first other character, drops every blank behind it: "  a b
+/// c " gives "  abc".
+std::wstring trimmed(std::wstring_view text);
+
+}  // namespace pv
