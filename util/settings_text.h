@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,6 +52,9 @@ class SettingsReader {
   std::wstring value(std::wstring_view section, std::wstring_view key, std::wstring_view fallback,
                      bool reset, bool search_section_first);
 
+  /// The second step alone: the next value of `key` in the file's order, or `fallback`.
+  std::wstring next_value(std::wstring_view key, std::wstring_view fallback);
+
   /// Bytes read so far.
   std::size_t offset() const { return offset_; }
 
@@ -71,6 +75,9 @@ class SettingsIndex {
 
   std::wstring value(std::wstring_view section, std::wstring_view key,
                      std::wstring_view fallback) const;
+
+  /// The same search without a fallback: nullopt when it finds nothing.
+  std::optional<std::wstring> find(std::wstring_view section, std::wstring_view key) const;
 
   /// Whether any line of the file begins with key "=".
   bool has_key(std::wstring_view key) const;
@@ -106,6 +113,9 @@ class SettingsWriter {
 
   void section(std::wstring_view name);
   void value(std::wstring_view key, std::wstring_view value);
+
+  /// The value "Count".
+  void count(std::size_t count);
 
   /// The opening section of a file: "Count", "Version" and "Date".
   void head(std::wstring_view name, std::size_t count, const FileStamp& stamp);

@@ -1,0 +1,247 @@
+#include "util/number_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace pv {
+namespace {
+
+constexpr int kSignificantDigits = 15;  // what the ordinary text of a double shows
+constexpr int kMostDecimals = 8;
+
+bool is_blank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\r' || c == L'\n'; }
+bool is_digit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+
+/// Walks over a text without seeing its blanks; NUL stands for the end.
+class Cursor {
+ public:
+  explicit Cursor(std::wstring_view text) : text_(text) { skip_blanks(); }
+
+  bool at_end() const { return position_ == text_.size(); }
+  wchar_t peek() const { return at_end() ? L'\0' : text_[position_]; }
+
+  bool take(wchar_t wanted) {
+    if (peek() != wanted) return false;
+    step();
+    return true;
+  }
+
+  void step() {
+    if (at_end()) return;
+    ++position_;
+    skip_blanks();
+  }
+
+ private:
+  void skip_blanks() {
+    while (!at_end() && is_blank(text_[position_])) ++position_;
+  }
+
+  std::wstring_view text_;
+  std::size_t position_ = 0;
+};
+
+/// A decimal number as read: sign, 0.digits, times ten to the exponent.
+struct Decimal {
+  bool negative = false;
+  bool found = false;  ///< there was at least one digit
+  std::string digits;  ///< without leading zeros; empty for zero
+  long long exponent = 0;
+  bool whole_text = false;  ///< nothing followed the number
+};
+
+/// Exponents beyond this are all the same: far outside the range of a double, however long the
+/// digits are.
+constexpr long long kHugeExponent = 1'000'000'000'000;
+
+/// Reads e, sign and digits; leaves the cursor where it was when it is no exponent.
+long long take_exponent(Cursor& cursor) {
+  Cursor ahead = cursor;
+  if (!ahead.take(L'e') && !ahead.take(L'E')) return 0;
+  const bool negative = ahead.take(L'-');
+  if (!negative) ahead.take(L'+');
+  if (!is_digit(ahead.peek())) return 0;
+  long long exponent = 0;
+  for (; is_digit(ahead.peek()); ahead.step()) {
+    exponent = std::min(exponent * 10 + (ahead.peek() - L'0'), kHugeExponent);
+  }
+  cursor = ahead;
+  return negative ? -exponent : exponent;
+}
+
+Decimal take_decimal(std::wstring_view text) {
+  Cursor cursor(text);
+  Decimal number;
+  number.negative = cursor.take(L'-');
+  if (!number.negative) cursor.take(L'+');
+  bool past_point = false;
+  for (;; cursor.step()) {
+    const wchar_t c = cursor.peek();
+    if (c == L'.' && !past_point) {
+      past_point = true;
+    } else if (is_digit(c)) {
+      number.found = true;
+      const bool leading_zero = c == L'0' && number.digits.empty();
+      if (!leading_zero) number.digits.push_back(static_cast<char>(c));
+      if (!past_point && !leading_zero) ++number.exponent;
+      if (past_point && leading_zero) --number.exponent;
+    } else {
+      break;
+    }
+  }
+  if (number.found) number.exponent += take_exponent(cursor);
+  number.whole_text = number.found && cursor.at_end();
+  return number;
+}
+
+/// Rounds to the nearest double; nullopt beyond its range, 0 below it.
+std::optional<double> value_of(const Decimal& number) {
+  if (number.digits.empty()) return 0.0;
+  if (number.exponent > std::numeric_limits<double>::max_exponent10 + 1) return std::nullopt;
+  if (number.exponent < std::numeric_limits<double>::min_exponent10 - 20) return 0.0;
+  const std::string text = "0." + number.digits + "e" + std::to_string(number.exponent);
+  double value = 0;
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool out_of_range = read.ec == std::errc::result_out_of_range || std::isinf(value);
+  if (out_of_range && number.exponent > 0) return std::nullopt;
+  if (out_of_range) return 0.0;
+  return number.negative ? -value : value;
+}
+
+std::wstring with_point(std::wstring_view text) {
+  std::wstring copy(text);
+  if (const auto comma = copy.find(L','); comma != std::wstring::npos) copy[comma] = L'.';
+  return copy;
+}
+
+std::wstring widened(std::string_view ascii) { return std::wstring(ascii.begin(), ascii.end()); }
+
+/// "INF", "-INF" or "NAN".
+std::wstring text_of_no_number(double value) {
+  if (std::isnan(value)) return L"NAN";
+  return value < 0 ? L"-INF" : L"INF";
+}
+
+template <class Float>
+std::wstring general(Float value, int digits, wchar_t decimal) {
+  if (!std::isfinite(value)) return text_of_no_number(value);
+  if (value == 0) return L"0";
+  std::array<char, 40> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::general, digits);
+  std::wstring text = widened({buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data())});
+  std::replace(text.begin(), text.end(), L'e', L'E');
+  std::replace(text.begin(), text.end(), L'.', decimal);
+  return text;
+}
+
+/// The 15 significant digits of a finite value, and the power of ten of the first one.
+struct Significant {
+  std::string digits;
+  int exponent = 0;
+};
+
+Significant significant_digits(double magnitude) {
+  std::array<char, 40> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                 std::chars_format::scientific, kSignificantDigits - 1);
+  const std::string_view text(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
+  const std::size_t e = text.find('e');
+  Significant result{std::string(text.substr(0, e)), 0};
+  result.digits.erase(1, 1);  // the point
+  const char* first = text.data() + e + 1;
+  if (*first == '+') ++first;
+  std::from_chars(first, text.data() + text.size(), result.exponent);
+  return result;
+}
+
+/// The digits of magnitude times ten to `decimals`, rounded half away from zero; "0" for zero.
+std::string scaled_digits(double magnitude, int decimals) {
+  const Significant number = significant_digits(magnitude);
+  const int kept = number.exponent + 1 + decimals;  // how many of the significant digits stay
+  if (kept < 0) return "0";
+  const auto keep = static_cast<std::size_t>(kept);
+  std::string digits = "0" + number.digits;  // the zero takes a carry
+  const bool up = keep < number.digits.size() && number.digits[keep] >= '5';
+  digits.resize(keep + 1, '0');
+  if (up) {
+    std::size_t i = keep;
+    for (; digits[i] == '9'; --i) digits[i] = '0';
+    ++digits[i];
+  }
+  digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
+  return digits;
+}
+
+}  // namespace
+
+std::optional<double> leading_number(std::wstring_view text) {
+  return value_of(take_decimal(text));
+}
+
+std::optional<double> whole_number_text(std::wstring_view text) {
+  const Decimal number = take_decimal(with_point(text));
+  return number.whole_text ? value_of(number) : std::nullopt;
+}
+
+std::wstring general_text(double value, wchar_t decimal) {
+  return general(value, kSignificantDigits, decimal);
+}
+
+std::wstring general_text(float value, wchar_t decimal) { return general(value, 7, decimal); }
+
+std::wstring fixed_text(double value, int decimals, wchar_t decimal) {
+  if (!std::isfinite(value)) return text_of_no_number(value);
+  decimals = std::clamp(decimals, 0, kMostDecimals);
+  std::string digits = scaled_digits(std::fabs(value), decimals);
+  const bool negative = value < 0 && digits != "0";
+  const auto after_point = static_cast<std::size_t>(decimals);
+  if (digits.size() <= after_point) digits.insert(0, after_point + 1 - digits.size(), '0');
+
+  std::wstring text = widened(digits);
+  if (decimals > 0) text.insert(text.size() - after_point, 1, decimal);
+  return negative ? L"-" + text : text;
+}
+
+std::wstring normalized_number(std::wstring_view text, wchar_t decimal) {
+  const std::optional<double> value = leading_number(with_point(text));
+  return value ? general_text(*value, decimal) : L"0";
+}
+
+double number_of(std::wstring_view text) {
+  // Through the text: the largest doubles have no 15-digit text that can be read back.
+  return leading_number(normalized_number(text, L'.')).value_or(0.0);
+}
+
+std::optional<float> single_of(double value) {
+  constexpr float kMax = std::numeric_limits<float>::max();
+  // Up to half a step above the largest float the nearest float is the largest one.
+  constexpr double kOverflow = 0x1.ffffffp127;
+  if (!(std::fabs(value) < kOverflow)) return std::nullopt;
+  return static_cast<float>(std::clamp<double>(value, -kMax, kMax));
+}
+
+std::optional<double> round_half_even(double value) {
+  if (!std::isfinite(value)) return std::nullopt;
+  const double magnitude = std::fabs(value);
+  double whole = std::floor(magnitude);
+  const double rest = magnitude - whole;  // exact
+  const bool odd = std::fmod(whole, 2.0) != 0;
+  if (rest > 0.5 || (rest == 0.5 && odd)) whole += 1;
+  return std::copysign(whole, value) + 0.0;  // + 0.0: no negative zero
+}
+
+std::wstring zero_padded(long value, int digits) {
+  std::wstring text = integer_text(value);
+  const std::size_t sign = value < 0 ? 1 : 0;
+  const std::size_t wanted = static_cast<std::size_t>(std::max(digits, 0)) + sign;
+  if (text.size() < wanted) text.insert(sign, wanted - text.size(), L'0');
+  return text;
+}
+
+std::wstring integer_text(long value) { return std::to_wstring(value); }
+
+}  // namespace pv
