@@ -22,6 +22,7 @@ double to_unit(double base, double slope, double offset) { return base * slope +
 
 double to_base(double unit, double slope, double offset) {
   const double difference = unit - offset;
+  // Asked beforehand, because a host may have the floating-point unit trap divisions by zero.
   if (slope == 0) return difference;
   const double base = difference / slope;
   return std::isfinite(base) ? base : difference;
