@@ -1,0 +1,63 @@
+# The DLL, built from the type library up, and the test programs that run under Wine.
+
+find_program(WIDL i686-w64-mingw32-widl REQUIRED)
+file(GLOB stdole_dirs /usr/lib/*/wine/i386-windows)
+find_file(STDOLE2_TLB stdole2.tlb PATHS ${stdole_dirs} NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+get_filename_component(stdole_dir ${STDOLE2_TLB} DIRECTORY)
+
+# Doubles are computed in 64 bits, as the contract has it, not in the wider registers of the x87.
+add_compile_options(-msse2 -mfpmath=sse)
+
+set(contract ${CMAKE_SOURCE_DIR}/typelib/pvItems32.idl)
+set(generated ${CMAKE_BINARY_DIR}/generated)
+set(widl_options -I${CMAKE_SOURCE_DIR}/typelib/shim -L${stdole_dir})
+file(MAKE_DIRECTORY ${generated})
+add_custom_command(
+  OUTPUT ${generated}/pvItems32.tlb ${generated}/pvItems32.h ${generated}/pvItems32_i.c
+  COMMAND ${WIDL} ${widl_options} -t -o ${generated}/pvItems32.tlb ${contract}
+  COMMAND ${WIDL} ${widl_options} -h -o ${generated}/pvItems32.h ${contract}
+  COMMAND ${WIDL} ${widl_options} -u -o ${generated}/pvItems32_i.c ${contract}
+  DEPENDS ${contract} typelib/shim/oaidl.idl typelib/shim/ocidl.idl typelib/shim/unknwn.idl
+  COMMENT "Compiling the type library")
+add_custom_target(contract DEPENDS ${generated}/pvItems32.tlb)
+
+add_library(pv_contract STATIC ${generated}/pvItems32_i.c)
+add_dependencies(pv_contract contract)
+target_include_directories(pv_contract SYSTEM PUBLIC ${generated})
+target_compile_definitions(pv_contract PUBLIC UNICODE _UNICODE _WIN32_WINNT=0x0601 WINVER=0x0601)
+target_link_libraries(pv_contract PUBLIC oleaut32 ole32 uuid)
+
+set(CMAKE_RC_FLAGS "-c 65001 -I ${CMAKE_SOURCE_DIR}/resources -I ${generated}")
+file(GLOB resource_scripts CONFIGURE_DEPENDS resources/*.rc dialogs/*.rc)
+set_source_files_properties(${resource_scripts} PROPERTIES OBJECT_DEPENDS
+  "${generated}/pvItems32.tlb;${CMAKE_SOURCE_DIR}/resources/version.h")
+
+file(GLOB platform_sources CONFIGURE_DEPENDS com/*.cpp platform/*.cpp dialogs/*.cpp module/*.cpp)
+list(REMOVE_ITEM platform_sources ${CMAKE_SOURCE_DIR}/com/automation_error.cpp
+  ${CMAKE_SOURCE_DIR}/com/key_fold.cpp)
+
+add_library(pvItems32 SHARED ${platform_sources} ${class_sources} ${resource_scripts}
+  module/pvItems32.def)
+set_target_properties(pvItems32 PROPERTIES PREFIX "")
+target_link_libraries(pvItems32 PRIVATE pv_options pv_plain pv_contract
+  comctl32 comdlg32 gdi32 shell32 version)
+target_compile_options(pvItems32 PRIVATE -fstack-protector-strong)
+target_link_options(pvItems32 PRIVATE -static -fstack-protector-strong -Wl,--kill-at
+  -Wl,--enable-stdcall-fixup)
+
+# A test program of the folder tests/<name>, run under Wine.
+function(add_windows_tests name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name}_tests ${sources})
+  target_link_libraries(${name}_tests PRIVATE pv_options pv_plain pv_contract gtest gdi32 user32)
+  target_link_options(${name}_tests PRIVATE -static)
+  add_dependencies(${name}_tests pvItems32)
+endfunction()
+
+add_windows_tests(abi)
+add_windows_tests(automation)
+add_windows_tests(dialogs)
+add_windows_tests(bench)

@@ -1,0 +1,112 @@
+#include "com/boundary.h"
+
+#include <new>
+#include <string_view>
+
+#include "com/variant.h"
+
+namespace pv {
+namespace {
+
+// "virtual HRESULT pv::CItems::get_Count(long int*)" becomes "Count".
+std::wstring member_name(const char* function) {
+  std::string_view name(function);
+  name = name.substr(0, name.find('('));
+  if (const auto colon = name.rfind(':'); colon != std::string_view::npos)
+    name.remove_prefix(colon + 1);
+  for (std::string_view prefix : {"get_", "putref_", "put_"}) {
+    if (name.starts_with(prefix)) {
+      name.remove_prefix(prefix.size());
+      break;
+    }
+  }
+  return std::wstring(name.begin(), name.end());
+}
+
+HRESULT report(const wchar_t* class_name, const char* function, HRESULT result,
+               const std::wstring& what) {
+  const std::wstring name(class_name);
+  const auto info =
+      make_error_info(L"pvItems32." + name, name + L"." + member_name(function) + L": " + what);
+  SetErrorInfo(0, info.get());
+  return result;
+}
+
+std::wstring system_text(HRESULT result) {
+  wchar_t text[256] = L"";
+  const DWORD length =
+      FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                     static_cast<DWORD>(result), 0, text, ARRAYSIZE(text), nullptr);
+  std::wstring_view trimmed(text, length);
+  while (!trimmed.empty() && (trimmed.back() == L'\n' || trimmed.back() == L'\r')) {
+    trimmed.remove_suffix(1);
+  }
+  return trimmed.empty() ? L"Automation error" : std::wstring(trimmed);
+}
+
+HRESULT report_failure(const wchar_t* class_name, const char* function,
+                       const com_failure& failure) {
+  if (!failure.info()) {
+    return report(class_name, function, failure.result(), system_text(failure.result()));
+  }
+  SetErrorInfo(0, failure.info().get());
+  return failure.result();
+}
+
+HRESULT report_error(const wchar_t* class_name, const char* function,
+                     const automation_error& error) {
+  std::wstring what = text_of(error.code());
+  if (!error.detail().empty()) what += L" (" + error.detail() + L")";
+  return report(class_name, function, hresult_of(error.code()), what);
+}
+
+HRESULT report_unguarded(const wchar_t* class_name, const char* function) {
+  try {
+    throw;
+  } catch (const automation_error& error) {
+    return report_error(class_name, function, error);
+  } catch (const com_failure& failure) {
+    return report_failure(class_name, function, failure);
+  } catch (const std::bad_alloc&) {
+    return hresult_of(ErrorCode::kOutOfMemory);
+  } catch (const std::exception& error) {
+    const std::string_view what(error.what());
+    return report(class_name, function, E_FAIL, std::wstring(what.begin(), what.end()));
+  }
+}
+
+}  // namespace
+
+void check(HRESULT result) {
+  if (SUCCEEDED(result)) return;
+  if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+  Ref<IErrorInfo> info;
+  GetErrorInfo(0, info.receive());
+  throw com_failure(result, info);
+}
+
+Ref<IErrorInfo> make_error_info(const std::wstring& source, const std::wstring& description) {
+  Ref<ICreateErrorInfo> creator;
+  if (FAILED(CreateErrorInfo(creator.receive()))) return {};
+  creator->SetSource(const_cast<wchar_t*>(source.c_str()));
+  creator->SetDescription(const_cast<wchar_t*>(description.c_str()));
+  return query<IErrorInfo>(creator.get());
+}
+
+HRESULT report_current_exception(const wchar_t* class_name, const char* function) noexcept {
+  try {
+    return report_unguarded(class_name, function);
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+HRESULT report_null_pointer(const wchar_t* class_name, const char* function) noexcept {
+  try {
+    return report(class_name, function, E_POINTER, L"a pointer for a result is null");
+  } catch (...) {
+    return E_POINTER;
+  }
+}
+
+}  // namespace pv

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <exception>
+#include <source_location>
+#include <string>
+
+#include "com/automation.h"
+#include "com/automation_error.h"
+#include "com/ref.h"
+
+namespace pv {
+
+/// A failed call on another object, with the error information that came with it. It passes the
+/// boundary unchanged.
+class com_failure : public std::exception {
+ public:
+  explicit com_failure(HRESULT result, Ref<IErrorInfo> info = {}) : result_(result), info_(info) {}
+  HRESULT result() const { return result_; }
+  const Ref<IErrorInfo>& info() const { return info_; }
+  const char* what() const noexcept override { return "COM call failed"; }
+
+ private:
+  HRESULT result_;
+  Ref<IErrorInfo> info_;
+};
+
+/// Throws for a failure HRESULT; the error information of the thread goes along.
+void check(HRESULT result);
+
+/// Error information as automation clients read it.
+Ref<IErrorInfo> make_error_info(const std::wstring& source, const std::wstring& description);
+
+/// Turns the exception that is being handled into an HRESULT and the thread's error information.
+/// `class_name` and `function` say which member failed. This is the only such place.
+HRESULT report_current_exception(const wchar_t* class_name, const char* function) noexcept;
+
+/// Reports a null out-pointer.
+HRESULT report_null_pointer(const wchar_t* class_name, const char* function) noexcept;
+
+/// Runs the body of an automation method: no exception leaves it, and the error information of an
+/// earlier call is cleared on entry.
+template <class Body>
+HRESULT guarded(const wchar_t* class_name, const char* function, Body&& body) noexcept {
+  SetErrorInfo(0, nullptr);
+  try {
+    body();
+    return S_OK;
+  } catch (...) {
+    return report_current_exception(class_name, function);
+  }
+}
+
+/// Runs a step whose run-time errors are ignored; tells whether it worked. Running out of memory
+/// is ignored like any other error, so nothing half-done may be left behind by a step.
+template <class Step>
+bool attempt(Step&& step) noexcept {
+  try {
+    step();
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+}  // namespace pv

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <vector>
+
+#include "com/enumerator.h"
+#include "com/index_key.h"
+#include "com/keyed_list.h"
+#include "com/object.h"
+
+namespace pv {
+
+/// What `Item` does when nothing is found.
+enum class Missing { kRaises, kIsNothing };
+
+/// The members that every collection class has, over a keyed list of its member objects.
+template <class Derived, class Interface, class Coclass, class Element, class ElementInterface,
+          Missing kMissing>
+class Collection : public Dual<Derived, Interface, Coclass> {
+ public:
+  using List = KeyedList<Ref<Element>>;
+
+  STDMETHODIMP get_Item(VARIANT index, ElementInterface** result) noexcept override {
+    return this->returning(result, [&] {
+      if constexpr (kMissing == Missing::kRaises) {
+        return at(index);
+      } else {
+        Ref<Element> found;
+        attempt([&] { found = at(index); });
+        return found;
+      }
+    });
+  }
+  STDMETHODIMP get_Count(long* result) noexcept override {
+    return this->returning(result, [&] { return list_.size(); });
+  }
+  STDMETHODIMP Remove(VARIANT index) noexcept override {
+    return this->doing([&] { remove(index); });
+  }
+  STDMETHODIMP Clear() noexcept override {
+    return this->doing([&] { list_.clear(); });
+  }
+  STDMETHODIMP get_NewEnum(IUnknown** result) noexcept override {
+    return this->returning(result, [&] { return make_enumerator(snapshot()); });
+  }
+
+  const List& list() const { return list_; }
+  List& list() { return list_; }
+
+  /// The member that a client's index or key names; errors of the keyed list.
+  const Ref<Element>& at(const VARIANT& index) const {
+    return std::visit([&](const auto& key) -> const Ref<Element>& { return list_.at(key); },
+                      index_key_of(index));
+  }
+
+  void remove(const VARIANT& index) {
+    std::visit([&](const auto& key) { list_.remove(key); }, index_key_of(index));
+  }
+
+ protected:
+  std::vector<Ref<IDispatch>> snapshot() const {
+    std::vector<Ref<IDispatch>> objects;
+    objects.reserve(static_cast<std::size_t>(list_.size()));
+    for (const Ref<Element>& element : list_) objects.emplace_back(element);
+    return objects;
+  }
+
+  List list_;
+};
+
+/// Replaces the member at `position` by `replacement` under another key, as renaming a keyed
+/// member goes: a key that is taken loses the old member and fails. A bad position changes nothing.
+template <class Element>
+void replace_member(KeyedList<Ref<Element>>& list, long position, const Ref<Element>& replacement,
+                    std::wstring_view key) {
+  list.remove(position);
+  if (position <= list.size()) {
+    list.insert(position, replacement, key);
+  } else {
+    list.append(replacement, key);
+  }
+}
+
+}  // namespace pv

@@ -1,0 +1,156 @@
+#include "com/event_source.h"
+
+#include <algorithm>
+#include <atomic>
+
+namespace pv {
+namespace {
+
+// The two connection enumerators differ only in what they hand out.
+template <class Interface, class Element>
+class ConnectionEnumerator final : public Interface {
+ public:
+  explicit ConnectionEnumerator(std::vector<Element> elements, std::size_t next = 0)
+      : elements_(std::move(elements)), next_(next) {
+    add_living_object();
+    for (const Element& element : elements_) object_of(element)->AddRef();
+  }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    if (!object) return E_POINTER;
+    *object = nullptr;
+    if (iid != IID_IUnknown && iid != __uuidof(Interface)) return E_NOINTERFACE;
+    *object = static_cast<Interface*>(this);
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
+  STDMETHODIMP_(ULONG) Release() override {
+    const long left = --references_;
+    if (left == 0) delete this;
+    return static_cast<ULONG>(left);
+  }
+
+  STDMETHODIMP Next(ULONG count, Element* elements, ULONG* fetched) override {
+    if (fetched) *fetched = 0;
+    if (!elements || (!fetched && count != 1)) return E_POINTER;
+    ULONG given = 0;
+    for (; given < count && next_ < elements_.size(); ++given, ++next_) {
+      elements[given] = elements_[next_];
+      object_of(elements[given])->AddRef();
+    }
+    if (fetched) *fetched = given;
+    return given == count ? S_OK : S_FALSE;
+  }
+  STDMETHODIMP Skip(ULONG count) override {
+    const auto skipped = std::min<std::size_t>(count, elements_.size() - next_);
+    next_ += skipped;
+    return skipped == count ? S_OK : S_FALSE;
+  }
+  STDMETHODIMP Reset() override {
+    next_ = 0;
+    return S_OK;
+  }
+  STDMETHODIMP Clone(Interface** copy) override {
+    if (!copy) return E_POINTER;
+    *copy = nullptr;
+    return guarded(L"ConnectionEnumerator", "Clone",
+                   [&] { *copy = make<ConnectionEnumerator>(elements_, next_).detach(); });
+  }
+
+ private:
+  ~ConnectionEnumerator() {
+    for (const Element& element : elements_) object_of(element)->Release();
+    remove_living_object();
+  }
+
+  static IUnknown* object_of(IConnectionPoint* point) { return point; }
+  static IUnknown* object_of(const CONNECTDATA& connection) { return connection.pUnk; }
+
+  std::vector<Element> elements_;
+  std::size_t next_;
+  std::atomic<long> references_{0};
+};
+
+using PointEnumerator = ConnectionEnumerator<IEnumConnectionPoints, IConnectionPoint*>;
+using SinkEnumerator = ConnectionEnumerator<IEnumConnections, CONNECTDATA>;
+
+}  // namespace
+
+STDMETHODIMP ConnectionPoint::QueryInterface(REFIID iid, void** object) {
+  if (!object) return E_POINTER;
+  *object = nullptr;
+  if (iid != IID_IUnknown && iid != IID_IConnectionPoint) return E_NOINTERFACE;
+  *object = static_cast<IConnectionPoint*>(this);
+  AddRef();
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* iid) {
+  if (!iid) return E_POINTER;
+  *iid = events_;
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
+  if (!container) return E_POINTER;
+  *container = Ref<IConnectionPointContainer>(&owner_).detach();
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
+  if (!sink || !cookie) return E_POINTER;
+  *cookie = 0;
+  // A listener offers the event interface itself, or just automation.
+  Ref<IDispatch> listener;
+  sink->QueryInterface(events_, reinterpret_cast<void**>(listener.receive()));
+  if (!listener) listener = query<IDispatch>(sink);
+  if (!listener) return CONNECT_E_CANNOTCONNECT;
+  return guarded(L"ConnectionPoint", "Advise", [&] {
+    connections_.push_back({next_cookie_, listener});
+    *cookie = next_cookie_++;
+  });
+}
+
+STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
+  const auto found = std::find_if(connections_.begin(), connections_.end(),
+                                  [&](const Connection& c) { return c.cookie == cookie; });
+  if (found == connections_.end()) return CONNECT_E_NOCONNECTION;
+  const Connection doomed = std::move(*found);
+  connections_.erase(found);
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
+  if (!connections) return E_POINTER;
+  *connections = nullptr;
+  return guarded(L"ConnectionPoint", "EnumConnections", [&] {
+    std::vector<CONNECTDATA> data;
+    for (const Connection& connection : connections_) {
+      data.push_back({connection.sink.get(), connection.cookie});
+    }
+    *connections = make<SinkEnumerator>(std::move(data)).detach();
+  });
+}
+
+void ConnectionPoint::fire(DISPID id, std::span<VARIANT> arguments) {
+  if (connections_.empty()) return;
+  std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
+  DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+  const std::vector<Connection> listeners = connections_;
+  for (const Connection& listener : listeners) {
+    Variant ignored;
+    EXCEPINFO exception{};
+    listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &ignored,
+                          &exception, nullptr);
+    SysFreeString(exception.bstrSource);
+    SysFreeString(exception.bstrDescription);
+    SysFreeString(exception.bstrHelpFile);
+  }
+}
+
+Ref<IEnumConnectionPoints> make_point_enumerator(Ref<IConnectionPoint> point) {
+  return make<PointEnumerator>(std::vector<IConnectionPoint*>{point.get()});
+}
+
+}  // namespace pv

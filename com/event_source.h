@@ -1,0 +1,96 @@
+#pragma once
+
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "com/automation.h"
+#include "com/object.h"
+
+namespace pv {
+
+/// The connection point of one event interface: keeps the listeners and calls them in order, on a
+/// copy of the list, so that a listener may connect or disconnect anyone while it is called.
+class ConnectionPoint final : public IConnectionPoint {
+ public:
+  /// `owner` is the object whose events these are; the point lives and dies with it.
+  ConnectionPoint(IConnectionPointContainer& owner, REFIID events)
+      : owner_(owner), events_(events) {}
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+  STDMETHODIMP_(ULONG) AddRef() override { return owner_.AddRef(); }
+  STDMETHODIMP_(ULONG) Release() override { return owner_.Release(); }
+
+  STDMETHODIMP GetConnectionInterface(IID* iid) override;
+  STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override;
+  STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override;
+  STDMETHODIMP Unadvise(DWORD cookie) override;
+  STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
+
+  /// Calls every listener's event `id`. Arguments stand in the order of the event's parameters;
+  /// by-reference ones are changed in place. What a listener answers does not matter.
+  void fire(DISPID id, std::span<VARIANT> arguments = {});
+
+ private:
+  struct Connection {
+    DWORD cookie;
+    Ref<IDispatch> sink;
+  };
+
+  IConnectionPointContainer& owner_;
+  IID events_;
+  std::vector<Connection> connections_;
+  DWORD next_cookie_ = 1;
+};
+
+/// The automation base of a class that raises events.
+template <class Derived, class Interface, class Coclass, class Events, class Base>
+class EventSource : public Base, public IConnectionPointContainer {
+ public:
+  static const IID* source_interface() { return &__uuidof(Events); }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    return Base::QueryInterface(iid, object);
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return Base::AddRef(); }
+  STDMETHODIMP_(ULONG) Release() override { return Base::Release(); }
+
+  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;
+  STDMETHODIMP FindConnectionPoint(REFIID iid, IConnectionPoint** point) override {
+    if (!point) return E_POINTER;
+    *point = nullptr;
+    if (iid != __uuidof(Events)) return CONNECT_E_NOCONNECTION;
+    *point = Ref<IConnectionPoint>(&events_).detach();
+    return S_OK;
+  }
+
+  void* find_interface(REFIID iid) {
+    if (iid == IID_IConnectionPointContainer) return static_cast<IConnectionPointContainer*>(this);
+    return Base::find_interface(iid);
+  }
+
+ protected:
+  template <class... A>
+  void fire(DISPID id, A... arguments) {
+    const Ref<IUnknown> alive(static_cast<Interface*>(this));
+    VARIANT given[sizeof...(A) + 1] = {arguments...};
+    events_.fire(id, {given, sizeof...(A)});
+  }
+
+ private:
+  ConnectionPoint events_{*this, __uuidof(Events)};
+};
+
+/// Enumerators that hosts may ask for.
+Ref<IEnumConnectionPoints> make_point_enumerator(Ref<IConnectionPoint> point);
+
+template <class Derived, class Interface, class Coclass, class Events, class Base>
+STDMETHODIMP EventSource<Derived, Interface, Coclass, Events, Base>::EnumConnectionPoints(
+    IEnumConnectionPoints** points) {
+  if (!points) return E_POINTER;
+  *points = nullptr;
+  return guarded(Derived::kClassName, "EnumConnectionPoints",
+                 [&] { *points = make_point_enumerator(&events_).detach(); });
+}
+
+}  // namespace pv

@@ -1,0 +1,37 @@
+#include "com/index_key.h"
+
+#include "com/automation_error.h"
+
+namespace pv {
+
+IndexKey index_key_of(const VARIANT& value) {
+  const Variant plain = dereferenced(value);
+  switch (plain.vt) {
+    case VT_I2:
+      return static_cast<long>(plain.iVal);
+    case VT_I4:
+      return plain.lVal;
+    case VT_BSTR:
+      return std::wstring(view_of(plain.bstrVal));
+    case VT_I1:
+    case VT_UI1:
+    case VT_UI2:
+    case VT_UI4:
+    case VT_I8:
+    case VT_UI8:
+    case VT_INT:
+    case VT_UINT:
+    case VT_R4:
+    case VT_R8:
+    case VT_CY:
+    case VT_DECIMAL:
+    case VT_BOOL:
+      return long_of(plain);
+    case VT_NULL:
+      throw automation_error(ErrorCode::kInvalidNull, L"index or key");
+    default:
+      throw automation_error(ErrorCode::kTypeMismatch, L"index or key");
+  }
+}
+
+}  // namespace pv

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "com/variant.h"
+
+namespace pv {
+
+/// How a client names a member of a collection: a number of any type is a 1-based position, text
+/// is always a key, even numeric text.
+using IndexKey = std::variant<long, std::wstring>;
+
+/// Errors: kTypeMismatch for a value that is neither, kInvalidNull for Null.
+IndexKey index_key_of(const VARIANT& value);
+
+}  // namespace pv

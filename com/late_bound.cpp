@@ -1,0 +1,219 @@
+#include "com/late_bound.h"
+
+#include <dispex.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "com/boundary.h"
+
+namespace pv {
+namespace {
+
+VARIANT reference_to(VARTYPE type, void* variable) {
+  VARIANT reference;
+  VariantInit(&reference);
+  reference.vt = static_cast<VARTYPE>(VT_BYREF | type);
+  reference.byref = variable;
+  return reference;
+}
+
+// The arguments of one call, in the reversed order of the dispatch interface. For script objects
+// typed references become references to values, and changes are carried back afterwards.
+class CallArguments {
+ public:
+  CallArguments(std::span<const VARIANT> arguments, bool for_script)
+      : given_(arguments.rbegin(), arguments.rend()), passed_(given_) {
+    if (!for_script) return;
+    values_.resize(given_.size());
+    for (std::size_t i = 0; i < given_.size(); ++i) {
+      if (!(given_[i].vt & VT_BYREF)) continue;
+      values_[i] = dereferenced(given_[i]);
+      passed_[i] = reference_to(VT_VARIANT, &values_[i]);
+    }
+  }
+
+  std::vector<VARIANT>& passed() { return passed_; }
+
+  void carry_back() {
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+      if (given_[i].vt & VT_BYREF) store(given_[i], values_[i]);
+    }
+  }
+
+ private:
+  static void store(const VARIANT& reference, Variant& value) {
+    const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
+    Variant typed = converted(value, type);
+    switch (type) {
+      case VT_I2:
+        *reference.piVal = typed.iVal;
+        break;
+      case VT_BOOL:
+        *reference.pboolVal = typed.boolVal;
+        break;
+      case VT_BSTR:
+        std::swap(*reference.pbstrVal, typed.bstrVal);
+        break;
+      case VT_DISPATCH:
+        std::swap(*reference.ppdispVal, typed.pdispVal);
+        break;
+      default:
+        throw automation_error(ErrorCode::kTypeMismatch);
+    }
+  }
+
+  std::vector<VARIANT> given_;
+  std::vector<VARIANT> passed_;
+  std::vector<Variant> values_;
+};
+
+std::wstring take_text(BSTR& text) {
+  std::wstring copy(view_of(text));
+  SysFreeString(std::exchange(text, nullptr));
+  return copy;
+}
+
+[[noreturn]] void raise(EXCEPINFO& exception) {
+  if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
+  const std::wstring source = take_text(exception.bstrSource);
+  const std::wstring description = take_text(exception.bstrDescription);
+  SysFreeString(exception.bstrHelpFile);
+  const HRESULT code =
+      exception.scode ? exception.scode : static_cast<HRESULT>(0x800A0000u + exception.wCode);
+  const bool explained = !source.empty() || !description.empty();
+  throw com_failure(code, explained ? make_error_info(source, description) : Ref<IErrorInfo>());
+}
+
+}  // namespace
+
+LateBound::LateBound(Ref<IDispatch> object)
+    : object_(std::move(object)), script_(query<IDispatchEx>(object_.get())) {}
+
+DISPID LateBound::find(std::wstring_view member) const {
+  std::wstring name(member);
+  LPOLESTR names[] = {name.data()};
+  DISPID id = DISPID_UNKNOWN;
+  if (SUCCEEDED(object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return id;
+  // Objects of script engines may know their members only through the extended interface.
+  if (const auto extended = query<IDispatchEx>(object_.get())) {
+    const Bstr text(member);
+    if (SUCCEEDED(extended->GetDispID(text, fdexNameCaseInsensitive, &id))) return id;
+  }
+  return DISPID_UNKNOWN;
+}
+
+DISPID LateBound::id_of(std::wstring_view member) const {
+  if (!object_) throw automation_error(ErrorCode::kObjectNotSet, std::wstring(member));
+  if (const auto known = ids_.find(member); known != ids_.end()) return known->second;
+  const DISPID id = find(member);
+  if (id == DISPID_UNKNOWN) {
+    throw com_failure(
+        DISP_E_UNKNOWNNAME,
+        make_error_info(L"pvItems32", L"The object has no member " + std::wstring(member)));
+  }
+  return ids_.emplace(member, id).first->second;
+}
+
+bool LateBound::has(std::wstring_view member) const {
+  return object_ && find(member) != DISPID_UNKNOWN;
+}
+
+HRESULT LateBound::try_invoke(DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT& result,
+                              EXCEPINFO& exception) const {
+  UINT argument_error = 0;
+  return object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &result, &exception,
+                         &argument_error);
+}
+
+Variant LateBound::invoke(std::wstring_view member, WORD flags,
+                          std::span<const VARIANT> arguments) const {
+  const DISPID id = id_of(member);
+  const Ref<IDispatch> alive = object_;
+  CallArguments call(arguments, static_cast<bool>(script_));
+  const bool is_put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+  DISPID new_value = DISPID_PROPERTYPUT;
+  DISPPARAMS parameters{call.passed().data(), is_put ? &new_value : nullptr,
+                        static_cast<UINT>(call.passed().size()), is_put ? 1u : 0u};
+  Variant result;
+  EXCEPINFO exception{};
+  HRESULT called = try_invoke(id, flags, parameters, result, exception);
+  if (called == DISP_E_MEMBERNOTFOUND &&
+      flags == (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) {
+    called = try_invoke(id, DISPATCH_PROPERTYPUT, parameters, result, exception);
+  }
+  if (called == DISP_E_EXCEPTION) raise(exception);
+  check(called);
+  call.carry_back();
+  return result;
+}
+
+Variant LateBound::get(std::wstring_view property, std::initializer_list<VARIANT> arguments) const {
+  return invoke(property, DISPATCH_PROPERTYGET, {arguments.begin(), arguments.size()});
+}
+
+void LateBound::put(std::wstring_view property, const VARIANT& value) const {
+  invoke(property, DISPATCH_PROPERTYPUT, {&value, 1});
+}
+
+void LateBound::set(std::wstring_view property, IDispatch* object) const {
+  const VARIANT argument = pv::value(object);
+  invoke(property, DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF, {&argument, 1});
+}
+
+Variant LateBound::call(std::wstring_view method, std::initializer_list<VARIANT> arguments) const {
+  return invoke(method, DISPATCH_METHOD, {arguments.begin(), arguments.size()});
+}
+
+LateBound LateBound::get_object(std::wstring_view property) const {
+  const Variant value = get(property);
+  const bool is_nothing = (value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN) && !value.punkVal;
+  if (is_nothing || value.vt == VT_EMPTY) return {};
+  return LateBound(object_of(value));
+}
+
+VARIANT ref(short& value) { return reference_to(VT_I2, &value); }
+VARIANT ref_boolean(VARIANT_BOOL& value) { return reference_to(VT_BOOL, &value); }
+VARIANT ref(BSTR& value) { return reference_to(VT_BSTR, &value); }
+VARIANT ref(IDispatch*& value) { return reference_to(VT_DISPATCH, &value); }
+
+namespace {
+VARIANT plain(VARTYPE type) {
+  VARIANT value;
+  VariantInit(&value);
+  value.vt = type;
+  return value;
+}
+}  // namespace
+
+VARIANT value(short number) {
+  VARIANT argument = plain(VT_I2);
+  argument.iVal = number;
+  return argument;
+}
+
+VARIANT value(long number) {
+  VARIANT argument = plain(VT_I4);
+  argument.lVal = number;
+  return argument;
+}
+
+VARIANT value(bool flag) {
+  VARIANT argument = plain(VT_BOOL);
+  argument.boolVal = flag ? VARIANT_TRUE : VARIANT_FALSE;
+  return argument;
+}
+
+VARIANT value(BSTR text) {
+  VARIANT argument = plain(VT_BSTR);
+  argument.bstrVal = text;
+  return argument;
+}
+
+VARIANT value(IDispatch* object) {
+  VARIANT argument = plain(VT_DISPATCH);
+  argument.pdispVal = object;
+  return argument;
+}
+
+}  // namespace pv

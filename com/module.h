@@ -1,0 +1,51 @@
+#pragma once
+
+#include <new>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "com/automation.h"
+#include "com/ref.h"
+
+namespace pv {
+
+/// One creatable class: how the class factory and the registration know it.
+struct ClassEntry {
+  const CLSID* clsid;
+  const wchar_t* name;  // "CItems"; the ProgID is "pvItems32.CItems"
+  HRESULT (*create)(REFIID iid, void** object);
+};
+
+/// All creatable classes of the library.
+std::span<const ClassEntry> class_table();
+
+/// The DLL itself.
+HINSTANCE module_instance();
+std::wstring module_path();
+
+/// Objects and locks that keep the DLL loaded.
+long living_objects();
+void add_living_object();
+void remove_living_object();
+
+/// Creates an object of one of our classes.
+template <class T, class... A>
+Ref<T> make(A&&... arguments) {
+  return Ref<T>(new T(std::forward<A>(arguments)...));
+}
+
+/// Creates a class by its identifier, as a client would: subsystems reach upward this way only.
+template <class I>
+Ref<I> create_class(REFCLSID clsid) {
+  Ref<I> object;
+  for (const ClassEntry& entry : class_table()) {
+    if (*entry.clsid == clsid)
+      entry.create(__uuidof(I), reinterpret_cast<void**>(object.receive()));
+  }
+  return object;
+}
+
+HRESULT get_class_object(REFCLSID clsid, REFIID iid, void** object) noexcept;
+
+}  // namespace pv

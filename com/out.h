@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <type_traits>
+
+#include "com/variant.h"
+
+// How C++ values leave and enter automation methods. Results are cleared first and set only when
+// everything worked; the caller owns what it receives.
+namespace pv {
+
+template <class T>
+requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void clear_out(T* out) { *out = T{}; }
+template <class I>
+requires std::is_base_of_v<IUnknown, I>
+void clear_out(I** out) { *out = nullptr; }
+inline void clear_out(BSTR* out) { *out = nullptr; }
+inline void clear_out(VARIANT* out) { VariantInit(out); }
+
+template <class T, class V>
+requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void set_out(T* out, V value) {
+  if constexpr (std::is_same_v<V, bool>) {
+    *out = value ? VARIANT_TRUE : VARIANT_FALSE;
+  } else {
+    *out = static_cast<T>(value);
+  }
+}
+inline void set_out(BSTR* out, std::wstring_view value) { *out = Bstr(value).detach(); }
+inline void set_out(VARIANT* out, Variant value) { *out = value.detach(); }
+template <class I, class T>
+void set_out(I** out, Ref<T> value) {
+  *out = value.detach();
+}
+
+// A stored field takes over what a client sets.
+inline void set_field(std::wstring& field, BSTR value) { field = view_of(value); }
+inline void set_field(bool& field, VARIANT_BOOL value) { field = value != VARIANT_FALSE; }
+inline void set_field(Variant& field, const VARIANT& value) { field = dereferenced(value); }
+template <class I, class T>
+void set_field(Ref<I>& field, T* value) {
+  field = value;
+}
+template <class T, class V>
+requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void set_field(T& field, V value) {
+  field = static_cast<T>(value);
+}
+
+}  // namespace pv

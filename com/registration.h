@@ -1,0 +1,14 @@
+#pragma once
+
+#include "com/automation.h"
+
+namespace pv {
+
+/// Where classes are registered: for every user of the machine, or for the current user.
+enum class Registration { kMachine, kUser };
+
+/// Both are complete or fail with the first error; unregistering what is not there succeeds.
+HRESULT register_classes(Registration scope) noexcept;
+HRESULT unregister_classes(Registration scope) noexcept;
+
+}  // namespace pv

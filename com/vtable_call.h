@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <utility>
+
+#include "com/automation.h"
+
+namespace pv {
+
+/// The words that a call pushes: every argument takes one, two or four 32-bit words.
+class CallWords {
+ public:
+  static constexpr std::size_t kMost = 40;
+
+  void push(std::uint32_t word) { words_[count_++] = word; }
+  void push(const void* pointer) { push(reinterpret_cast<std::uintptr_t>(pointer)); }
+  bool has_room_for(std::size_t words) const { return count_ + words <= kMost; }
+
+  std::size_t count() const { return count_; }
+  std::uint32_t operator[](std::size_t at) const { return words_[at]; }
+
+ private:
+  std::array<std::uint32_t, kMost> words_;
+  std::size_t count_ = 0;
+};
+
+namespace detail {
+
+static_assert(sizeof(void*) == sizeof(std::uint32_t), "arguments are 32-bit words");
+
+template <std::size_t>
+using Word = std::uint32_t;
+
+template <std::size_t... I>
+HRESULT call_with(const void* function, const CallWords& words, std::index_sequence<I...>) {
+  using Function = HRESULT(STDMETHODCALLTYPE*)(Word<I>...);
+  return reinterpret_cast<Function>(reinterpret_cast<std::uintptr_t>(function))(words[I]...);
+}
+
+template <std::size_t N>
+HRESULT call_with_count(const void* function, const CallWords& words) {
+  return call_with(function, words, std::make_index_sequence<N>());
+}
+
+using Caller = HRESULT (*)(const void*, const CallWords&);
+
+template <std::size_t... N>
+constexpr std::array<Caller, sizeof...(N)> make_callers(std::index_sequence<N...>) {
+  return {&call_with_count<N>...};
+}
+
+inline constexpr auto kCallers = make_callers(std::make_index_sequence<CallWords::kMost + 1>());
+
+}  // namespace detail
+
+/// Calls a method of a COM object by its place in the vtable. The words hold the object first.
+inline HRESULT call_vtable(void* object, std::size_t slot, const CallWords& words) {
+  const void* const* vtable = *static_cast<const void* const* const*>(object);
+  return detail::kCallers[words.count()](vtable[slot], words);
+}
+
+}  // namespace pv

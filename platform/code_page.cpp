@@ -1,0 +1,33 @@
+#include "platform/code_page.h"
+
+#include "com/automation.h"
+
+namespace pv {
+namespace {
+
+std::wstring widen(std::string_view bytes) {
+  const auto length = static_cast<int>(bytes.size());
+  std::wstring text(bytes.size(), L'\0');
+  text.resize(static_cast<std::size_t>(
+      MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), length)));
+  return text;
+}
+
+std::string narrow(std::wstring_view text) {
+  const auto length = static_cast<int>(text.size());
+  const int needed = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), length, nullptr,
+                                         0, nullptr, nullptr);
+  std::string bytes(static_cast<std::size_t>(needed), '\0');
+  WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), length, bytes.data(), needed,
+                      nullptr, nullptr);
+  return bytes;
+}
+
+}  // namespace
+
+const TextCodec& ansi_codec() {
+  static const TextCodec codec{widen, narrow};
+  return codec;
+}
+
+}  // namespace pv

@@ -1,0 +1,89 @@
+#include "platform/files.h"
+
+#include <algorithm>
+
+#include "com/automation.h"
+
+namespace pv {
+namespace {
+
+class File {
+ public:
+  File(const std::wstring& name, DWORD access, DWORD share, DWORD disposition)
+      : handle_(CreateFileW(name.c_str(), access, share, nullptr, disposition,
+                            FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  ~File() { close(); }
+
+  bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE handle() const { return handle_; }
+  void close() {
+    if (is_open()) CloseHandle(handle_);
+    handle_ = INVALID_HANDLE_VALUE;
+  }
+
+  bool write(std::string_view content) const {
+    DWORD written = 0;
+    return WriteFile(handle_, content.data(), static_cast<DWORD>(content.size()), &written,
+                     nullptr) &&
+           written == content.size();
+  }
+
+ private:
+  HANDLE handle_;
+};
+
+// Unique among the processes and threads that may save the same file at the same time.
+std::wstring name_beside(const std::wstring& name) {
+  return name + L"." + std::to_wstring(GetCurrentProcessId()) + L"-" +
+         std::to_wstring(GetCurrentThreadId()) + L".tmp";
+}
+
+bool write_new_file(const std::wstring& name, std::string_view content) {
+  const File file(name, GENERIC_WRITE, 0, CREATE_ALWAYS);
+  return file.is_open() && file.write(content) && FlushFileBuffers(file.handle());
+}
+
+}  // namespace
+
+std::optional<std::string> read_file(const std::wstring& name) {
+  const File file(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+  LARGE_INTEGER size{};
+  if (!file.is_open() || !GetFileSizeEx(file.handle(), &size)) return std::nullopt;
+  std::string content(static_cast<std::size_t>(size.QuadPart), '\0');
+  std::size_t done = 0;
+  while (done < content.size()) {
+    const auto wanted = static_cast<DWORD>(std::min<std::size_t>(content.size() - done, 1u << 24));
+    DWORD read = 0;
+    if (!ReadFile(file.handle(), content.data() + done, wanted, &read, nullptr))
+      return std::nullopt;
+    if (read == 0) break;
+    done += read;
+  }
+  content.resize(done);
+  return content;
+}
+
+bool replace_file(const std::wstring& name, std::string_view content) {
+  const std::wstring beside = name_beside(name);
+  const bool replaced =
+      write_new_file(beside, content) &&
+      MoveFileExW(beside.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+  if (!replaced) DeleteFileW(beside.c_str());
+  return replaced;
+}
+
+bool append_file(const std::wstring& name, std::string_view content) {
+  const File file(name, FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                  OPEN_ALWAYS);
+  return file.is_open() && file.write(content);
+}
+
+unsigned long long file_size(const std::wstring& name) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)) return 0;
+  return (static_cast<unsigned long long>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+}
+
+}  // namespace pv

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace pv {
+
+/// The whole file, or nothing when it cannot be opened or read.
+std::optional<std::string> read_file(const std::wstring& name);
+
+/// Replaces the file: the new content is written beside it and renamed over it, so that whatever
+/// happens the old or the new file is there, whole. False when the old one stayed.
+bool replace_file(const std::wstring& name, std::string_view content);
+
+/// Appends to the file in one write call, creating the file when there is none. False when nothing
+/// or not all was written.
+bool append_file(const std::wstring& name, std::string_view content);
+
+/// Bytes in the file; 0 when there is none.
+unsigned long long file_size(const std::wstring& name);
+
+}  // namespace pv

@@ -1,0 +1,32 @@
+#include "platform/locale.h"
+
+#include "com/automation.h"
+#include "com/boundary.h"
+#include "com/variant.h"
+#include "util/number_text.h"
+
+namespace pv {
+
+wchar_t decimal_separator() {
+  wchar_t text[8] = L"";
+  return GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text, ARRAYSIZE(text)) > 0 ? text[0]
+                                                                                         : L'.';
+}
+
+std::wstring number_text(double value) { return general_text(value, decimal_separator()); }
+std::wstring number_text(float value) { return general_text(value, decimal_separator()); }
+
+std::wstring current_time_text(const wchar_t* format) {
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  Variant moment(0.0);
+  SystemTimeToVariantTime(&now, &moment.dblVal);
+  moment.vt = VT_DATE;
+  BSTR text = nullptr;
+  check(VarFormat(&moment, const_cast<wchar_t*>(format), 0, 0, 0, &text));
+  std::wstring result(view_of(text));
+  SysFreeString(text);
+  return result;
+}
+
+}  // namespace pv

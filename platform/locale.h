@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace pv {
+
+/// Decimal separator of the user's locale.
+wchar_t decimal_separator();
+
+/// A number in its ordinary text form, in the user's locale.
+std::wstring number_text(double value);
+std::wstring number_text(float value);
+
+/// Today or now, formatted by the platform's named or pattern formats, in the user's locale.
+std::wstring current_time_text(const wchar_t* format);
+
+}  // namespace pv

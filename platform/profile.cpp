@@ -1,0 +1,41 @@
+#include "platform/profile.h"
+
+#include "com/automation.h"
+#include "platform/code_page.h"
+
+namespace pv {
+namespace {
+
+constexpr DWORD kBufferSize = 60000;
+
+// A longer value would be reported as written although nothing is stored.
+constexpr std::size_t kLongestValue = 32766;
+
+std::string narrow(const std::wstring& text) { return ansi_codec().narrow(text); }
+
+}  // namespace
+
+std::wstring read_profile(const std::wstring& file, const std::wstring& section,
+                          const std::wstring& key, const std::wstring& fallback) {
+  std::string buffer(kBufferSize, '\0');
+  const DWORD length = GetPrivateProfileStringA(narrow(section).c_str(), narrow(key).c_str(),
+                                                narrow(fallback).c_str(), buffer.data(),
+                                                kBufferSize, narrow(file).c_str());
+  buffer.resize(length);
+  return ansi_codec().widen(buffer);
+}
+
+bool write_profile(const std::wstring& file, const std::wstring& section, const std::wstring& key,
+                   const std::wstring& value) {
+  const std::string text = narrow(value);
+  if (text.size() > kLongestValue) return false;
+  return WritePrivateProfileStringA(narrow(section).c_str(), narrow(key).c_str(), text.c_str(),
+                                    narrow(file).c_str()) != 0;
+}
+
+bool clear_profile_section(const std::wstring& file, const std::wstring& section) {
+  return WritePrivateProfileStringA(narrow(section).c_str(), nullptr, nullptr,
+                                    narrow(file).c_str()) != 0;
+}
+
+}  // namespace pv

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "com/automation.h"
+#include "com/ref.h"
+
+namespace pv {
+
+/// The text with this number in the library's string table, or nothing.
+std::optional<std::wstring> resource_text(std::uint16_t id);
+
+/// Picture objects of the library's own bitmaps and icons. Error: kInvalidCall for an unknown one.
+Ref<IPictureDisp> resource_bitmap(short id);
+Ref<IPictureDisp> resource_icon(short id);
+
+}  // namespace pv
