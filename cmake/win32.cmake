@@ -45,6 +45,12 @@ target_compile_options(pvItems32 PRIVATE -fstack-protector-strong)
 target_link_options(pvItems32 PRIVATE -static -fstack-protector-strong -Wl,--kill-at
   -Wl,--enable-stdcall-fixup)
 
+# What the Windows test programs share: late-bound clients, fakes of host objects, the main function.
+file(GLOB support_sources CONFIGURE_DEPENDS tests/support/*.cpp)
+add_library(test_support STATIC EXCLUDE_FROM_ALL ${support_sources}
+  com/boundary.cpp com/late_bound.cpp com/variant.cpp)
+target_link_libraries(test_support PUBLIC pv_options pv_plain pv_contract gtest)
+
 # A test program of the folder tests/<name>, run under Wine.
 function(add_windows_tests name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${name}/*.cpp)
@@ -52,12 +58,28 @@ function(add_windows_tests name)
     return()
   endif()
   add_executable(${name}_tests ${sources})
-  target_link_libraries(${name}_tests PRIVATE pv_options pv_plain pv_contract gtest gdi32 user32)
+  target_link_libraries(${name}_tests PRIVATE test_support gdi32 user32)
+  target_compile_definitions(${name}_tests PRIVATE PV_SOURCE_DIR="Z:${CMAKE_SOURCE_DIR}")
   target_link_options(${name}_tests PRIVATE -static)
   add_dependencies(${name}_tests pvItems32)
 endfunction()
 
 add_windows_tests(abi)
+
+# The automation layer is tested with a class of its own, whose type library the program carries.
+set(probe ${CMAKE_SOURCE_DIR}/tests/abi/probe.idl)
+add_custom_command(
+  OUTPUT ${generated}/probe.tlb ${generated}/probe.h ${generated}/probe_i.c
+  COMMAND ${WIDL} ${widl_options} -t -o ${generated}/probe.tlb ${probe}
+  COMMAND ${WIDL} ${widl_options} -h -o ${generated}/probe.h ${probe}
+  COMMAND ${WIDL} ${widl_options} -u -o ${generated}/probe_i.c ${probe}
+  DEPENDS ${probe}
+  COMMENT "Compiling the probe of the tests")
+set_source_files_properties(tests/abi/probe.rc PROPERTIES OBJECT_DEPENDS ${generated}/probe.tlb)
+target_sources(abi_tests PRIVATE tests/abi/probe.rc ${generated}/probe.h ${generated}/probe_i.c
+  com/argument.cpp com/dispatch_table.cpp com/enumerator.cpp com/event_source.cpp
+  com/index_key.cpp com/invoke.cpp com/module.cpp com/type_library.cpp)
+
 add_windows_tests(automation)
 add_windows_tests(dialogs)
 add_windows_tests(bench)

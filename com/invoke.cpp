@@ -64,9 +64,9 @@ class Arguments {
 };
 
 HRESULT fill_exception(HRESULT result, EXCEPINFO* exception) {
+  if (!exception) return DISP_E_EXCEPTION;
   Ref<IErrorInfo> info;
   GetErrorInfo(0, info.receive());
-  if (!exception) return DISP_E_EXCEPTION;
   *exception = EXCEPINFO{};
   exception->scode = result;
   if (info) {

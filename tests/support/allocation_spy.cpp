@@ -1,0 +1,129 @@
+#include "tests/support/allocation_spy.h"
+
+#include <map>
+#include <mutex>
+#include <sstream>
+
+#include "com/automation.h"
+
+namespace pv::test {
+namespace {
+
+struct Block {
+  std::size_t size;
+  std::size_t serial;
+};
+
+class Spy final : public IMallocSpy {
+ public:
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    if (!object) return E_POINTER;
+    const bool known = iid == IID_IUnknown || iid == IID_IMallocSpy;
+    *object = known ? static_cast<IMallocSpy*>(this) : nullptr;
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+
+  STDMETHODIMP_(SIZE_T) PreAlloc(SIZE_T size) override {
+    requested_ = size;
+    return size;
+  }
+  STDMETHODIMP_(void*) PostAlloc(void* block) override {
+    if (block) enter(block, requested_);
+    return block;
+  }
+  STDMETHODIMP_(void*) PreFree(void* block, BOOL) override {
+    forget(block);
+    return block;
+  }
+  STDMETHODIMP_(void) PostFree(BOOL) override {}
+  STDMETHODIMP_(SIZE_T)
+  PreRealloc(void* block, SIZE_T size, void** passed, BOOL) override {
+    *passed = block;
+    reallocated_ = block;
+    requested_ = size;
+    return size;
+  }
+  STDMETHODIMP_(void*) PostRealloc(void* block, BOOL) override {
+    if (block) {
+      forget(reallocated_);
+      enter(block, requested_);
+    }
+    return block;
+  }
+  STDMETHODIMP_(void*) PreGetSize(void* block, BOOL) override { return block; }
+  STDMETHODIMP_(SIZE_T) PostGetSize(SIZE_T size, BOOL) override { return size; }
+  STDMETHODIMP_(void*) PreDidAlloc(void* block, BOOL) override { return block; }
+  STDMETHODIMP_(int) PostDidAlloc(void*, BOOL, int answer) override { return answer; }
+  STDMETHODIMP_(void) PreHeapMinimize() override {}
+  STDMETHODIMP_(void) PostHeapMinimize() override {}
+
+  std::size_t living() {
+    const std::lock_guard lock(mutex_);
+    return blocks_.size();
+  }
+  std::size_t next_serial() {
+    const std::lock_guard lock(mutex_);
+    return next_serial_;
+  }
+  std::string report_since(std::size_t serial) {
+    const std::lock_guard lock(mutex_);
+    std::ostringstream text;
+    for (const auto& [block, entry] : blocks_) {
+      if (entry.serial >= serial) text << describe(block, entry);
+    }
+    return text.str();
+  }
+
+ private:
+  void enter(void* block, std::size_t size) {
+    const std::lock_guard lock(mutex_);
+    blocks_[block] = {size, next_serial_++};
+  }
+  void forget(void* block) {
+    const std::lock_guard lock(mutex_);
+    blocks_.erase(block);
+  }
+
+  // Most blocks are texts, behind a length of four bytes.
+  static std::string describe(const void* block, const Block& entry) {
+    std::ostringstream text;
+    text << "  #" << entry.serial << ", " << entry.size << " bytes: \"";
+    const auto* bytes = static_cast<const unsigned char*>(block);
+    for (std::size_t i = 4; i < entry.size && i < 84; i += 2) {
+      if (bytes[i] >= 0x20 && bytes[i] < 0x7F) text << static_cast<char>(bytes[i]);
+    }
+    text << "\"\n";
+    return text.str();
+  }
+
+  // The platform holds its own lock from Pre... to Post..., so these need none.
+  std::size_t requested_ = 0;
+  void* reallocated_ = nullptr;
+
+  std::mutex mutex_;
+  std::map<void*, Block> blocks_;
+  std::size_t next_serial_ = 0;
+};
+
+Spy& spy() {
+  static Spy only;
+  return only;
+}
+
+}  // namespace
+
+void install_allocation_spy() { CoRegisterMallocSpy(&spy()); }
+void remove_allocation_spy() { CoRevokeMallocSpy(); }
+std::size_t living_allocations() { return spy().living(); }
+
+AllocationBalance::AllocationBalance() : before_(spy().living()), first_new_(spy().next_serial()) {}
+
+long AllocationBalance::difference() const {
+  return static_cast<long>(spy().living()) - static_cast<long>(before_);
+}
+
+std::string AllocationBalance::report() const { return spy().report_since(first_new_); }
+
+}  // namespace pv::test

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace pv::test {
+
+/// Watches every allocation of the task allocator: BSTRs, arrays, and what COM hands out. The
+/// platform's BSTR cache must be off (environment OANOCACHE=1), or freed texts count as living.
+///
+/// Programs of the common main are watched as a whole and fail when something is left at the end.
+/// A single test looks at the difference that a piece of code makes:
+///
+///   const AllocationBalance balance;
+///   ...
+///   EXPECT_EQ(balance.difference(), 0) << balance.report();
+void install_allocation_spy();
+void remove_allocation_spy();
+
+/// Blocks that are allocated now and were allocated under the spy.
+std::size_t living_allocations();
+
+class AllocationBalance {
+ public:
+  AllocationBalance();
+  /// Living blocks that did not exist at construction, less those of then that are gone.
+  long difference() const;
+  /// The new blocks: size and first characters of each.
+  std::string report() const;
+
+ private:
+  std::size_t before_;
+  std::size_t first_new_;
+};
+
+}  // namespace pv::test

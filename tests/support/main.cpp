@@ -1,0 +1,102 @@
+// The main function of every Windows test program: the tests run in a single-threaded apartment of
+// their own thread, under the allocation spy; the main thread watches that they go on, and looks
+// at the end whether anything is left.
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdio>
+#include <vector>
+
+#include "tests/support/allocation_spy.h"
+#include "tests/support/module.h"
+#include "tests/support/program.h"
+
+namespace pv::test {
+namespace {
+
+constexpr DWORD kTestLimit = 120'000;  // milliseconds that one test may take
+constexpr int kHangs = 3;
+constexpr int kCannotStart = 4;
+
+std::vector<std::string> options;
+std::atomic<DWORD> test_started{0};
+std::atomic<const char*> test_name{""};
+
+class Progress : public testing::EmptyTestEventListener {
+  void OnTestStart(const testing::TestInfo& test) override {
+    test_name = test.name();
+    test_started = GetTickCount();
+  }
+};
+
+DWORD WINAPI run_tests(void*) {
+  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return kCannotStart;
+  const int result = RUN_ALL_TESTS();
+  SetErrorInfo(0, nullptr);
+  CoUninitialize();
+  return static_cast<DWORD>(result);
+}
+
+int watch(HANDLE tests) {
+  while (WaitForSingleObject(tests, 1000) == WAIT_TIMEOUT) {
+    if (GetTickCount() - test_started < kTestLimit) continue;
+    std::printf("[  FAILED  ] %s: no end after %lu s\n", test_name.load(), kTestLimit / 1000);
+    std::fflush(stdout);
+    TerminateProcess(GetCurrentProcess(), kHangs);
+  }
+  DWORD result = 0;
+  GetExitCodeThread(tests, &result);
+  return static_cast<int>(result);
+}
+
+// The thread's shared state went with its thread; nothing may be left now.
+bool is_balanced(const Module& module, const AllocationBalance& balance) {
+  const bool unloads = module.can_unload() == S_OK;
+  if (!unloads) std::printf("[  FAILED  ] objects of the library are left\n");
+  if (balance.difference() != 0) {
+    std::printf("[  FAILED  ] %ld allocations are left:\n%s", balance.difference(),
+                balance.report().c_str());
+  }
+  return unloads && balance.difference() == 0;
+}
+
+bool only_lists_tests() { return testing::GTEST_FLAG(list_tests); }
+
+}  // namespace
+
+std::optional<std::string> option(const std::string& name) {
+  for (std::size_t i = 0; i + 1 < options.size(); ++i) {
+    if (options[i] == name) return options[i + 1];
+  }
+  return std::nullopt;
+}
+
+int run(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  options.assign(argv + 1, argv + argc);
+  testing::UnitTest::GetInstance()->listeners().Append(new Progress);  // the framework owns it
+
+  const Module module;
+  install_allocation_spy();
+  const AllocationBalance balance;
+  test_started = GetTickCount();
+  const HANDLE tests = CreateThread(nullptr, 0, run_tests, nullptr, 0, nullptr);
+  if (!tests) return kCannotStart;
+  int result = watch(tests);
+  CloseHandle(tests);
+  if (!only_lists_tests() && !is_balanced(module, balance) && result == 0) result = 1;
+  remove_allocation_spy();
+  return result;
+}
+
+}  // namespace pv::test
+
+int main(int argc, char** argv) {
+  try {
+    return pv::test::run(argc, argv);
+  } catch (const std::exception& error) {
+    std::printf("[  FAILED  ] %s\n", error.what());
+    return pv::test::kCannotStart;
+  }
+}
