@@ -9,7 +9,8 @@
 
 namespace pv {
 
-/// What `Item` does when nothing is found.
+/// What `Item` does when nothing is found. Where it answers Nothing, `Remove` passes over a member
+/// that does not exist, too.
 enum class Missing { kRaises, kIsNothing };
 
 /// The members that every collection class has, over a keyed list of its member objects.
@@ -17,7 +18,7 @@ template <class Derived, class Interface, class Coclass, class Element, class El
           Missing kMissing>
 class Collection : public Dual<Derived, Interface, Coclass> {
  public:
-  using List = KeyedList<Ref<Element>>;
+  using Members = KeyedList<Ref<Element>>;
 
   STDMETHODIMP get_Item(VARIANT index, ElementInterface** result) noexcept override {
     return this->returning(result, [&] {
@@ -34,7 +35,13 @@ class Collection : public Dual<Derived, Interface, Coclass> {
     return this->returning(result, [&] { return list_.size(); });
   }
   STDMETHODIMP Remove(VARIANT index) noexcept override {
-    return this->doing([&] { remove(index); });
+    return this->doing([&] {
+      if constexpr (kMissing == Missing::kRaises) {
+        remove(index);
+      } else {
+        attempt([&] { remove(index); });
+      }
+    });
   }
   STDMETHODIMP Clear() noexcept override {
     return this->doing([&] { list_.clear(); });
@@ -43,8 +50,8 @@ class Collection : public Dual<Derived, Interface, Coclass> {
     return this->returning(result, [&] { return make_enumerator(snapshot()); });
   }
 
-  const List& list() const { return list_; }
-  List& list() { return list_; }
+  const Members& list() const { return list_; }
+  Members& list() { return list_; }
 
   /// The member that a client's index or key names; errors of the keyed list.
   const Ref<Element>& at(const VARIANT& index) const {
@@ -57,6 +64,11 @@ class Collection : public Dual<Derived, Interface, Coclass> {
   }
 
  protected:
+  /// Appends a member; Nothing when its key is in use.
+  Ref<Element> added(std::wstring_view key, Ref<Element> element) {
+    return attempt([&] { list_.append(element, key); }) ? element : Ref<Element>();
+  }
+
   std::vector<Ref<IDispatch>> snapshot() const {
     std::vector<Ref<IDispatch>> objects;
     objects.reserve(static_cast<std::size_t>(list_.size()));
@@ -64,7 +76,7 @@ class Collection : public Dual<Derived, Interface, Coclass> {
     return objects;
   }
 
-  List list_;
+  Members list_;
 };
 
 /// Replaces the member at `position` by `replacement` under another key, as renaming a keyed

@@ -134,7 +134,6 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
 }
 
 void ConnectionPoint::fire(DISPID id, std::span<VARIANT> arguments) {
-  if (connections_.empty()) return;
   std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
   DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
   const std::vector<Connection> listeners = connections_;

@@ -27,6 +27,8 @@ class ConnectionPoint final : public IConnectionPoint {
   STDMETHODIMP Unadvise(DWORD cookie) override;
   STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
 
+  bool has_listeners() const { return !connections_.empty(); }
+
   /// Calls every listener's event `id`. Arguments stand in the order of the event's parameters;
   /// by-reference ones are changed in place. What a listener answers does not matter.
   void fire(DISPID id, std::span<VARIANT> arguments = {});
@@ -72,6 +74,7 @@ class EventSource : public Base, public IConnectionPointContainer {
  protected:
   template <class... A>
   void fire(DISPID id, A... arguments) {
+    if (!events_.has_listeners()) return;
     const Ref<IUnknown> alive(static_cast<Interface*>(this));
     VARIANT given[sizeof...(A) + 1] = {arguments...};
     events_.fire(id, {given, sizeof...(A)});

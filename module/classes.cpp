@@ -1,11 +1,34 @@
 #include "com/module.h"
+#include "items/CDList.h"
+#include "items/CDListMember.h"
+#include "items/CDListMembers.h"
+#include "items/CDLists.h"
+#include "items/CItem.h"
+#include "items/CItems.h"
+#include "items/CVariable.h"
+#include "items/CVariables.h"
+#include "items/CVerItem.h"
+#include "items/CVerItems.h"
+#include "items/CVersion.h"
+#include "items/CVersions.h"
+#include "util/CDimension.h"
+#include "util/CDimensions.h"
 #include "util/CFile.h"
+#include "util/CLanguage.h"
+#include "util/CLanguages.h"
+#include "util/CUnit.h"
+#include "util/CUnits.h"
+#include "util/CUtility.h"
 
 namespace pv {
 
 std::span<const ClassEntry> class_table() {
   static constexpr ClassEntry table[] = {
-      CFile::entry(),
+      CDList::entry(),     CDListMember::entry(), CDListMembers::entry(), CDLists::entry(),
+      CItem::entry(),      CItems::entry(),       CVariable::entry(),     CVariables::entry(),
+      CVerItem::entry(),   CVerItems::entry(),    CVersion::entry(),      CVersions::entry(),
+      CDimension::entry(), CDimensions::entry(),  CFile::entry(),         CLanguage::entry(),
+      CLanguages::entry(), CUnit::entry(),        CUnits::entry(),        CUtility::entry(),
   };
   return table;
 }

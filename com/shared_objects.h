@@ -1,0 +1,12 @@
+#pragma once
+
+#include "com/ref.h"
+#include "pvItems32.h"
+
+namespace pv {
+
+/// The single instances that all objects of a thread share, created on first request.
+Ref<_CLanguages> shared_languages();
+Ref<_CFile> shared_file();
+
+}  // namespace pv

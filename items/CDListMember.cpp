@@ -1,0 +1,34 @@
+#include "items/CDListMember.h"
+
+#include "com/fetch.h"
+#include "util/settings_text.h"
+
+namespace pv {
+namespace {
+
+constexpr std::size_t kFields = 3;
+
+}  // namespace
+
+STDMETHODIMP CDListMember::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    const std::wstring text = text_of(dereferenced(members));
+    record_ = parse_list_member(text, record_);
+    return split_record(text, L'|', kFields).size() == kFields;
+  });
+}
+
+STDMETHODIMP CDListMember::Save(BSTR* result) noexcept {
+  return returning(result, [&] { return format_list_member(record_); });
+}
+
+STDMETHODIMP CDListMember::Copy(_CDListMember* dest, _CDListMember** result) noexcept {
+  return returning(result, [&] {
+    call(dest, &_CDListMember::put_Key, Bstr(record_.key));
+    call(dest, &_CDListMember::put_Caption, Bstr(record_.caption));
+    call(dest, &_CDListMember::put_Tag, Bstr(record_.tag));
+    return Ref<_CDListMember>(dest);
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "com/collection.h"
+#include "items/CVariable.h"
+
+namespace pv {
+
+class CVariables final : public Collection<CVariables, _CVariables, ::CVariables, CVariable,
+                                           _CVariable, Missing::kRaises> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CVariables";
+
+  STDMETHODIMP Add(BSTR key, BSTR caption, BSTR description, BSTR symbol, short parent_variable,
+                   short dimension_id, short unit_id, short decimals, VARIANT value,
+                   VARIANT list_id, short data_type, _CVariable** result) noexcept override;
+
+  /// Adds a variable read from a file; Nothing when its key is in use.
+  Ref<CVariable> add(const VariableRecord& record);
+};
+
+}  // namespace pv

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "com/collection.h"
+#include "items/CVersion.h"
+
+namespace pv {
+
+class CVersions final : public Collection<CVersions, _CVersions, ::CVersions, CVersion, _CVersion,
+                                          Missing::kIsNothing> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CVersions";
+
+  STORED(Changed, VARIANT_BOOL, changed_)
+  STDMETHODIMP LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP Add(BSTR name, long item_count, _CVersion** result) noexcept override;
+  STDMETHODIMP ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept override;
+
+ private:
+  Ref<CVersion> add(std::wstring_view name, short item_count);
+  void add_from_file(const VersionRecord& record);
+
+  bool changed_ = false;
+};
+
+}  // namespace pv

@@ -1,0 +1,27 @@
+#include "util/localized.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "com/fetch.h"
+#include "com/shared_objects.h"
+#include "com/thread_state.h"
+#include "platform/resources.h"
+#include "util/string_ids.h"
+
+namespace pv {
+
+std::wstring localized(int id) {
+  const auto language = fetch(shared_languages(), &_CLanguages::get_ActiveLanguageID);
+  const std::int16_t own = localized_id(id, static_cast<std::int16_t>(language));
+  if (auto text = resource_text(static_cast<std::uint16_t>(own))) return *text;
+  return resource_text(static_cast<std::uint16_t>(id)).value_or(L"?");
+}
+
+LanguageWatch::LanguageWatch(std::function<void()> changed) : changed_(std::move(changed)) {
+  thread_state().language_watches.push_back(this);
+}
+
+LanguageWatch::~LanguageWatch() { std::erase(thread_state().language_watches, this); }
+
+}  // namespace pv

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace pv {
+
+/// A file that the caller opened with the C run-time library of the system (msvcrt.dll), known by
+/// its descriptor. The file stays open and keeps the position where an operation left it.
+class OpenFile {
+ public:
+  explicit OpenFile(int descriptor);
+
+  /// What stands from the current position on; nothing when the descriptor is bad.
+  std::optional<std::string> rest() const;
+  bool seek(unsigned long long position) const;
+  unsigned long long position() const;
+  bool write(std::string_view content) const;
+
+ private:
+  void* handle_;
+};
+
+}  // namespace pv

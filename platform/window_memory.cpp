@@ -1,0 +1,54 @@
+#include "platform/window_memory.h"
+
+#include "com/tolerant.h"
+#include "platform/locale.h"
+#include "platform/profile.h"
+#include "platform/screen.h"
+#include "util/window_placement.h"
+
+namespace pv {
+namespace {
+
+constexpr short kNormal = 0;
+constexpr short kMinimized = 1;
+constexpr short kMaximized = 2;
+constexpr short kSizable = 2;
+constexpr short kSizableToolWindow = 5;
+
+void put_bound(const LateBound& form, std::wstring_view property, double bound) {
+  form.put(property, Variant(static_cast<float>(bound)));
+}
+
+}  // namespace
+
+bool save_placement(const LateBound& form, const PlacementSlot& slot) {
+  WindowPlacement placement;
+  placement.state = short_of(form.get(L"WindowState"));
+  if (placement.state == kMinimized || placement.state == kMaximized) {
+    form.put(L"WindowState", Variant(kNormal));
+  }
+  placement.left = double_of(form.get(L"Left"));
+  placement.top = double_of(form.get(L"Top"));
+  placement.width = double_of(form.get(L"Width"));
+  placement.height = double_of(form.get(L"Height"));
+  return write_profile(slot.file, slot.section, slot.key,
+                       format_placement(placement, decimal_separator()));
+}
+
+bool restore_placement(const LateBound& form, const PlacementSlot& slot) {
+  const auto saved = parse_placement(read_profile(slot.file, slot.section, slot.key, L""));
+  if (!saved) return false;
+  const ScreenSize screen = screen_size_in_twips();
+  const WindowPlacement placement = fitted(*saved, screen.width, screen.height);
+  const short border = short_of(form.get(L"BorderStyle"));
+  put_bound(form, L"Left", placement.left);
+  put_bound(form, L"Top", placement.top);
+  if (border == kSizable || border == kSizableToolWindow) {
+    put_bound(form, L"Width", placement.width);
+    put_bound(form, L"Height", placement.height);
+  }
+  form.put(L"WindowState", Variant(placement.state));
+  return true;
+}
+
+}  // namespace pv

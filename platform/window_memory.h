@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "com/late_bound.h"
+
+namespace pv {
+
+/// Where a form's placement is kept: an initialisation file, a section and a key.
+struct PlacementSlot {
+  std::wstring file;
+  std::wstring section;
+  std::wstring key;
+};
+
+/// Writes the placement of a host form; a form that is not in the normal state is left in it.
+bool save_placement(const LateBound& form, const PlacementSlot& slot);
+
+/// Places a host form as it stood; False when there is no usable record.
+bool restore_placement(const LateBound& form, const PlacementSlot& slot);
+
+}  // namespace pv

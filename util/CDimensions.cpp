@@ -1,0 +1,159 @@
+#include "util/CDimensions.h"
+
+#include <optional>
+
+#include "com/fetch.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/locale.h"
+#include "util/CUnits.h"
+#include "util/library_version.h"
+#include "util/unit_conversion.h"
+
+namespace pv {
+namespace {
+
+constexpr long kGeneralFormat = -1;
+constexpr long kMostDecimals = 8;
+
+// More decimals than can be shown are cut, visibly for the caller.
+long decimals_wanted(VARIANT* decimals) {
+  long wanted = kGeneralFormat;
+  if (!decimals || is_missing(*decimals)) return wanted;
+  attempt([&] { wanted = long_of(dereferenced(*decimals)); });
+  if (wanted <= kMostDecimals) return wanted;
+  VARIANT* target = decimals->vt == (VT_BYREF | VT_VARIANT) ? decimals->pvarVal : decimals;
+  VariantClear(target);
+  target->vt = VT_I2;
+  target->iVal = kMostDecimals;
+  return kMostDecimals;
+}
+
+std::optional<double> number_in(const VARIANT& value) {
+  std::optional<double> number;
+  attempt([&] { number = double_of(dereferenced(value)); });
+  return number;
+}
+
+UnitRecord record_of(const Ref<_CUnit>& unit) {
+  return {fetch(unit, &_CUnit::get_Caption), fetch(unit, &_CUnit::get_Slope),
+          fetch(unit, &_CUnit::get_Offset)};
+}
+
+DimensionRecord record_of(const CDimension& dimension) {
+  DimensionRecord record{dimension.caption(), {}};
+  const auto& units = dimension.units();
+  const long count = units ? fetch(units, &_CUnits::get_Count) : 0;
+  for (long i = 1; i <= count; ++i) {
+    record.units.push_back(record_of(fetch(units, &_CUnits::get_Item, Variant(i))));
+  }
+  return record;
+}
+
+bool shows_value(ShowModeTypes mode, bool dirty) { return mode != smUnitOnly && !dirty; }
+
+}  // namespace
+
+STDMETHODIMP CDimensions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    const auto bytes = read_file(std::wstring(view_of(file_name)));
+    const auto dimensions = bytes ? read_dimension_file(*bytes, ansi_codec()) : std::nullopt;
+    if (!dimensions) return false;
+    Members loaded;
+    for (const DimensionRecord& record : *dimensions) {
+      const auto units = make<CUnits>();
+      for (const UnitRecord& unit : record.units) units->add(unit.caption, unit);
+      const auto dimension = make<CDimension>(record.caption, record.caption, units);
+      attempt([&] { loaded.append(dimension, record.caption); });  // the first of a name stands
+    }
+    list_ = std::move(loaded);
+    changed_ = false;
+    return true;
+  });
+}
+
+STDMETHODIMP CDimensions::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    std::vector<DimensionRecord> records;
+    for (const auto& dimension : list_) records.push_back(record_of(*dimension));
+    const std::wstring name(view_of(file_name));
+    return append_file(name, write_dimension_file(records, library_stamp(), ansi_codec(),
+                                                  decimal_separator(), file_size(name) > 0));
+  });
+}
+
+STDMETHODIMP CDimensions::Add(BSTR key, BSTR caption, _CUnits* units,
+                              _CDimension** result) noexcept {
+  return returning(result, [&] {
+    const Ref<_CUnits> own = units ? Ref<_CUnits>(units) : Ref<_CUnits>(make<CUnits>());
+    return added(view_of(key), make<CDimension>(view_of(key), view_of(caption), own));
+  });
+}
+
+STDMETHODIMP CDimensions::List(BSTR* result) noexcept {
+  return returning(result, [&] {
+    std::wstring captions;
+    for (const auto& dimension : list_) captions += dimension->caption() + L"|";
+    return captions;
+  });
+}
+
+Ref<_CUnit> CDimensions::find_unit(const VARIANT& dimension, const VARIANT& unit) const {
+  Ref<_CUnit> found;
+  attempt([&] {
+    const Ref<_CUnits> units = at(dimension)->units();
+    attempt([&] { found = fetch(units, &_CUnits::get_Item, unit); });
+    if (!found) found = fetch(units, &_CUnits::get_Item, Variant(1L));
+  });
+  return found;
+}
+
+STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit, VARIANT* decimals,
+                                 ShowModeTypes mode, VARIANT_BOOL dirty, BSTR* result) noexcept {
+  return returning(result, [&] {
+    const bool is_dirty = dirty != VARIANT_FALSE;
+    const Ref<_CUnit> found = find_unit(dimension, unit);
+    const long wanted = decimals_wanted(decimals);
+    if (!found) return std::wstring(is_dirty && mode == smValueOnly ? L"?" : L"");
+    const auto number = shows_value(mode, is_dirty) ? number_in(value) : std::optional(0.0);
+    std::wstring text;
+    attempt([&] {
+      if (number) {
+        text = unit_text(*number, record_of(found), wanted, mode, is_dirty, decimal_separator());
+      }
+    });
+    return text;
+  });
+}
+
+STDMETHODIMP CDimensions::ToBase(VARIANT value, VARIANT dimension, VARIANT unit,
+                                 VARIANT* result) noexcept {
+  return returning(result, [&] {
+    const Ref<_CUnit> found = find_unit(dimension, unit);
+    const auto number = number_in(value);
+    Variant base;
+    attempt([&] {
+      if (!found || !number) return;
+      const UnitRecord factors = record_of(found);
+      base = Variant(to_base(*number, factors.slope, factors.offset));
+    });
+    return base;
+  });
+}
+
+STDMETHODIMP CDimensions::GetUnitObject(VARIANT dimension, VARIANT unit, _CUnit** result) noexcept {
+  return returning(result, [&] { return find_unit(dimension, unit); });
+}
+
+STDMETHODIMP CDimensions::ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return attempt([&] {
+      const auto copy = make<CDimension>();
+      list_.at(index)->copy_to(copy.get());
+      copy->rename(view_of(new_name));
+      replace_member(list_, index, copy, view_of(new_name));
+    });
+  });
+}
+
+}  // namespace pv
