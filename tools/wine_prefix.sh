@@ -78,3 +78,6 @@ stop_wine() {
   wineserver -w 2>/dev/null
   [ -z "${PV_XVFB:-}" ] || kill "$PV_XVFB" 2>/dev/null
 }
+
+# A path of this system as Windows programs take it.
+windows_path() { printf 'Z:%s' "$(realpath "$1")" | tr / '\\'; }

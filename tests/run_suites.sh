@@ -1,0 +1,67 @@
+#!/usr/bin/env bash
+# Runs every suite and ends with the sum of their cases. Needs a built tree and a running Wine.
+# A suite prints a line "[       OK ] name" or "[  FAILED  ] name" for each case.
+set -uo pipefail
+
+root=$PWD
+logs=$root/build/test-logs
+mkdir -p "$logs"
+passed=0
+failed=0
+
+# run_suite <name> <seconds> <command...>: a suite that ends badly without a failed case counts as one.
+run_suite() {
+  local name=$1 limit=$2 status ok bad
+  shift 2
+  local log=$logs/$name.log
+  timeout --kill-after=10 "$limit" "$@" >"$log" 2>&1 </dev/null
+  status=$?
+  ok=$(grep -a -c '^\[       OK \]' "$log")
+  bad=$(grep -a '^\[  FAILED  \] [^ ]*\.[^ ]*.* (' "$log" | sort -u | wc -l)
+  if [ "$status" -ne 0 ] && [ "$bad" -eq 0 ]; then bad=1; fi
+  if [ "$ok" -eq 0 ]; then bad=$((bad + 1)); fi
+  passed=$((passed + ok))
+  failed=$((failed + bad))
+  printf '%-28s %5d passed, %d failed\n' "$name" "$ok" "$bad"
+  if [ "$bad" -ne 0 ]; then
+    echo "--- end of $log (exit status $status)"
+    grep -a -v '^\[ *\(OK\|RUN\) *\]' "$log" | tail -n 60
+  fi
+}
+
+# Windows programs run with the BSTR cache off, so that the allocation spy sees every text.
+run_windows_suite() {
+  local name=$1 limit=$2 program=$3
+  shift 3
+  [ -e "$root/build/win32/$program.exe" ] || return 0
+  run_suite "$name" "$limit" env OANOCACHE=1 wine "$root/build/win32/$program.exe" "$@"
+}
+
+in_locale() { # <locale> <command...>
+  local LC_ALL=$1
+  export LC_ALL
+  shift
+  "$@"
+}
+
+run_suite unit-gcc 300 build/native/unit_tests
+run_suite unit-clang 300 build/native-clang/unit_tests
+
+run_windows_suite abi 300 abi_tests
+run_windows_suite automation 300 automation_tests
+
+# Number and file texts depend on the locale, which Wine takes at the start of its server.
+for locale in de_DE hu_HU; do
+  [ -e build/win32/automation_tests.exe ] || break
+  in_locale "$locale.UTF-8" run_windows_suite "automation-$locale" 300 automation_tests
+done
+
+run_windows_suite dialogs 300 dialogs_tests
+
+for script in tests/scripts/*.vbs tests/scripts/*.js; do
+  [ -e "$script" ] || continue
+  run_suite "script-$(basename "$script")" 60 tests/run_script.sh "$script"
+done
+
+printf '%d passed, %d failed\n' "$passed" "$failed"
+[ "$failed" -eq 0 ]
