@@ -1,0 +1,105 @@
+#pragma once
+
+#include <exception>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "com/thread_state.h"
+#include "dialogs/control.h"
+#include "dialogs/metrics.h"
+#include "util/localized.h"
+
+namespace pv {
+
+/// What all modal dialogs share. A form lives as long as it is loaded; it has a window only while
+/// it is shown, so between shows nothing is left that could answer messages or show old content.
+///
+/// A form is prepared by setting its controls, shown with `show_modal`, and ends by `hide`. Inside
+/// `show_modal` run the form's own virtual functions and the callbacks of its controls; an
+/// exception in one of them ends the show and comes out of `show_modal`.
+class Form : public ThreadBound {
+ public:
+  /// `name` (frmMsgBox) is a property of the window, by which test tools find it. `help_topic` is
+  /// opened by F1 when the host set a help file that exists; 0 for none.
+  explicit Form(const wchar_t* name, int help_topic = 0);
+  ~Form() override;
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  /// Shows the form until it is hidden, its owner is destroyed, or the thread is told to quit (the
+  /// message is passed on). `owner` may be any window, or none. False when it is shown already.
+  bool show_modal(HWND owner);
+  void hide();
+  bool is_shown() const { return shown_; }
+
+  HWND window() const { return window_; }
+  /// Resolution and font; only while the form is shown.
+  const Metrics& metrics() const { return *metrics_; }
+
+  /// Fetches all texts again and lays the form out anew, keeping what the user typed and chose.
+  void refresh();
+
+ protected:
+  void set_caption(int text_id);
+  void set_title(std::wstring title);
+  /// Enter presses it.
+  void set_default(const Button& button) { default_id_ = button.id(); }
+  /// Whether the close box looks as if it worked.
+  void enable_close_box(bool enabled) { close_box_enabled_ = enabled; }
+
+  /// Places all controls and resizes the form. Called when the form is shown and relabelled.
+  virtual void layout() = 0;
+  void resize_outer(const TwipSize& size) { outer_ = size; }
+  void resize_inner(const TwipSize& size);
+  /// The width and height that borders and title bar add.
+  TwipSize frame() const;
+  /// The part of the owner's monitor that programs may use.
+  TwipSize work_area() const;
+
+  /// The control that has the focus when the form opens; the first one that takes it by default.
+  virtual Control* first_focus() { return nullptr; }
+  /// The close box. What it does is the form's own: hiding it, unless overridden.
+  virtual void on_close() { hide(); }
+  virtual void on_escape() { on_close(); }
+  /// Keys, before the controls see them; true takes the key away from them.
+  virtual bool preview_key(WPARAM, bool /*down*/) { return false; }
+  /// Another window became active.
+  virtual void on_deactivated() {}
+
+ private:
+  friend class Control;
+
+  void adopt(Control& control) { controls_.push_back(&control); }
+  void open(HWND owner);
+  void show_captions();
+  void move_windows();
+  void focus_first();
+  void run();
+  bool translate(MSG& message);
+  void close_window();
+  void forget_window();
+  bool handle(UINT message, WPARAM w, LPARAM l);
+  void notify(int id, WORD code);
+  RECT work_area_pixels() const;
+  static INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM w, LPARAM l);
+
+  const wchar_t* name_;
+  int help_topic_;
+  int caption_id_ = 0;
+  std::wstring title_;
+  std::vector<Control*> controls_;
+  int default_id_ = 0;
+  bool close_box_enabled_ = true;
+
+  bool shown_ = false;
+  HWND window_ = nullptr;
+  HMONITOR monitor_ = nullptr;
+  bool placed_ = false;
+  bool done_ = false;
+  TwipSize outer_;
+  std::optional<Metrics> metrics_;
+  std::exception_ptr failure_;
+};
+
+}  // namespace pv

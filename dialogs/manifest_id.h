@@ -1,0 +1,4 @@
+#pragma once
+
+// Read by the resource compiler, too. 2 is the number that the loader expects of a DLL.
+#define PV_VISUAL_STYLES_MANIFEST 2
