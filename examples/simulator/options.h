@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "faults.h"
+
+namespace fluxor {
+
+struct Options {
+  std::string data = ".";
+  std::string software = "2.30";
+  std::string link;
+  std::string faults_file;
+  Faults faults;
+  int address = 0;  // 0: the one in the values file
+  std::uint32_t seed = 1;
+  int hang_up = 0;  // telegrams after which the program ends; 0: never
+  bool verbose = false;
+};
+
+/// Throws std::runtime_error for an option that is not known or lacks its value.
+Options parse_options(std::span<const char* const> arguments);
+
+extern const char* const kUsage;
+
+}  // namespace fluxor
