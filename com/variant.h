@@ -39,6 +39,7 @@ class Variant : public VARIANT {
   explicit Variant(float value);
   explicit Variant(double value);
   explicit Variant(std::wstring_view text);
+  explicit Variant(const wchar_t* text) : Variant(std::wstring_view(text)) {}  // else it is a bool
   explicit Variant(IDispatch* object);
   ~Variant() { VariantClear(this); }
 

@@ -22,8 +22,9 @@ ListRecord CDList::record() const {
 void CDList::copy_to(_CDList* dest) const {
   if (dest == this) return;
   const auto target = fetch(dest, &_CDList::get_ListMembers);
+  const ListRecord own = record();  // taken first: both lists may share their members
   call(target, &_CDListMembers::Clear);
-  for (const ListMemberRecord& member : record().members) {
+  for (const ListMemberRecord& member : own.members) {
     fetch(target, &_CDListMembers::Add, Bstr(member.key), Variant(member.caption),
           Variant(member.tag));
   }

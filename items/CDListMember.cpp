@@ -12,7 +12,8 @@ constexpr std::size_t kFields = 3;
 
 STDMETHODIMP CDListMember::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
-    const std::wstring text = text_of(dereferenced(members));
+    std::wstring text;
+    if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
     record_ = parse_list_member(text, record_);
     return split_record(text, L'|', kFields).size() == kFields;
   });

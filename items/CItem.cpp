@@ -1,5 +1,7 @@
 #include "items/CItem.h"
 
+#include <vector>
+
 #include "com/fetch.h"
 #include "items/CVariables.h"
 
@@ -123,10 +125,12 @@ void CItem::copy_to(_CItem* dest) {
   if (dest == this) return;
   const auto target = fetch(dest, &_CItem::get_Variables);
   const long count = fetch(variables(), &_CVariables::get_Count);
-  call(target, &_CVariables::Clear);
+  std::vector<Ref<_CVariable>> own;  // taken first: both items may share their variables
   for (long i = 1; i <= count; ++i) {
-    copy_variable(fetch(variables(), &_CVariables::get_Item, Variant(i)), target);
+    own.push_back(fetch(variables(), &_CVariables::get_Item, Variant(i)));
   }
+  call(target, &_CVariables::Clear);
+  for (const auto& variable : own) copy_variable(variable, target);
   call(dest, &_CItem::put_Key, Bstr(record_.key));
   call(dest, &_CItem::put_ItemID, record_.item_id);
   call(dest, &_CItem::put_ByMeaning, automation_boolean(record_.by_meaning));

@@ -3,10 +3,21 @@
 #include "util/number_text.h"
 
 namespace pv {
+namespace {
+
+constexpr std::size_t kListIdField = 8;
+
+}  // namespace
+
+VariableRecord CVariable::record_without_list() const {
+  return {key_,     caption_,  description_, parent_variable_, dimension_id_,
+          unit_id_, decimals_, {},           data_type_,       symbol_};
+}
 
 VariableRecord CVariable::record() const {
-  return {key_,     caption_,  description_,      parent_variable_, dimension_id_,
-          unit_id_, decimals_, text_of(list_id_), data_type_,       symbol_};
+  VariableRecord record = record_without_list();
+  record.list_id = text_of(list_id_);
+  return record;
 }
 
 void CVariable::assign(const VariableRecord& record) {
@@ -26,8 +37,12 @@ void CVariable::assign(const VariableRecord& record) {
 
 STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
-    const VariableFields fields = parse_variable_record(text_of(dereferenced(members)), record());
+    std::wstring text;
+    if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
+    const VariableFields fields = parse_variable_record(text, record_without_list());
+    Variant list_id = list_id_;
     assign(fields.record);
+    if (fields.present <= kListIdField) list_id_ = std::move(list_id);
     return fields.present >= kVariableFieldCount;
   });
 }

@@ -32,6 +32,9 @@ class CVariable final : public Dual<CVariable, _CVariable, ::CVariable> {
   void assign(const VariableRecord& record);
 
  private:
+  // The list may be a value that has no text.
+  VariableRecord record_without_list() const;
+
   std::wstring key_;
   short data_type_ = edtBit;
   bool dirty_ = false;
