@@ -1,17 +1,22 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "com/automation.h"
 
 namespace pv {
 namespace {
 
+// The platform would take the part before a NUL for the name, which is a file that nobody meant.
+bool is_name(const std::wstring& name) { return name.find(L'\0') == std::wstring::npos; }
+
 class File {
  public:
   File(const std::wstring& name, DWORD access, DWORD share, DWORD disposition)
-      : handle_(CreateFileW(name.c_str(), access, share, nullptr, disposition,
-                            FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+      : handle_(is_name(name) ? CreateFileW(name.c_str(), access, share, nullptr, disposition,
+                                            FILE_ATTRIBUTE_NORMAL, nullptr)
+                              : INVALID_HANDLE_VALUE) {}
   File(const File&) = delete;
   File& operator=(const File&) = delete;
   ~File() { close(); }
@@ -51,7 +56,9 @@ std::optional<std::string> read_file(const std::wstring& name) {
   const File file(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
   LARGE_INTEGER size{};
   if (!file.is_open() || !GetFileSizeEx(file.handle(), &size)) return std::nullopt;
-  std::string content(static_cast<std::size_t>(size.QuadPart), '\0');
+  std::string content;
+  if (static_cast<std::uint64_t>(size.QuadPart) > content.max_size()) return std::nullopt;
+  content.resize(static_cast<std::size_t>(size.QuadPart));
   std::size_t done = 0;
   while (done < content.size()) {
     const auto wanted = static_cast<DWORD>(std::min<std::size_t>(content.size() - done, 1u << 24));
@@ -66,12 +73,18 @@ std::optional<std::string> read_file(const std::wstring& name) {
 }
 
 bool replace_file(const std::wstring& name, std::string_view content) {
+  if (!is_name(name)) return false;
   const std::wstring beside = name_beside(name);
   const bool replaced =
       write_new_file(beside, content) &&
       MoveFileExW(beside.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
   if (!replaced) DeleteFileW(beside.c_str());
   return replaced;
+}
+
+bool create_file(const std::wstring& name, std::string_view content) {
+  const File file(name, GENERIC_WRITE, 0, CREATE_NEW);
+  return file.is_open() && file.write(content);
 }
 
 bool append_file(const std::wstring& name, std::string_view content) {
@@ -82,7 +95,9 @@ bool append_file(const std::wstring& name, std::string_view content) {
 
 unsigned long long file_size(const std::wstring& name) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
-  if (!GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)) return 0;
+  if (!is_name(name) || !GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)) {
+    return 0;
+  }
   return (static_cast<unsigned long long>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
