@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "automation_object.h"
+
+namespace fluxor {
+
+/// One of the computer's serial ports. To automation it shows `Name`, such as COM1, and `Settings`,
+/// such as 4800,n,8,1.
+class SerialPort final : public AutomationObject {
+ public:
+  static constexpr unsigned kPatience = 50;  // milliseconds
+  enum class Received { kCharacter, kNothing, kBroken };
+
+  SerialPort();
+  ~SerialPort() override { close(); }
+
+  /// Opens port `number` with settings like "4800,n,8,1"; keeps it open when it already is so.
+  /// False when there is no such port, it is in use or the settings mean nothing.
+  bool open(short number, const std::wstring& settings);
+  void close();
+
+  bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
+  short number() const { return number_; }
+  const std::wstring& settings() const { return settings_; }
+  double seconds_per_character() const { return 10.0 / baud_; }
+
+  /// Forgets what was received so far.
+  void forget_input();
+
+  bool send(const std::string& characters);
+
+  /// The next character, waiting for it up to kPatience.
+  Received receive(char& character);
+
+ private:
+  HANDLE handle_ = INVALID_HANDLE_VALUE;
+  short number_ = 0;
+  std::wstring settings_;
+  double baud_ = 1200;
+};
+
+}  // namespace fluxor
