@@ -34,4 +34,9 @@ IndexKey index_key_of(const VARIANT& value) {
   }
 }
 
+std::wstring key_text(const VARIANT& value) {
+  const Variant plain = dereferenced(value);
+  return plain.vt == VT_EMPTY || is_missing(plain) ? std::wstring() : text_of(plain);
+}
+
 }  // namespace pv

@@ -74,6 +74,18 @@ std::wstring take_text(BSTR& text) {
   return copy;
 }
 
+// Objects differ in whether a member is a method or a property: the other kind gets a try.
+WORD other_kind(WORD flags) {
+  switch (flags) {
+    case DISPATCH_METHOD:
+      return DISPATCH_PROPERTYGET;
+    case DISPATCH_PROPERTYGET:
+      return DISPATCH_METHOD;
+    default:
+      return DISPATCH_PROPERTYPUT;
+  }
+}
+
 [[noreturn]] void raise(EXCEPINFO& exception) {
   if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
   const std::wstring source = take_text(exception.bstrSource);
@@ -138,9 +150,8 @@ Variant LateBound::invoke(std::wstring_view member, WORD flags,
   Variant result;
   EXCEPINFO exception{};
   HRESULT called = try_invoke(id, flags, parameters, result, exception);
-  if (called == DISP_E_MEMBERNOTFOUND &&
-      flags == (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) {
-    called = try_invoke(id, DISPATCH_PROPERTYPUT, parameters, result, exception);
+  if (called == DISP_E_MEMBERNOTFOUND) {
+    called = try_invoke(id, other_kind(flags), parameters, result, exception);
   }
   if (called == DISP_E_EXCEPTION) raise(exception);
   check(called);
@@ -174,6 +185,7 @@ LateBound LateBound::get_object(std::wstring_view property) const {
 
 VARIANT ref(short& value) { return reference_to(VT_I2, &value); }
 VARIANT ref_boolean(VARIANT_BOOL& value) { return reference_to(VT_BOOL, &value); }
+VARIANT ref(float& value) { return reference_to(VT_R4, &value); }
 VARIANT ref(BSTR& value) { return reference_to(VT_BSTR, &value); }
 VARIANT ref(IDispatch*& value) { return reference_to(VT_DISPATCH, &value); }
 

@@ -50,6 +50,7 @@ class LateBound {
 /// Typed by-reference arguments for LateBound calls. The variable must outlive the call.
 VARIANT ref(short& value);
 VARIANT ref_boolean(VARIANT_BOOL& value);  // VARIANT_BOOL is a short to the compiler
+VARIANT ref(float& value);
 VARIANT ref(BSTR& value);
 VARIANT ref(IDispatch*& value);
 

@@ -44,6 +44,8 @@ class Ref {
     ref.object_ = object;
     return ref;
   }
+  /// For functions that may replace the object; what is held then belongs to this Ref as before.
+  T** in_out() { return &object_; }
   /// For functions that return an object through a pointer; releases what is held.
   T** receive() {
     reset();

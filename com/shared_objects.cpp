@@ -1,7 +1,10 @@
 #include "com/shared_objects.h"
 
+#include "com/boundary.h"
+#include "com/late_bound.h"
 #include "com/module.h"
 #include "com/thread_state.h"
+#include "util/library_version.h"
 
 namespace pv {
 namespace {
@@ -20,6 +23,15 @@ Ref<I> shared(Ref<I> ThreadState::*slot, REFCLSID clsid) {
 
 Ref<_CLanguages> shared_languages() {
   return shared(&ThreadState::languages, __uuidof(::CLanguages));
+}
+
+Ref<_CTxmEvents> shared_events() { return shared(&ThreadState::events, __uuidof(::CTxmEvents)); }
+
+// A missing or failing application object must not swallow a message.
+std::wstring message_title() {
+  std::wstring title = library_title();
+  attempt([&] { title = text_of(LateBound(thread_state().application).get(L"Title")); });
+  return title;
 }
 
 Ref<_CFile> shared_file() { return shared(&ThreadState::file, __uuidof(::CFile)); }

@@ -28,6 +28,7 @@ struct ThreadState {
   std::array<std::wstring, kDirectories> directories;
   Ref<IDispatch> application;
   Ref<_CLanguages> languages;
+  Ref<_CTxmEvents> events;
   Ref<_CFile> file;
   std::vector<LanguageWatch*> language_watches;
   std::vector<std::unique_ptr<ThreadBound>> keepsakes;

@@ -11,9 +11,18 @@
 #include "items/CVerItems.h"
 #include "items/CVersion.h"
 #include "items/CVersions.h"
+#include "txm/CComDetail.h"
+#include "txm/CComHistory.h"
+#include "txm/CComUtility.h"
+#include "txm/CProtocol.h"
+#include "txm/CProtocols.h"
+#include "txm/CTxm.h"
+#include "txm/CTxmEvents.h"
 #include "util/CDimension.h"
 #include "util/CDimensions.h"
 #include "util/CFile.h"
+#include "util/CFunction.h"
+#include "util/CFunctions.h"
 #include "util/CLanguage.h"
 #include "util/CLanguages.h"
 #include "util/CUnit.h"
@@ -24,11 +33,35 @@ namespace pv {
 
 std::span<const ClassEntry> class_table() {
   static constexpr ClassEntry table[] = {
-      CDList::entry(),     CDListMember::entry(), CDListMembers::entry(), CDLists::entry(),
-      CItem::entry(),      CItems::entry(),       CVariable::entry(),     CVariables::entry(),
-      CVerItem::entry(),   CVerItems::entry(),    CVersion::entry(),      CVersions::entry(),
-      CDimension::entry(), CDimensions::entry(),  CFile::entry(),         CLanguage::entry(),
-      CLanguages::entry(), CUnit::entry(),        CUnits::entry(),        CUtility::entry(),
+      CDList::entry(),
+      CDListMember::entry(),
+      CDListMembers::entry(),
+      CDLists::entry(),
+      CItem::entry(),
+      CItems::entry(),
+      CVariable::entry(),
+      CVariables::entry(),
+      CVerItem::entry(),
+      CVerItems::entry(),
+      CVersion::entry(),
+      CVersions::entry(),
+      CComDetail::entry(),
+      CComHistory::entry(),
+      CComUtility::entry(),
+      CProtocol::entry(),
+      CProtocols::entry(),
+      CTxm::entry(),
+      CTxmEvents::entry(),
+      CDimension::entry(),
+      CDimensions::entry(),
+      CFile::entry(),
+      CFunction::entry(),
+      CFunctions::entry(),
+      CLanguage::entry(),
+      CLanguages::entry(),
+      CUnit::entry(),
+      CUnits::entry(),
+      CUtility::entry(),
   };
   return table;
 }

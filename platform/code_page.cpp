@@ -23,7 +23,31 @@ std::string narrow(std::wstring_view text) {
   return bytes;
 }
 
+wchar_t code_of(wchar_t character) {
+  if (character < 0x80) return character;
+  const std::string byte = narrow({&character, 1});
+  const bool known = byte.size() == 1 && byte[0] != '?';
+  return known ? static_cast<wchar_t>(static_cast<unsigned char>(byte[0])) : character;
+}
+
 }  // namespace
+
+std::wstring character_codes(std::wstring_view text) {
+  std::wstring codes(text);
+  for (wchar_t& c : codes) c = code_of(c);
+  return codes;
+}
+
+std::wstring text_of_codes(std::wstring_view codes) {
+  std::wstring text(codes);
+  for (wchar_t& c : text) {
+    if (c < 0x80) continue;
+    const char byte = static_cast<char>(c);
+    const std::wstring wide = widen({&byte, 1});
+    if (wide.size() == 1) c = wide[0];
+  }
+  return text;
+}
 
 const TextCodec& ansi_codec() {
   static const TextCodec codec{widen, narrow};

@@ -8,4 +8,11 @@ namespace pv {
 /// turn into separators.
 const TextCodec& ansi_codec();
 
+/// The same text with each character replaced by its code in the ANSI code page, as bytes of
+/// telegrams have it. Characters that the code page lacks keep their value.
+std::wstring character_codes(std::wstring_view text);
+
+/// The inverse: the text whose characters have these codes, 0 to 255.
+std::wstring text_of_codes(std::wstring_view codes);
+
 }  // namespace pv

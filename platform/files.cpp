@@ -45,6 +45,12 @@ std::wstring name_beside(const std::wstring& name) {
          std::to_wstring(GetCurrentThreadId()) + L".tmp";
 }
 
+// Not every platform refuses to rename over such a file.
+bool is_read_only(const std::wstring& name) {
+  const DWORD attributes = GetFileAttributesW(name.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 bool write_new_file(const std::wstring& name, std::string_view content) {
   const File file(name, GENERIC_WRITE, 0, CREATE_ALWAYS);
   return file.is_open() && file.write(content) && FlushFileBuffers(file.handle());
@@ -73,7 +79,7 @@ std::optional<std::string> read_file(const std::wstring& name) {
 }
 
 bool replace_file(const std::wstring& name, std::string_view content) {
-  if (!is_name(name)) return false;
+  if (!is_name(name) || is_read_only(name)) return false;
   const std::wstring beside = name_beside(name);
   const bool replaced =
       write_new_file(beside, content) &&

@@ -16,11 +16,16 @@ wchar_t decimal_separator() {
 std::wstring number_text(double value) { return general_text(value, decimal_separator()); }
 std::wstring number_text(float value) { return general_text(value, decimal_separator()); }
 
-std::wstring current_time_text(const wchar_t* format) {
+double current_moment() {
   SYSTEMTIME now{};
   GetLocalTime(&now);
-  Variant moment(0.0);
-  SystemTimeToVariantTime(&now, &moment.dblVal);
+  double moment = 0;
+  SystemTimeToVariantTime(&now, &moment);
+  return moment;
+}
+
+std::wstring current_time_text(const wchar_t* format) {
+  Variant moment(current_moment());
   moment.vt = VT_DATE;
   BSTR text = nullptr;
   check(VarFormat(&moment, const_cast<wchar_t*>(format), 0, 0, 0, &text));

@@ -11,6 +11,9 @@ wchar_t decimal_separator();
 std::wstring number_text(double value);
 std::wstring number_text(float value);
 
+/// This moment as an automation date: days with the time of day as fraction, local time.
+double current_moment();
+
 /// Today or now, formatted by the platform's named or pattern formats, in the user's locale.
 std::wstring current_time_text(const wchar_t* format);
 

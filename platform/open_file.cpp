@@ -1,12 +1,14 @@
 #include "platform/open_file.h"
 
+#include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
 namespace pv {
 
 OpenFile::OpenFile(int descriptor)
-    : handle_(descriptor < 0 ? INVALID_HANDLE_VALUE
+    : descriptor_(descriptor),
+      handle_(descriptor < 0 ? INVALID_HANDLE_VALUE
                              : reinterpret_cast<HANDLE>(_get_osfhandle(descriptor))) {}
 
 std::optional<std::string> OpenFile::rest() const {
@@ -33,11 +35,15 @@ unsigned long long OpenFile::position() const {
              : 0;
 }
 
+// Through the C library, which alone knows whether the file was opened for appending; in binary
+// mode, because the lines bring their ends along.
 bool OpenFile::write(std::string_view content) const {
-  DWORD written = 0;
-  return WriteFile(handle_, content.data(), static_cast<DWORD>(content.size()), &written,
-                   nullptr) &&
-         written == content.size();
+  if (handle_ == INVALID_HANDLE_VALUE) return false;
+  const int former_mode = _setmode(descriptor_, _O_BINARY);
+  const auto size = static_cast<unsigned>(content.size());
+  const bool written = _write(descriptor_, content.data(), size) == static_cast<int>(size);
+  _setmode(descriptor_, former_mode);
+  return written;
 }
 
 }  // namespace pv

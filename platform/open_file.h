@@ -16,9 +16,11 @@ class OpenFile {
   std::optional<std::string> rest() const;
   bool seek(unsigned long long position) const;
   unsigned long long position() const;
+  /// Writes at the current position, or at the end when the file was opened for appending.
   bool write(std::string_view content) const;
 
  private:
+  int descriptor_;
   void* handle_;
 };
 

@@ -1,5 +1,6 @@
 #include "util/CDimensions.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "com/fetch.h"
@@ -8,20 +9,21 @@
 #include "platform/locale.h"
 #include "util/CUnits.h"
 #include "util/library_version.h"
+#include "util/number_text.h"
 #include "util/unit_conversion.h"
 
 namespace pv {
 namespace {
 
-constexpr long kGeneralFormat = -1;
-constexpr long kMostDecimals = 8;
+constexpr double kGeneralFormat = -1;
+constexpr short kMostDecimals = 8;
 
 // More decimals than can be shown are cut, visibly for the caller.
 long decimals_wanted(VARIANT* decimals) {
-  long wanted = kGeneralFormat;
-  if (!decimals || is_missing(*decimals)) return wanted;
-  attempt([&] { wanted = long_of(dereferenced(*decimals)); });
-  if (wanted <= kMostDecimals) return wanted;
+  double wanted = kGeneralFormat;
+  if (!decimals || is_missing(*decimals)) return static_cast<long>(wanted);
+  attempt([&] { wanted = double_of(dereferenced(*decimals)); });
+  if (wanted <= kMostDecimals) return integer_or_zero<long>(std::max(wanted, kGeneralFormat));
   VARIANT* target = decimals->vt == (VT_BYREF | VT_VARIANT) ? decimals->pvarVal : decimals;
   VariantClear(target);
   target->vt = VT_I2;

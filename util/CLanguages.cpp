@@ -55,10 +55,8 @@ void CLanguages::activate(pvLanguageTypes language) {
 STDMETHODIMP CLanguages::Add(VARIANT key, BSTR name, short picture_id, BSTR extension,
                              _CLanguage** result) noexcept {
   return returning(result, [&] {
-    const Variant plain = dereferenced(key);
-    const bool keyed = plain.vt != VT_EMPTY && !is_missing(plain) && !is_empty_text(plain);
-    const auto language = add(keyed ? text_of(plain) : std::wstring(), name, picture_id, extension);
-    call<_CLanguage>(language.get(), &_CLanguage::put_Key, keyed ? plain : Variant());
+    const auto language = add(key_text(key), name, picture_id, extension);
+    call<_CLanguage>(language.get(), &_CLanguage::put_Key, key);
     return language;
   });
 }

@@ -293,6 +293,10 @@ STDMETHODIMP CUtility::get_Languages(_CLanguages** result) noexcept {
   return returning(result, [] { return shared_languages(); });
 }
 
+STDMETHODIMP CUtility::get_TxmEvents(_CTxmEvents** result) noexcept {
+  return returning(result, [] { return shared_events(); });
+}
+
 STDMETHODIMP CUtility::get_pvFile(_CFile** result) noexcept {
   return returning(result, [] { return shared_file(); });
 }

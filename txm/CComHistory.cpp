@@ -1,0 +1,20 @@
+#include "txm/CComHistory.h"
+
+namespace pv {
+
+// One record goes for each one that comes, even when the limit was lowered below the count.
+STDMETHODIMP CComHistory::Add(_CComDetail* detail, _CComDetail** result) noexcept {
+  return returning(result, [&] {
+    const Ref<_CComDetail> record(detail);
+    if (!record) throw automation_error(ErrorCode::kObjectNotSet, L"ComDetail");
+    if (list_.size() >= maximum_) list_.remove(static_cast<long>(maximum_));
+    if (list_.empty()) {
+      list_.append(record);
+    } else {
+      list_.insert(1, record);
+    }
+    return record;
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "com/collection.h"
+#include "pvItems32.h"
+
+namespace pv {
+
+/// The newest record stands at position 1.
+class CComHistory final : public Collection<CComHistory, _CComHistory, ::CComHistory, _CComDetail,
+                                            _CComDetail, Missing::kRaises> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CComHistory";
+
+  STDMETHODIMP Add(_CComDetail* detail, _CComDetail** result) noexcept override;
+  STORED(Maximum, short, maximum_)
+
+ private:
+  short maximum_ = 16;
+};
+
+}  // namespace pv

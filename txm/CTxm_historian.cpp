@@ -1,0 +1,131 @@
+#include <array>
+
+#include "com/fetch.h"
+#include "com/thread_state.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/locale.h"
+#include "txm/CTxm.h"
+#include "txm/history_text.h"
+#include "util/file_name.h"
+#include "util/localized.h"
+#include "util/number_text.h"
+
+// The audit log: who changed what, when and why. Errors are ignored; results tell whether lines
+// were written.
+namespace pv {
+namespace {
+
+constexpr int kFirstColumn = 310;
+constexpr int kLastColumn = 320;
+constexpr int kConditions = 321;
+constexpr short kGeneralDecimals = -1;
+
+// The state of the device that goes on record with a change.
+constexpr std::array kConditionItems = {5, 223, 33, 60, 65, 183, 184};
+
+std::wstring history_file() {
+  FileName name = at_path(thread_state().directories[appDirHistory]);
+  name.name = L"Historian";
+  name.extension = L"csv";
+  return make_full_name(name);
+}
+
+std::wstring header_line() {
+  std::vector<std::wstring> columns;
+  for (int id = kFirstColumn; id <= kLastColumn; ++id) columns.push_back(localized(id));
+  return history_line(columns);
+}
+
+// Each line is one write call, so that the lines of two hosts never mix.
+bool append_line(const std::wstring& file, std::wstring_view line) {
+  return append_file(file, ansi_codec().narrow(line) + "\r\n");
+}
+
+// A field that cannot be had stays empty.
+template <class Field>
+std::wstring field(Field&& read) {
+  std::wstring text;
+  attempt([&] { text = read(); });
+  return text;
+}
+
+}  // namespace
+
+bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::wstring& comment) {
+  if (!item) {
+    historian_ = histDisabled;
+    return false;
+  }
+  const auto shown = [&](short variable, ShowModeTypes display) {
+    return field([&] {
+      return text_of(shown_value(item, variable, -1, kGeneralDecimals, display, true, true));
+    });
+  };
+  HistoryEntry entry;
+  entry.date = field([] { return current_time_text(L"short date"); });
+  entry.time = field([] { return current_time_text(L"long time"); });
+  entry.signature = tech_name;
+  entry.txm_type = field([&] { return type_name(); });
+  entry.txm_address = integer_text(address_);
+  entry.txm_name = field([&] { return formatted(txmNameFull); });
+  entry.item_id = field([&] { return integer_text(fetch(item, &_CItem::get_ItemID)); });
+  entry.comment = comment;
+  long count = 0;
+  attempt([&] { count = fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Count); });
+  for (short i = 1; i <= count; ++i) {
+    entry.variables.push_back({field([&] { return fetch(item, &_CItem::get_Caption, i); }),
+                               shown(i, smValueOnly), shown(i, smUnitOnly)});
+  }
+
+  const std::wstring file = history_file();
+  create_file(file, ansi_codec().narrow(header_line()) + "\r\n");
+  bool written = true;
+  for (const std::wstring& line : history_lines(entry)) written &= append_line(file, line);
+  return written;
+}
+
+bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std::wstring& comment) {
+  bool recorded = true;
+  switch (txm_type_) {
+    case txmFluxor:
+    case txmHydrel:
+    case txmRivane:
+    case txmGravixTester:
+      recorded = append_entry(item, tech_name, comment);
+      break;
+    case txmGravix:
+      recorded = append_entry(item, tech_name, comment);
+      for (int id : kConditionItems) {
+        Ref<_CItem> condition = item_with_id(id);
+        if (!condition) continue;
+        read(condition.in_out(), false, false);
+        recorded &= append_entry(condition.get(), tech_name, localized(kConditions));
+      }
+      break;
+    default:
+      break;
+  }
+  append_line(history_file(), L"");
+  return recorded;
+}
+
+STDMETHODIMP CTxm::DoHistorian(_CItem* item, BSTR tech_name, BSTR comment,
+                               VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return record_change(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
+  });
+}
+
+STDMETHODIMP CTxm::DoHistorianX(_CItem* item, BSTR tech_name, BSTR comment,
+                                VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return append_entry(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
+  });
+}
+
+STDMETHODIMP CTxm::WriteLine(VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] { return append_line(history_file(), L""); });
+}
+
+}  // namespace pv
