@@ -66,7 +66,7 @@ bool Form::show_modal(HWND owner) {
 }
 
 void Form::hide() {
-  done_ = true;
+  if (std::exchange(done_, true)) return;
   // When this runs inside a sent message, the loop still waits for a posted one.
   PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }

@@ -96,7 +96,7 @@ class Form : public ThreadBound {
   HWND window_ = nullptr;
   HMONITOR monitor_ = nullptr;
   bool placed_ = false;
-  bool done_ = false;
+  bool done_ = true;
   TwipSize outer_;
   std::optional<Metrics> metrics_;
   std::exception_ptr failure_;

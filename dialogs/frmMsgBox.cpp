@@ -35,6 +35,7 @@ constexpr Twips kAfterPrompt = 240;
 constexpr Twips kBelowPrompt = 360;
 constexpr Twips kButtonGap = 120;
 constexpr Twips kBelowButtons = 120;
+constexpr Twips kBesideScrollBar = 120;
 
 short known_set(short buttons) {
   return buttons >= 0 && buttons < static_cast<short>(std::size(kButtonSets)) ? buttons : short{0};
@@ -145,7 +146,10 @@ TwipBox frmMsgBox::fit_prompt(Twips height_below) {
   TwipSize size = pInfo_.natural_size(area.width * 5 / 8 - beside);
   if (size.height > highest) size = pInfo_.natural_size(area.width - beside);
   const bool scrolls = size.height > highest;
-  if (scrolls) size = {area.width - beside, highest};
+  if (scrolls) {
+    const Twips bar = metrics().twips(GetSystemMetrics(SM_CXVSCROLL)) + kBesideScrollBar;
+    size = {std::min(size.width + bar, area.width - beside), highest};
+  }
 
   const TwipBox box{kPromptLeft, kPromptTop, size.width, size.height};
   pInfo_.place(box);

@@ -11,10 +11,10 @@ ModalScope::ModalScope(HWND owner) : active_(GetActiveWindow()) {
 }
 
 ModalScope::~ModalScope() {
-  for (const HWND window : blocked_)
-    if (IsWindow(window)) EnableWindow(window, TRUE);
+  // Handles of windows that are gone do no harm.
+  for (const HWND window : blocked_) EnableWindow(window, TRUE);
   // Before the dialog goes: the platform would otherwise activate a window of another program.
-  if (active_ && IsWindow(active_)) SetActiveWindow(active_);
+  if (IsWindowEnabled(active_)) SetActiveWindow(active_);
 }
 
 BOOL CALLBACK ModalScope::block_each(HWND window, LPARAM scope) {

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/dialogs/automation_client.h"
+
+// Dialogs are shown by one thread and driven by another, as a user would: find the window, read it,
+// press something. Nothing here waits without a limit.
+namespace pv::dialogs_test {
+
+/// Polls until the condition holds; false after five seconds.
+bool wait_until(const std::function<bool()>& condition);
+
+/// A rectangle in twips, relative to the inside of the dialog.
+struct TwipRect {
+  long left, top, right, bottom;
+  long width() const { return right - left; }
+  long height() const { return bottom - top; }
+};
+
+/// An open dialog of another thread.
+class Dialog {
+ public:
+  explicit Dialog(HWND window) : window_(window) {}
+
+  HWND window() const { return window_; }
+  bool open() const { return IsWindow(window_); }
+  bool wait_closed() const {
+    return wait_until([this] { return !open(); });
+  }
+  std::wstring title() const { return text_of(window_); }
+
+  HWND control(int id) const { return GetDlgItem(window_, id); }
+  bool shows(int id) const { return (GetWindowLongW(control(id), GWL_STYLE) & WS_VISIBLE) != 0; }
+  std::wstring text(int id) const { return text_of(control(id)); }
+  /// The text as the user reads it, without the mark of the access key.
+  std::wstring caption(int id) const;
+  /// The lower-case access key, or 0.
+  wchar_t access_key(int id) const;
+  int focused() const;
+
+  void click(int id) const { PostMessageW(control(id), BM_CLICK, 0, 0); }
+  void press_close_box() const { PostMessageW(window_, WM_SYSCOMMAND, SC_CLOSE, 0); }
+  void close() const { PostMessageW(window_, WM_CLOSE, 0, 0); }
+  /// A key for the control that has the focus.
+  void press_key(WORD key) const;
+  void press_alt(wchar_t letter) const;
+  /// Waits until the dialog has handled everything that was posted to it.
+  void drain() const;
+
+  RECT pixels(int id) const;
+  TwipRect twips(int id, int dpi) const;
+  SIZE outer() const;
+  SIZE inner() const;
+
+ private:
+  static std::wstring text_of(HWND window);
+  HWND focus_window() const;
+
+  HWND window_;
+};
+
+/// Dialogs of a thread that are open, by the name of the form; the one opened last comes first.
+std::vector<HWND> open_dialogs(DWORD thread, const wchar_t* form);
+
+/// Waits for `count` open dialogs of a thread; the one opened last. Fails the test after a while.
+Dialog wait_for_dialog(DWORD thread, const wchar_t* form = L"frmMsgBox", std::size_t count = 1);
+
+using Script = std::function<void(const Dialog&)>;
+
+/// Shows the box on this thread while another thread runs the script, and gives the answer. A box
+/// that the script leaves open is closed by its last button.
+long show(const Utility& utility, const Box& box, const Script& script);
+
+/// Runs the script beside `shower`, which shows one dialog on this thread.
+void drive(const std::function<void()>& shower, const Script& script);
+
+/// A visible window of this thread with a child, as an owner; also runs functions on its thread.
+class HostWindow {
+ public:
+  HostWindow();
+  ~HostWindow();
+  HostWindow(const HostWindow&) = delete;
+  HostWindow& operator=(const HostWindow&) = delete;
+
+  HWND window() const { return window_; }
+  HWND child() const { return child_; }
+  /// Runs the function on the window's thread: at once, or when its turn comes.
+  void send(std::function<void()> function) const;
+  void post(std::function<void()> function) const;
+
+ private:
+  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM w, LPARAM l);
+
+  HWND window_;
+  HWND child_;
+};
+
+/// Makes the dialogs appear in another resolution as long as it lives.
+class Resolution {
+ public:
+  explicit Resolution(int dpi);
+  ~Resolution();
+  Resolution(const Resolution&) = delete;
+  Resolution& operator=(const Resolution&) = delete;
+};
+
+}  // namespace pv::dialogs_test
