@@ -1,5 +1,6 @@
 #include "com/invoke.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "com/argument.h"
@@ -23,19 +24,19 @@ class Arguments {
 
   // Surplus and badly named arguments are refused, with their index.
   HRESULT validate(UINT* argument_error) const {
-    const std::size_t expected = member_.parameters.size();
+    const std::size_t expected = member_.parameters.size() - (names_new_value() ? 1 : 0);
     const UINT positional = given_.cArgs - given_.cNamedArgs;
     if (positional > expected) {
       return argument_failed(DISP_E_BADPARAMCOUNT, static_cast<UINT>(given_.cArgs - 1 - expected),
                              argument_error);
     }
     for (UINT i = 0; i < given_.cNamedArgs; ++i) {
-      const DISPID name = given_.rgdispidNamedArgs[i];
-      if (name == DISPID_PROPERTYPUT && member_.is_put()) continue;
-      const bool known = name >= 0 && static_cast<std::size_t>(name) < expected;
-      if (!known || static_cast<UINT>(name) < positional) {
-        return argument_failed(DISP_E_PARAMNOTFOUND, i, argument_error);
+      const std::size_t parameter = parameter_named(given_.rgdispidNamedArgs[i]);
+      bool fits = parameter >= positional && parameter < member_.parameters.size();
+      for (UINT k = 0; k < i; ++k) {
+        fits = fits && parameter_named(given_.rgdispidNamedArgs[k]) != parameter;
       }
+      if (!fits) return argument_failed(DISP_E_PARAMNOTFOUND, i, argument_error);
     }
     return S_OK;
   }
@@ -43,12 +44,8 @@ class Arguments {
   // Index into rgvarg, or nothing for an omitted argument.
   std::optional<UINT> index_of(std::size_t parameter) const {
     const UINT positional = given_.cArgs - given_.cNamedArgs;
-    const bool is_new_value = member_.is_put() && parameter + 1 == member_.parameters.size();
     for (UINT i = 0; i < given_.cNamedArgs; ++i) {
-      const DISPID name = given_.rgdispidNamedArgs[i];
-      if (name == static_cast<DISPID>(parameter) || (is_new_value && name == DISPID_PROPERTYPUT)) {
-        return i;
-      }
+      if (parameter_named(given_.rgdispidNamedArgs[i]) == parameter) return i;
     }
     if (parameter < positional) return static_cast<UINT>(given_.cArgs - 1 - parameter);
     return std::nullopt;
@@ -59,6 +56,18 @@ class Arguments {
   }
 
  private:
+  // The new value of a property is its last parameter; no parameter has the place SIZE_MAX.
+  std::size_t parameter_named(DISPID name) const {
+    if (name == DISPID_PROPERTYPUT && member_.is_put()) return member_.parameters.size() - 1;
+    return name < 0 ? SIZE_MAX : static_cast<std::size_t>(name);
+  }
+
+  bool names_new_value() const {
+    const DISPID* names = given_.rgdispidNamedArgs;
+    return member_.is_put() && std::find(names, names + given_.cNamedArgs, DISPID_PROPERTYPUT) !=
+                                   names + given_.cNamedArgs;
+  }
+
   const Member& member_;
   const DISPPARAMS& given_;
 };
@@ -102,6 +111,7 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
     result_value.push_to(words);
   }
 
+  SetErrorInfo(0, nullptr);  // what an earlier call left must not explain a failure of this one
   const HRESULT called = call_vtable(object, member.slot, words);
   if (FAILED(called)) return fill_exception(called, exception);
 
@@ -128,7 +138,7 @@ HRESULT invoke_default_of_result(void* object, const Member& member, DISPPARAMS*
   const HRESULT got = call_member(object, member, none, &collection, exception, argument_error);
   if (FAILED(got)) return got;
   if (!collection.pdispVal) {
-    SetErrorInfo(0, nullptr);
+    SetErrorInfo(0, make_error_info(L"pvItems32", text_of(ErrorCode::kObjectNotSet)).get());
     return fill_exception(hresult_of(ErrorCode::kObjectNotSet), exception);
   }
   return collection.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,

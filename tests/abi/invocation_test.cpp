@@ -14,7 +14,8 @@ constexpr DISPID kSlot = 30;
 
 Outcome invoke_put(const Object& object, const wchar_t* member, WORD flags, const Value& value) {
   const DISPID new_value = DISPID_PROPERTYPUT;
-  return object.invoke(object.id_of(member), flags, {&value, 1}, {&new_value, 1});
+  const VARIANT passed[] = {value};
+  return object.invoke(object.id_of(member), flags, passed, {&new_value, 1});
 }
 
 TEST(Invocation, PropertyGetAsMethodWorks) {

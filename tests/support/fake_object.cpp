@@ -102,7 +102,7 @@ class FakeDispatch final : public IDispatchEx {
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     if (!object) return E_POINTER;
     *object = nullptr;
-    const bool extended = iid == IID_IDispatchEx && kind_ == FakeObject::Kind::kScript;
+    const bool extended = iid == __uuidof(IDispatchEx) && kind_ == FakeObject::Kind::kScript;
     if (iid != IID_IUnknown && iid != IID_IDispatch && !extended) return E_NOINTERFACE;
     *object = static_cast<IDispatchEx*>(this);
     AddRef();

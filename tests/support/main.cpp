@@ -18,10 +18,12 @@ namespace {
 constexpr DWORD kTestLimit = 120'000;  // milliseconds that one test may take
 constexpr int kHangs = 3;
 constexpr int kCannotStart = 4;
+constexpr int kCrashed = 5;
 
 std::vector<std::string> options;
 std::atomic<DWORD> test_started{0};
 std::atomic<const char*> test_name{""};
+HANDLE output = nullptr;
 
 class Progress : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo& test) override {
@@ -29,6 +31,40 @@ class Progress : public testing::EmptyTestEventListener {
     test_started = GetTickCount();
   }
 };
+
+std::string place_of(void* address) {
+  HMODULE module = nullptr;
+  char name[MAX_PATH] = "?";
+  if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, static_cast<LPCSTR>(address),
+                         &module)) {
+    GetModuleFileNameA(module, name, sizeof name);
+  }
+  char place[MAX_PATH + 32];
+  std::snprintf(
+      place, sizeof place, "%s+%x", name,
+      static_cast<unsigned>(static_cast<char*>(address) - reinterpret_cast<char*>(module)));
+  return place;
+}
+
+// A debugger would wait for somebody to look at it. The streams may lead elsewhere at this moment.
+LONG WINAPI end_after_crash(EXCEPTION_POINTERS* crash) {
+  const EXCEPTION_RECORD& record = *crash->ExceptionRecord;
+  char line[2 * MAX_PATH];
+  const int length = std::snprintf(line, sizeof line, "[  FAILED  ] %s: crashed with %lx at %s\n",
+                                   test_name.load(), record.ExceptionCode,
+                                   place_of(record.ExceptionAddress).c_str());
+  DWORD written = 0;
+  WriteFile(output, line, static_cast<DWORD>(length), &written, nullptr);
+  TerminateProcess(GetCurrentProcess(), kCrashed);
+  return EXCEPTION_EXECUTE_HANDLER;
+}
+
+HANDLE duplicate_of_output() {
+  HANDLE copy = nullptr;
+  DuplicateHandle(GetCurrentProcess(), GetStdHandle(STD_OUTPUT_HANDLE), GetCurrentProcess(), &copy,
+                  0, FALSE, DUPLICATE_SAME_ACCESS);
+  return copy;
+}
 
 DWORD WINAPI run_tests(void*) {
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return kCannotStart;
@@ -73,6 +109,8 @@ std::optional<std::string> option(const std::string& name) {
 }
 
 int run(int argc, char** argv) {
+  output = duplicate_of_output();
+  SetUnhandledExceptionFilter(&end_after_crash);
   testing::InitGoogleTest(&argc, argv);
   options.assign(argv + 1, argv + argc);
   testing::UnitTest::GetInstance()->listeners().Append(new Progress);  // the framework owns it
