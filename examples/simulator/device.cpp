@@ -1,5 +1,6 @@
 #include "device.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 
@@ -100,18 +101,15 @@ void Device::store(int item, std::vector<Field> fields) {
   if (item == kBusAddress) address_ = static_cast<int>(number(kBusAddress));
 }
 
-// A password opens its level; anything else closes all of them.
+// A password opens its level, an empty one closes all, and so does a wrong one.
 AnswerError Device::enter_password(const std::vector<Field>& fields) {
   const std::string& entered = std::get<std::string>(fields.front().value);
+  const auto found = std::find(passwords_.begin(), passwords_.end(), entered);
+  const bool opens = found != passwords_.end();
+  open_level(opens ? static_cast<int>(found - passwords_.begin()) + 1 : 0);
+  if (!opens && !entered.empty()) return AnswerError::kPasswordWrong;
   busy_ = parameters_.at(kEnterPassword).wait * kShareOfWait;
-  open_level(0);
-  if (entered.empty()) return AnswerError::kNone;
-  for (std::size_t i = 0; i < passwords_.size(); ++i) {
-    if (passwords_[i] != entered) continue;
-    open_level(static_cast<int>(i) + 1);
-    return AnswerError::kNone;
-  }
-  return AnswerError::kPasswordWrong;
+  return AnswerError::kNone;
 }
 
 void Device::open_level(int level) {
