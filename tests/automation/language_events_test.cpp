@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "tests/automation/language_support.h"
 
 namespace pv::test {
