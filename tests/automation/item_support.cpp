@@ -25,6 +25,14 @@ std::wstring TestFolder::write(std::wstring_view name, std::string_view bytes) c
   return path;
 }
 
+bool TestFolder::takes(const std::wstring& name) const {
+  const HANDLE probe = CreateFileW(file(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                   FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  if (probe == INVALID_HANDLE_VALUE) return false;
+  CloseHandle(probe);
+  return true;
+}
+
 Texts TestFolder::names() const {
   Texts names;
   for (const auto& entry : fs::directory_iterator(path_)) {
