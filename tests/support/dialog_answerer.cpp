@@ -3,8 +3,8 @@
 namespace pv::test {
 namespace {
 
-constexpr DWORD kPause = 5;             // milliseconds between two looks
-constexpr DWORD kPatience = 500;        // milliseconds after which a button is pressed again
+constexpr DWORD kPause = 5;       // milliseconds between two looks
+constexpr DWORD kPatience = 500;  // milliseconds after which a button is pressed again
 constexpr wchar_t kAnswered[] = L"pv.answered";  // property of a window that was noted: the time
 
 constexpr int kFirstButton = 1000;
@@ -45,8 +45,10 @@ int visible_icon(HWND box) {
 ShownBox read_box(HWND box) {
   const HWND long_prompt = GetDlgItem(box, kLongPrompt);
   const bool is_long = long_prompt && IsWindowVisible(long_prompt);
-  ShownBox shown{text_of(box), text_of(is_long ? long_prompt : GetDlgItem(box, kPrompt)),
-                 visible_icon(box), {}};
+  ShownBox shown{text_of(box),
+                 text_of(is_long ? long_prompt : GetDlgItem(box, kPrompt)),
+                 visible_icon(box),
+                 {}};
   for (int i = 0; i < kButtons; ++i) {
     const HWND button = GetDlgItem(box, kFirstButton + i);
     if (button && IsWindowVisible(button)) shown.buttons.push_back(text_of(button));
