@@ -34,7 +34,7 @@ IndexKey index_key_of(const VARIANT& value) {
   }
 }
 
-std::wstring key_text(const VARIANT& value) {
+std::wstring optional_text(const VARIANT& value) {
   const Variant plain = dereferenced(value);
   return plain.vt == VT_EMPTY || is_missing(plain) ? std::wstring() : text_of(plain);
 }

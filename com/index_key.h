@@ -15,7 +15,7 @@ using IndexKey = std::variant<long, std::wstring>;
 /// Errors: kTypeMismatch for a value that is neither, kInvalidNull for Null.
 IndexKey index_key_of(const VARIANT& value);
 
-/// The text of an optional key; empty when none is given.
-std::wstring key_text(const VARIANT& value);
+/// The text of an optional argument; empty when none is given.
+std::wstring optional_text(const VARIANT& value);
 
 }  // namespace pv

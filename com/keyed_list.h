@@ -49,6 +49,16 @@ class KeyedList {
   const T& at(long position) const { return entries_[index_of(position)]->value; }
   const T& at(std::wstring_view key) const { return entry_of(key).value; }
 
+  /// Position of a member; 0 for a value that is none.
+  long position_of(const T& value) const {
+    long position = 0;
+    for (const auto& entry : entries_) {
+      ++position;
+      if (entry->value == value) return position;
+    }
+    return 0;
+  }
+
   void append(T value, std::wstring_view key = {}) {
     insert_at(entries_.size(), std::move(value), key);
   }

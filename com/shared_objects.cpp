@@ -36,4 +36,8 @@ std::wstring message_title() {
 
 Ref<_CFile> shared_file() { return shared(&ThreadState::file, __uuidof(::CFile)); }
 
+Ref<_CPasswords> shared_passwords() {
+  return shared(&ThreadState::passwords, __uuidof(::CPasswords));
+}
+
 }  // namespace pv

@@ -11,6 +11,7 @@ namespace pv {
 Ref<_CLanguages> shared_languages();
 Ref<_CTxmEvents> shared_events();
 Ref<_CFile> shared_file();
+Ref<_CPasswords> shared_passwords();
 
 /// Title of the library's own messages: that of the application object, else the library's.
 std::wstring message_title();

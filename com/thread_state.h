@@ -30,6 +30,7 @@ struct ThreadState {
   Ref<_CLanguages> languages;
   Ref<_CTxmEvents> events;
   Ref<_CFile> file;
+  Ref<_CPasswords> passwords;
   std::vector<LanguageWatch*> language_watches;
   std::vector<std::unique_ptr<ThreadBound>> keepsakes;
 };

@@ -1,7 +1,6 @@
 #include "dialogs/frmTechName.h"
 
-#include <algorithm>
-
+#include "dialogs/form_layout.h"
 #include "dialogs/thread_form.h"
 
 namespace pv {
@@ -14,8 +13,6 @@ constexpr int kComment = 304;
 constexpr int kOk = 200;
 constexpr int kCancel = 201;
 
-constexpr Twips kMargin = 180;
-constexpr Twips kGap = 120;
 constexpr Twips kTextWidth = 5400;
 
 }  // namespace
@@ -57,33 +54,13 @@ void frmTechName::cancel() {
 }
 
 void frmTechName::layout() {
-  Twips top = kMargin;
-  for (Label* text : {&lblPrompt_, &lblItem_}) {
-    const TwipSize size = text->natural_size(kTextWidth);
-    text->place({kMargin, top, kTextWidth, size.height});
-    top += size.height + kGap;
-  }
-  const Twips label_width =
-      std::max(lblName_.natural_size().width, lblComment_.natural_size().width);
-  const Twips field_left = kMargin + label_width + kGap;
-  const auto place_field = [&](FieldLabel& label, TextBox& field) {
-    const Twips height = field.natural_size().height;
-    const Twips label_height = label.natural_size().height;
-    label.place({kMargin, top + (height - label_height) / 2, label_width, label_height});
-    field.place({field_left, top, kMargin + kTextWidth - field_left, height});
-    top += height + kGap;
-  };
-  place_field(lblName_, txtName_);
-  place_field(lblComment_, txtComment_);
-
-  top += kGap;
-  const TwipSize ok = cmdOK_.natural_size();
-  const TwipSize cancel = cmdCancel_.natural_size();
-  const Twips width = std::max(ok.width, cancel.width);
-  const Twips right = kMargin + kTextWidth;
-  cmdOK_.place({right - 2 * width - kGap, top, width, ok.height});
-  cmdCancel_.place({right - width, top, width, ok.height});
-  resize_inner({right + kMargin, top + ok.height + kMargin});
+  const Column column{kFormMargin, kTextWidth, widest({&lblName_, &lblComment_})};
+  Twips top = place_text(lblPrompt_, column, kFormMargin);
+  top = place_text(lblItem_, column, top);
+  top = place_field(lblName_, txtName_, column, top);
+  top = place_field(lblComment_, txtComment_, column, top);
+  const Twips bottom = place_buttons({&cmdOK_, &cmdCancel_}, column, top + kFormGap);
+  resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
 }
 
 std::optional<TechnicianNote> ask_technician(const std::wstring& item_label) {

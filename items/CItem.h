@@ -47,6 +47,10 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
 
   const ItemRecord& record() const { return record_; }
   void assign(const ItemRecord& record) { record_ = record; }
+  void identify(std::wstring_view key, short item_id) {
+    record_.key = key;
+    record_.item_id = item_id;
+  }
   void set_variables(_CVariables* variables) { variables_ = variables; }
   const Ref<_CVariables>& variables();
   void copy_to(_CItem* dest);

@@ -31,12 +31,24 @@ class CItems final : public ItemsBase {
   STORED(Version, BSTR, version_)
   STDMETHODIMP get_Versions(_CVersions** result) noexcept override;
 
+  // Maintenance (CItems_maintenance.cpp).
+  STDMETHODIMP Sort(VARIANT_BOOL ascending, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP ChangeID(short index, short new_id, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP ChangeKey(VARIANT old_key, VARIANT new_key, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP SaveTextSettings(BSTR file_name, _CItem* item, short variable,
+                                VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP LoadItemSymbols(IDispatch* control, BSTR path, long* result) noexcept override;
+
  private:
   Ref<CItem> find(const VARIANT& index) const;
   std::wstring lookup_key(const VARIANT& index) const;
   long version_item_count() const;
   Ref<CItem> add(const ItemRecord& record, _CVariables* variables);
   void add_from_file(const LoadedItem& loaded);
+  bool sort(bool ascending);
+  void change_id(short index, short new_id);
+  void change_key(const VARIANT& old_key, std::wstring_view new_key);
+  bool save_texts(const std::wstring& file, _CItem* item, short variable) const;
 
   bool changed_ = false;
   std::wstring version_;

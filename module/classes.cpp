@@ -1,4 +1,6 @@
 #include "com/module.h"
+#include "access/CPassword.h"
+#include "access/CPasswords.h"
 #include "items/CDList.h"
 #include "items/CDListMember.h"
 #include "items/CDListMembers.h"
@@ -20,19 +22,27 @@
 #include "txm/CTxmEvents.h"
 #include "util/CDimension.h"
 #include "util/CDimensions.h"
+#include "util/CDirEntry.h"
+#include "util/CDirectory.h"
+#include "util/CError.h"
 #include "util/CFile.h"
 #include "util/CFunction.h"
 #include "util/CFunctions.h"
+#include "util/CInputBox.h"
 #include "util/CLanguage.h"
 #include "util/CLanguages.h"
+#include "util/CStatistics.h"
 #include "util/CUnit.h"
 #include "util/CUnits.h"
 #include "util/CUtility.h"
+#include "util/Cerrors.h"
 
 namespace pv {
 
 std::span<const ClassEntry> class_table() {
   static constexpr ClassEntry table[] = {
+      CPassword::entry(),
+      CPasswords::entry(),
       CDList::entry(),
       CDListMember::entry(),
       CDListMembers::entry(),
@@ -54,14 +64,20 @@ std::span<const ClassEntry> class_table() {
       CTxmEvents::entry(),
       CDimension::entry(),
       CDimensions::entry(),
+      CDirEntry::entry(),
+      CDirectory::entry(),
+      CError::entry(),
       CFile::entry(),
       CFunction::entry(),
       CFunctions::entry(),
+      CInputBox::entry(),
       CLanguage::entry(),
       CLanguages::entry(),
+      CStatistics::entry(),
       CUnit::entry(),
       CUnits::entry(),
       CUtility::entry(),
+      Cerrors::entry(),
   };
   return table;
 }

@@ -20,7 +20,7 @@ STDMETHODIMP CFunctions::Add(VARIANT key, IDispatch* server_form, DATE version_d
     call(properties, &_CFunction::put_FuncType, type ? *type : pvFuncButton);
     call(properties, &_CFunction::put_Protected, protection);
     call(properties, &_CFunction::putref_ServerForm, server_form);
-    list_.append(function, key_text(plain_key));
+    list_.append(function, optional_text(plain_key));
     return function;
   });
 }

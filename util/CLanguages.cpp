@@ -55,7 +55,7 @@ void CLanguages::activate(pvLanguageTypes language) {
 STDMETHODIMP CLanguages::Add(VARIANT key, BSTR name, short picture_id, BSTR extension,
                              _CLanguage** result) noexcept {
   return returning(result, [&] {
-    const auto language = add(key_text(key), name, picture_id, extension);
+    const auto language = add(optional_text(key), name, picture_id, extension);
     call<_CLanguage>(language.get(), &_CLanguage::put_Key, key);
     return language;
   });

@@ -5,8 +5,8 @@
 #include "com/shared_objects.h"
 #include "com/thread_state.h"
 #include "com/tolerant.h"
+#include "dialogs/access_editor.h"
 #include "dialogs/message_box.h"
-#include "util/data_type.h"
 #include "platform/bitmap_size.h"
 #include "platform/code_page.h"
 #include "platform/locale.h"
@@ -14,6 +14,7 @@
 #include "platform/owner_window.h"
 #include "platform/profile.h"
 #include "platform/window_memory.h"
+#include "util/data_type.h"
 #include "util/library_version.h"
 #include "util/localized.h"
 #include "util/pv_trim.h"
@@ -291,6 +292,14 @@ STDMETHODIMP CUtility::RestoreWindowPos(IDispatch* dest, BSTR file, BSTR section
 
 STDMETHODIMP CUtility::get_Languages(_CLanguages** result) noexcept {
   return returning(result, [] { return shared_languages(); });
+}
+
+STDMETHODIMP CUtility::get_PWS(_CPasswords** result) noexcept {
+  return returning(result, [] { return shared_passwords(); });
+}
+
+STDMETHODIMP CUtility::ItemAccessEdit(_CTxm* txm, _CItem* item, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] { return edit_access(txm, item); });
 }
 
 STDMETHODIMP CUtility::get_TxmEvents(_CTxmEvents** result) noexcept {

@@ -67,6 +67,8 @@ class CUtility final : public Dual<CUtility, _CUtility, ::CUtility> {
   STDMETHODIMP RestoreWindowPos(IDispatch* dest, BSTR file, BSTR section, BSTR key,
                                 VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP get_Languages(_CLanguages** result) noexcept override;
+  STDMETHODIMP get_PWS(_CPasswords** result) noexcept override;
+  STDMETHODIMP ItemAccessEdit(_CTxm* txm, _CItem* item, VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP get_TxmEvents(_CTxmEvents** result) noexcept override;
   STDMETHODIMP get_pvFile(_CFile** result) noexcept override;
 };

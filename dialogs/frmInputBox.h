@@ -1,0 +1,40 @@
+#pragma once
+
+#include "dialogs/form.h"
+#include "dialogs/input_box.h"
+
+namespace pv {
+
+/// The input form. Its control ids: 1000 OK, 1001 Cancel, 1010 prompt, 1020 text, 1021 unit, 1022
+/// date, 1023 time.
+class frmInputBox final : public Form {
+ public:
+  frmInputBox();
+
+  void prepare(const InputRequest& request);
+  bool ok() const { return ok_; }
+  const Variant& value() const { return value_; }
+
+ protected:
+  void layout() override;
+  Control* first_focus() override;
+
+ private:
+  bool asks_for_text() const { return txtInput_.visible(); }
+  void confirm();
+  void cancel();
+  double entered_moment() const;
+
+  Label lblPrompt_;
+  TextBox txtInput_;
+  DateTimePicker dtDate_;
+  DateTimePicker dtTime_;
+  Label lblUnit_;
+  Button butOK_;
+  Button butCancel_;
+
+  bool ok_ = false;
+  Variant value_;
+};
+
+}  // namespace pv

@@ -1,0 +1,179 @@
+#include "com/fetch.h"
+#include "com/late_bound.h"
+#include "com/shared_objects.h"
+#include "com/tolerant.h"
+#include "items/CItems.h"
+#include "items/stable_order.h"
+#include "platform/picture_file.h"
+#include "platform/profile.h"
+#include "util/file_name.h"
+#include "util/library_version.h"
+#include "util/number_text.h"
+
+// Operations that edit or export the item database as a whole. Errors are trapped: the result
+// tells.
+namespace pv {
+namespace {
+
+constexpr short kAllVariables = -1;
+
+std::wstring item_section(long position) { return L"ITEM" + integer_text(position); }
+
+// One file per language: the extension is the language's number in three digits.
+std::wstring text_file_of(const std::wstring& file) {
+  const auto language = fetch(shared_languages(), &_CLanguages::get_ActiveLanguageID);
+  FileName name = parse_file_name(file);
+  name.extension = zero_padded(language, 3);
+  name.extension.erase(0, name.extension.size() - 3);
+  return make_full_name(name);
+}
+
+bool write_item_texts(const std::wstring& file, long position, CItem& item, short variable) {
+  const auto& variables = item.variables();
+  const long count = fetch(variables, &_CVariables::get_Count);
+  if (variable != kAllVariables && (variable < 1 || variable > count)) return false;
+  bool written = true;
+  for (long j = 1; j <= count; ++j) {
+    if (variable != kAllVariables && variable != j) continue;
+    const auto each = fetch(variables, &_CVariables::get_Item, Variant(j));
+    written &= write_profile(
+        file, item_section(position), L"VAR" + integer_text(j),
+        fetch(each, &_CVariable::get_Caption) + L"|" + fetch(each, &_CVariable::get_Description));
+  }
+  return written;
+}
+
+bool write_head(const std::wstring& file, long count) {
+  const FileStamp stamp = library_stamp();
+  bool written = write_profile(file, L"Items", L"Count", integer_text(count));
+  written &= write_profile(file, L"Items", L"Version", stamp.version);
+  return write_profile(file, L"Items", L"Date", stamp.comments) && written;
+}
+
+bool clear_recorded_items(const std::wstring& file) {
+  bool cleared = true;
+  const long recorded = integer_of<short>(read_profile(file, L"Items", L"Count", L"0"));
+  for (long i = 1; i <= recorded; ++i) cleared &= clear_profile_section(file, item_section(i));
+  return cleared;
+}
+
+std::wstring upper(std::wstring text) {
+  CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
+  return text;
+}
+
+bool is_numeric(const VARIANT& key) {
+  return attempt([&] { double_of(key); });
+}
+
+}  // namespace
+
+// The order of the insertion pass that moves members before the first greater one: a stable sort.
+bool CItems::sort(bool ascending) {
+  std::vector<std::int16_t> keys;
+  for (const auto& item : list_) {
+    if (item->record().key.empty()) return false;
+    keys.push_back(integer_of<std::int16_t>(item->record().key));
+  }
+  list_.reorder(sorted_positions(keys, ascending));
+  return true;
+}
+
+STDMETHODIMP CItems::Sort(VARIANT_BOOL ascending, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] { return sort(ascending != VARIANT_FALSE); });
+}
+
+void CItems::change_id(short index, short new_id) {
+  const std::wstring key = integer_text(new_id);
+  const Ref<CItem> former = list_.at(static_cast<long>(index));
+  if (list_.contains(key) && list_.at(key) != former) {
+    throw automation_error(ErrorCode::kKeyInUse, key);
+  }
+  const auto copy = make<CItem>();
+  former->copy_to(copy.get());
+  copy->identify(key, new_id);
+  replace_member(list_, index, copy, key);
+}
+
+STDMETHODIMP CItems::ChangeID(short index, short new_id, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] { return attempt([&] { change_id(index, new_id); }); });
+}
+
+// Renaming by key moves the item to the end; a numeric old key puts it back at that position.
+void CItems::change_key(const VARIANT& old_key, std::wstring_view new_key) {
+  const Ref<CItem> former = at(old_key);
+  if (list_.contains(new_key) && list_.at(new_key) != former) {
+    throw automation_error(ErrorCode::kKeyInUse, std::wstring(new_key));
+  }
+  const auto copy = make<CItem>();
+  former->copy_to(copy.get());
+  copy->identify(new_key, former->record().item_id);
+  list_.remove(list_.position_of(former));
+  const long position = is_numeric(old_key) ? long_of(old_key) : list_.size() + 1;
+  if (position >= 1 && position <= list_.size()) {
+    list_.insert(position, copy, new_key);
+  } else {
+    list_.append(copy, new_key);
+  }
+}
+
+STDMETHODIMP CItems::ChangeKey(VARIANT old_key, VARIANT new_key, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return attempt([&] { change_key(dereferenced(old_key), text_of(dereferenced(new_key))); });
+  });
+}
+
+bool CItems::save_texts(const std::wstring& file, _CItem* item, short variable) const {
+  if (!item) {
+    bool written = clear_recorded_items(file);
+    written &= write_head(file, list_.size());
+    long position = 0;
+    for (const auto& each : list_) {
+      written &= write_item_texts(file, ++position, *each, variable);
+    }
+    return written;
+  }
+  const short id = fetch(item, &_CItem::get_ItemID);
+  long position = 0;
+  for (const auto& each : list_) {
+    ++position;
+    if (each->record().item_id == id) return write_item_texts(file, position, *each, variable);
+  }
+  return false;
+}
+
+STDMETHODIMP CItems::SaveTextSettings(BSTR file_name, _CItem* item, short variable,
+                                      VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    bool saved = false;
+    attempt([&] {
+      saved = save_texts(text_file_of(std::wstring(view_of(file_name))), item, variable);
+    });
+    return saved;
+  });
+}
+
+STDMETHODIMP CItems::LoadItemSymbols(IDispatch* control, BSTR path, long* result) noexcept {
+  return returning(result, [&] {
+    const LateBound images_control{Ref<IDispatch>(control)};
+    if (type_name_of(control) != L"ImageList") return 0L;
+    bool complete = true;
+    for (const auto& item : list_) {
+      const auto& variables = item->variables();
+      const long count = fetch(variables, &_CVariables::get_Count);
+      for (long j = 1; j <= count; ++j) {
+        complete &= attempt([&] {
+          const auto variable = fetch(variables, &_CVariables::get_Item, Variant(j));
+          const std::wstring symbol = upper(fetch(variable, &_CVariable::get_Symbol));
+          const auto picture = picture_from_file(std::wstring(view_of(path)) + symbol + L".BMP");
+          const Bstr key(symbol);
+          images_control.get_object(L"ListImages")
+              .call(L"Add", {Variant::missing(), value(key), value(picture.get())});
+        });
+      }
+    }
+    return complete ? -1L : 0L;
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "com/automation.h"
+#include "com/ref.h"
+
+namespace pv {
+
+/// A picture object of a bitmap or icon file; throws when there is none.
+Ref<IPictureDisp> picture_from_file(const std::wstring& file);
+
+/// The class name of an object as its own type information says; empty when it says nothing.
+std::wstring type_name_of(IDispatch* object);
+
+}  // namespace pv

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "com/collection.h"
+#include "util/CDirEntry.h"
+
+namespace pv {
+
+class CDirectory final : public Collection<CDirectory, _CDirectory, ::CDirectory, CDirEntry,
+                                           _CDirEntry, Missing::kRaises> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CDirectory";
+
+  STDMETHODIMP Add(BSTR path, DirectoryTypes type, BSTR key, _CDirEntry** result) noexcept override;
+  STDMETHODIMP GetFileList(BSTR path, BSTR filter, _CDirectory** result) noexcept override;
+
+ private:
+  Ref<CDirEntry> add(std::wstring_view path, DirectoryTypes type, std::wstring_view key = {});
+};
+
+}  // namespace pv
