@@ -1,0 +1,85 @@
+// Objects of a host that do as little as such an object can.
+#pragma once
+
+#include <atomic>
+
+#include "tests/bench/subject.h"
+
+namespace pv::bench {
+
+/// The part of an automation object that all of these share.
+class HostObject : public IDispatch {
+ public:
+  HostObject() = default;
+  HostObject(const HostObject&) = delete;
+  HostObject& operator=(const HostObject&) = delete;
+  virtual ~HostObject() = default;
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
+    *object = known ? static_cast<IDispatch*>(this) : nullptr;
+    if (known) AddRef();
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+    *count = 0;
+    return S_OK;
+  }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
+
+ private:
+  std::atomic<ULONG> references_{0};
+};
+
+/// A compiled transmitter server that answers every exchange with True and does nothing.
+class IdleServer final : public HostObject {
+ public:
+  IdleServer(Ref<_CItems> items, Ref<_CDimensions> dimensions);
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO*, UINT*) override;
+
+ private:
+  Ref<_CItems> items_;
+  Ref<_CDimensions> dimensions_;
+  Ref<_CProtocols> protocols_;
+};
+
+/// A listener that counts, with the cheapest Invoke there can be.
+class CountingListener final : public HostObject {
+ public:
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
+    count = count + 1;
+    return S_OK;
+  }
+  volatile long count = 0;  // keeps the compiler from dropping the handler
+};
+
+/// A listener as compiled hosts have them: its Invoke finds the handler's description in the type
+/// library and calls it with arguments converted to its types.
+class TypedListener final : public HostObject {
+ public:
+  TypedListener();
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO*, UINT*) override;
+  virtual HRESULT STDMETHODCALLTYPE on_event() {
+    count = count + 1;
+    return S_OK;
+  }
+  volatile long count = 0;  // keeps the compiler from dropping the handler
+
+ private:
+  Ref<ITypeInfo> events_;
+};
+
+}  // namespace pv::bench

@@ -1,0 +1,135 @@
+// Calls by name, and members of collections by key.
+#include "tests/bench/dictionary.h"
+#include "tests/bench/subject.h"
+
+namespace pv::bench {
+namespace {
+
+constexpr int kItems = 10'000;
+constexpr double kLookupGoal = 80;  // nanoseconds
+
+Ref<ITypeInfo> type_info_of(IDispatch* object) {
+  Ref<ITypeInfo> info;
+  check(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.receive()));
+  return info;
+}
+
+// Names in the order of the published contract; the members of IDispatch are not among them.
+std::vector<std::wstring> member_names(ITypeInfo* info) {
+  constexpr DISPID kFirstOfDispatch = 0x60000000;
+  std::vector<std::wstring> names;
+  FUNCDESC* function = nullptr;
+  for (UINT i = 0; SUCCEEDED(info->GetFuncDesc(i, &function)); ++i) {
+    const DISPID id = function->memid;
+    info->ReleaseFuncDesc(function);
+    BSTR name = nullptr;
+    UINT named = 0;
+    if (id >= kFirstOfDispatch || FAILED(info->GetNames(id, &name, 1, &named))) continue;
+    names.emplace_back(view_of(name));
+    SysFreeString(name);
+  }
+  return names;
+}
+
+void measure_name(Report& report, const Ref<IDispatch>& object, const std::wstring& name,
+                  const std::string& what) {
+  const auto info = type_info_of(object.get());
+  auto* text = const_cast<LPOLESTR>(name.c_str());
+  const auto medians =
+      compare(repeated(100,
+                       [&] {
+                         DISPID id = 0;
+                         object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id);
+                       }),
+              repeated(100, [&] {
+                DISPID id = 0;
+                info->GetIDsOfNames(&text, 1, &id);
+              }));
+  report.time("name lookup, " + what, "ITypeInfo::GetIDsOfNames", medians, kLookupGoal);
+}
+
+void measure_names(Report& report) {
+  const struct {
+    const char* name;
+    Ref<IDispatch> object;
+  } classes[] = {{"CUtility", create(__uuidof(CUtility))}, {"CTxm", create(__uuidof(CTxm))}};
+  for (const auto& [name, object] : classes) {
+    const auto names = member_names(type_info_of(object.get()).get());
+    measure_name(report, object, names.front(), std::string("first member of ") + name);
+    measure_name(report, object, names.back(), std::string("last member of ") + name);
+  }
+}
+
+// What a host without an Invoke of its own would do for the same member.
+void get_through_type_info(ITypeInfo* info, void* object, const wchar_t* member) {
+  auto* name = const_cast<LPOLESTR>(member);
+  DISPID id = 0;
+  check(info->GetIDsOfNames(&name, 1, &id));
+  DISPPARAMS none{};
+  Variant result;
+  check(info->Invoke(object, id, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr));
+}
+
+void measure_property_get(Report& report, const Ref<_CItem>& item, const Dictionary& dictionary) {
+  constexpr double kGoal = 0.25;
+  const auto info = type_info_of(item.get());
+  const Bstr key(L"5000");
+  const Task ours = repeated(100, [&] { late_bound(item.get(), L"ItemID", DISPATCH_PROPERTYGET); });
+  report.ratio("property get, late bound", "Scripting.Dictionary.Item, late bound",
+               compare(ours, repeated(100,
+                                      [&] {
+                                        late_bound(dictionary.dispatch(), L"Item",
+                                                   DISPATCH_PROPERTYGET, {borrowed(key)});
+                                      })),
+               kGoal);
+  report.ratio(
+      "property get, late bound", "ITypeInfo names and Invoke, same member",
+      compare(ours,
+              repeated(100, [&] { get_through_type_info(info.get(), item.get(), L"ItemID"); })),
+      kGoal);
+}
+
+void measure_keys(Report& report, const Ref<_CItems>& items, const Dictionary& dictionary) {
+  constexpr int kStep = 7919;  // prime: goes through all keys in an order of no use to a cache
+  std::vector<Variant> keys;
+  for (int i = 0; i < kItems; ++i) {
+    keys.emplace_back(std::wstring_view(std::to_wstring(i * kStep % kItems + 1)));
+  }
+  std::size_t ours = 0, theirs = 0;
+  report.ratio(
+      "keyed lookup among 10,000, early bound", "Scripting.Dictionary, early bound",
+      compare(repeated(1000,
+                       [&] {
+                         Ref<_CItem> found;
+                         check(items->get_Item(keys[ours++ % keys.size()], found.receive()));
+                       }),
+              repeated(1000, [&] { dictionary.item(keys[theirs++ % keys.size()]); })),
+      0.5);
+  const Bstr key(L"5000");
+  report.information(
+      "keyed lookup among 10,000, late bound", "Scripting.Dictionary, late bound",
+      compare(repeated(
+                  100,
+                  [&] { late_bound(items.get(), L"Item", DISPATCH_PROPERTYGET, {borrowed(key)}); }),
+              repeated(100, [&] {
+                late_bound(dictionary.dispatch(), L"Item", DISPATCH_PROPERTYGET, {borrowed(key)});
+              })));
+}
+
+}  // namespace
+
+void measure_lookups(Report& report) {
+  measure_names(report);
+  const auto items = make_items(kItems, 1);
+  const Dictionary dictionary;
+  Ref<_CItem> item;
+  for (int i = 1; i <= kItems; ++i) {
+    const Variant key{std::wstring_view(std::to_wstring(i))};
+    check(items->get_Item(key, item.receive()));
+    dictionary.add(key, Variant(item.get()));
+  }
+  measure_property_get(report, item, dictionary);
+  measure_keys(report, items, dictionary);
+}
+
+}  // namespace pv::bench

@@ -1,0 +1,65 @@
+#include "tests/bench/report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace pv::bench {
+namespace {
+
+std::string formatted(const char* pattern, double number) {
+  char text[64];
+  std::snprintf(text, sizeof text, pattern, number);
+  return text;
+}
+
+std::string time_text(double nanoseconds) {
+  if (nanoseconds < 1e3) return formatted("%.1f ns", nanoseconds);
+  if (nanoseconds < 1e6) return formatted("%.2f us", nanoseconds / 1e3);
+  return formatted("%.2f ms", nanoseconds / 1e6);
+}
+
+const char* verdict(bool met) { return met ? "met" : "missed"; }
+
+}  // namespace
+
+void Report::add(std::string work, std::string against, const Medians& medians, std::string goal,
+                 std::string verdict) {
+  lines_.push_back({std::move(work), time_text(medians.ours), std::move(against),
+                    time_text(medians.theirs), formatted("%.3g", medians.ratio()), std::move(goal),
+                    std::move(verdict)});
+  std::fprintf(stderr, ".");
+}
+
+void Report::ratio(std::string work, std::string against, const Medians& medians, double goal) {
+  add(std::move(work), std::move(against), medians, formatted("%.3g", goal),
+      verdict(medians.ratio() <= goal));
+}
+
+void Report::time(std::string work, std::string against, const Medians& medians, double goal) {
+  add(std::move(work), std::move(against), medians, time_text(goal), verdict(medians.ours <= goal));
+}
+
+void Report::information(std::string work, std::string against, const Medians& medians) {
+  add(std::move(work), std::move(against), medians, "", "");
+}
+
+void Report::print() const {
+  std::vector<Line> table{{"work", "time", "against", "its time", "ratio", "goal", ""}};
+  table.insert(table.end(), lines_.begin(), lines_.end());
+  std::vector<std::size_t> widths(table.front().size(), 0);
+  for (const Line& line : table) {
+    for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], line[i].size());
+  }
+  std::fprintf(stderr, "\n");
+  for (std::size_t row = 0; row < table.size(); ++row) {
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+      std::printf("| %-*s ", static_cast<int>(widths[i]), table[row][i].c_str());
+    }
+    std::printf("|\n");
+    if (row > 0) continue;
+    for (std::size_t width : widths) std::printf("|%s", std::string(width + 2, '-').c_str());
+    std::printf("|\n");
+  }
+}
+
+}  // namespace pv::bench

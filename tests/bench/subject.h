@@ -1,0 +1,48 @@
+// What the benchmarks work on: objects of the library made without the registry, early bound, and
+// the platform's own objects beside them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "com/boundary.h"
+#include "com/ref.h"
+#include "com/variant.h"
+#include "pvItems32.h"
+#include "tests/bench/report.h"
+
+namespace pv::bench {
+
+/// A new object of the library beside this program, by its class.
+Ref<IDispatch> create(REFCLSID clsid);
+template <class Coclass, class Interface>
+Ref<Interface> create() {
+  return query<Interface>(create(__uuidof(Coclass)).get());
+}
+
+/// Items "1", "2", ... with `variables` variables each.
+Ref<_CItems> make_items(int count, int variables);
+/// Dimensions of `units` units each.
+Ref<_CDimensions> make_dimensions(int count, int units);
+
+std::wstring scratch_file(std::wstring_view name);
+std::string read_bytes(const std::wstring& file);
+
+/// A late-bound call as a script host makes it: the name is looked up, then the member invoked.
+/// Arguments stand in reverse order.
+Variant late_bound(IDispatch* object, const wchar_t* member, WORD flags,
+                   std::vector<VARIANT> reversed_arguments = {});
+
+VARIANT borrowed(BSTR text);
+VARIANT borrowed(IDispatch** object);
+VARIANT number(short value);
+
+// The groups of measurements.
+void measure_lookups(Report& report);
+void measure_files(Report& report);
+void measure_values(Report& report);
+void measure_exchanges(Report& report);
+void measure_events(Report& report);
+
+}  // namespace pv::bench

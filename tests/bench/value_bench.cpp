@@ -1,0 +1,60 @@
+// Values as texts.
+#include "tests/bench/host_objects.h"
+#include "tests/bench/subject.h"
+
+namespace pv::bench {
+namespace {
+
+constexpr short kDecimals = 3;
+
+std::wstring taken(BSTR text) {
+  std::wstring copy(view_of(text));
+  SysFreeString(text);
+  return copy;
+}
+
+std::wstring platform_text(double value) {
+  Variant number(value);
+  static const Bstr pattern(L"0.000");
+  BSTR text = nullptr;
+  check(VarFormat(&number, pattern, 0, 0, 0, &text));
+  return taken(text);
+}
+
+std::wstring our_text(const Ref<_CDimensions>& dimensions, double value) {
+  Variant decimals(kDecimals);
+  BSTR text = nullptr;
+  check(dimensions->ToUnit(Variant(value), number(11), number(2), &decimals, smValueOnly,
+                           VARIANT_FALSE, &text));
+  return taken(text);
+}
+
+}  // namespace
+
+void measure_values(Report& report) {
+  constexpr double kValue = 1234.5678;
+  const auto dimensions = make_dimensions(22, 20);
+  const Task format = repeated(100, [&] { platform_text(kValue); });
+  report.ratio("ToUnit with 3 decimals, early bound", "VarFormat",
+               compare(repeated(100, [&] { our_text(dimensions, kValue); }), format), 0.5);
+
+  const auto items = make_items(10, 1);
+  const auto txm = create<CTxm, _CTxm>();
+  const Ref<IDispatch> server(new IdleServer(items, dimensions));
+  check(txm->putref_Server(server.get()));
+  Ref<_CItem> item;
+  check(items->get_Item(number(1), item.receive()));
+  VARIANT argument = pv::Variant(static_cast<IDispatch*>(item.get())).detach();
+  const Task shown =
+      repeated(100, [&] { late_bound(txm.get(), L"ItemValue", DISPATCH_PROPERTYGET, {argument}); });
+  report.ratio("CTxm.ItemValue of a physical value, late bound", "VarFormat",
+               compare(shown, format), 1);
+  report.ratio(
+      "CTxm.ItemValue of a physical value, late bound", "late-bound property get",
+      compare(shown,
+              repeated(100, [&] { late_bound(txm.get(), L"Address", DISPATCH_PROPERTYGET); })),
+      4);
+  VariantClear(&argument);
+}
+
+}  // namespace pv::bench
