@@ -109,6 +109,13 @@ class CTxm final : public Dual<CTxm, _CTxm, ::CTxm> {
     short unit = 0;
   };
 
+  // A host may let go of the transmitter inside one of its calls: in an event or a server's answer.
+  template <class Out, class Body>
+  HRESULT returning(Out* out, Body&& body, const Location& where = Location::current()) noexcept {
+    const Ref<_CTxm> alive(this);
+    return Dual::returning(out, std::forward<Body>(body), where);
+  }
+
   bool is_modem() const;
   std::wstring type_name() const;
   std::wstring formatted(int parts) const;

@@ -74,8 +74,12 @@ bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::
   long count = 0;
   attempt([&] { count = fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Count); });
   for (short i = 1; i <= count; ++i) {
-    entry.variables.push_back({field([&] { return fetch(item, &_CItem::get_Caption, i); }),
-                               shown(i, smValueOnly), shown(i, smUnitOnly)});
+    HistoryVariable variable{field([&] { return fetch(item, &_CItem::get_Caption, i); }), {}, {}};
+    if (i > 1 || count == 1) {  // the first of several has a caption only
+      variable.value = shown(i, smValueOnly);
+      variable.unit = shown(i, smUnitOnly);
+    }
+    entry.variables.push_back(std::move(variable));
   }
 
   const std::wstring file = history_file();
@@ -98,8 +102,8 @@ bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std:
       recorded = append_entry(item, tech_name, comment);
       for (int id : kConditionItems) {
         Ref<_CItem> condition = item_with_id(id);
-        if (!condition) continue;
-        read(condition.in_out(), false, false);
+        if (condition) read(condition.in_out(), false, false);
+        if (!condition) continue;  // the server may find, too, that there is none
         recorded &= append_entry(condition.get(), tech_name, localized(kConditions));
       }
       break;
