@@ -2,6 +2,7 @@
 
 find_program(WIDL i686-w64-mingw32-widl REQUIRED)
 file(GLOB stdole_dirs /usr/lib/*/wine/i386-windows)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
 find_file(STDOLE2_TLB stdole2.tlb PATHS ${stdole_dirs} NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 get_filename_component(stdole_dir ${STDOLE2_TLB} DIRECTORY)
 
@@ -15,9 +16,12 @@ file(MAKE_DIRECTORY ${generated})
 add_custom_command(
   OUTPUT ${generated}/pvItems32.tlb ${generated}/pvItems32.h ${generated}/pvItems32_i.c
   COMMAND ${WIDL} ${widl_options} -t -o ${generated}/pvItems32.tlb ${contract}
+  COMMAND Python3::Interpreter ${CMAKE_SOURCE_DIR}/tools/typelib_help.py
+    ${contract} ${generated}/pvItems32.tlb
   COMMAND ${WIDL} ${widl_options} -h -o ${generated}/pvItems32.h ${contract}
   COMMAND ${WIDL} ${widl_options} -u -o ${generated}/pvItems32_i.c ${contract}
   DEPENDS ${contract} typelib/shim/oaidl.idl typelib/shim/ocidl.idl typelib/shim/unknwn.idl
+    tools/typelib_help.py
   COMMENT "Compiling the type library")
 add_custom_target(contract DEPENDS ${generated}/pvItems32.tlb)
 
@@ -44,6 +48,17 @@ target_link_libraries(pvItems32 PRIVATE pv_options pv_plain pv_contract
 target_compile_options(pvItems32 PRIVATE -fstack-protector-strong)
 target_link_options(pvItems32 PRIVATE -static -fstack-protector-strong -Wl,--kill-at
   -Wl,--enable-stdcall-fixup)
+
+# For use without registration: what a program's manifest refers to, beside the DLL.
+set(manifest ${CMAKE_BINARY_DIR}/pvItems32.manifest)
+add_custom_command(
+  OUTPUT ${manifest}
+  COMMAND Python3::Interpreter ${CMAKE_SOURCE_DIR}/tools/make_manifest.py ${contract} ${manifest}
+    --version ${PROJECT_VERSION}.0
+  DEPENDS ${contract} tools/make_manifest.py
+  COMMENT "Writing the side-by-side manifest")
+add_custom_target(manifest DEPENDS ${manifest})
+add_dependencies(pvItems32 manifest)
 
 # What the Windows test programs share: late-bound clients, fakes of host objects, the main function.
 file(GLOB support_sources CONFIGURE_DEPENDS tests/support/*.cpp)

@@ -9,6 +9,8 @@
 namespace pv::test {
 namespace {
 
+constexpr int kPuts = INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF;
+
 void require(HRESULT result) {
   if (FAILED(result)) throw std::runtime_error("the type library cannot be read");
 }
@@ -61,13 +63,17 @@ FunctionInfo::FunctionInfo(const TypeInfo& owner, UINT index) : owner_(owner.get
   UINT count = 0;
   owner_->GetNames(description_->memid, names.data(), static_cast<UINT>(names.size()), &count);
   name_ = taken(names[0]);
-  for (int i = 0; i < description_->cParams; ++i) {
+  for (SHORT i = 0; i < description_->cParams; ++i) {
     const ELEMDESC& element = description_->lprgelemdescParam[i];
     const USHORT flags = element.paramdesc.wParamFlags;
     const bool has_default = (flags & PARAMFLAG_FHASDEFAULT) != 0;
+    // The names of a member are those of its first kind; a new value has none of its own.
+    const bool is_new_value = (description_->invkind & kPuts) && i + 1 == description_->cParams;
+    std::wstring name = taken(std::exchange(names[static_cast<std::size_t>(i) + 1], nullptr));
+    if (is_new_value) name.clear();
     parameters_.push_back(
-        {taken(std::exchange(names[static_cast<std::size_t>(i) + 1], nullptr)), element.tdesc,
-         flags, has_default ? &element.paramdesc.pparamdescex->varDefaultValue : nullptr});
+        {std::move(name), element.tdesc, flags,
+         has_default ? &element.paramdesc.pparamdescex->varDefaultValue : nullptr});
   }
 }
 
