@@ -1,6 +1,6 @@
-#include "com/module.h"
 #include "access/CPassword.h"
 #include "access/CPasswords.h"
+#include "com/module.h"
 #include "items/CDList.h"
 #include "items/CDListMember.h"
 #include "items/CDListMembers.h"
@@ -41,42 +41,15 @@ namespace pv {
 
 std::span<const ClassEntry> class_table() {
   static constexpr ClassEntry table[] = {
-      CPassword::entry(),
-      CPasswords::entry(),
-      CDList::entry(),
-      CDListMember::entry(),
-      CDListMembers::entry(),
-      CDLists::entry(),
-      CItem::entry(),
-      CItems::entry(),
-      CVariable::entry(),
-      CVariables::entry(),
-      CVerItem::entry(),
-      CVerItems::entry(),
-      CVersion::entry(),
-      CVersions::entry(),
-      CComDetail::entry(),
-      CComHistory::entry(),
-      CComUtility::entry(),
-      CProtocol::entry(),
-      CProtocols::entry(),
-      CTxm::entry(),
-      CTxmEvents::entry(),
-      CDimension::entry(),
-      CDimensions::entry(),
-      CDirEntry::entry(),
-      CDirectory::entry(),
-      CError::entry(),
-      CFile::entry(),
-      CFunction::entry(),
-      CFunctions::entry(),
-      CInputBox::entry(),
-      CLanguage::entry(),
-      CLanguages::entry(),
-      CStatistics::entry(),
-      CUnit::entry(),
-      CUnits::entry(),
-      CUtility::entry(),
+      CPassword::entry(),     CPasswords::entry(), CDList::entry(),      CDListMember::entry(),
+      CDListMembers::entry(), CDLists::entry(),    CItem::entry(),       CItems::entry(),
+      CVariable::entry(),     CVariables::entry(), CVerItem::entry(),    CVerItems::entry(),
+      CVersion::entry(),      CVersions::entry(),  CComDetail::entry(),  CComHistory::entry(),
+      CComUtility::entry(),   CProtocol::entry(),  CProtocols::entry(),  CTxm::entry(),
+      CTxmEvents::entry(),    CDimension::entry(), CDimensions::entry(), CDirEntry::entry(),
+      CDirectory::entry(),    CError::entry(),     CFile::entry(),       CFunction::entry(),
+      CFunctions::entry(),    CInputBox::entry(),  CLanguage::entry(),   CLanguages::entry(),
+      CStatistics::entry(),   CUnit::entry(),      CUnits::entry(),      CUtility::entry(),
       Cerrors::entry(),
   };
   return table;

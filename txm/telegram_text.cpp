@@ -87,7 +87,7 @@ double hex_to_single(std::wstring_view digits) {
 
 std::wstring take_chunk(std::wstring& data, int count) {
   if (count < 1) return {};
-  const std::wstring chunk = data.substr(0, static_cast<std::size_t>(count));
+  std::wstring chunk = data.substr(0, static_cast<std::size_t>(count));
   data.erase(0, chunk.size());
   return chunk;
 }

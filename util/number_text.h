@@ -55,8 +55,9 @@ template <class Int>
 Int integer_or_zero(double value) {
   const std::optional<double> whole = round_half_even(value);
   // max + 1 is a power of two and therefore exact, also where max itself is not.
-  const double above = static_cast<double>(std::numeric_limits<Int>::max() / 2 + 1) * 2.0;
-  const double least = static_cast<double>(std::numeric_limits<Int>::min());
+  constexpr Int kHalf = std::numeric_limits<Int>::max() / 2 + 1;
+  const auto above = static_cast<double>(kHalf) * 2.0;
+  const auto least = static_cast<double>(std::numeric_limits<Int>::min());
   if (!whole || *whole < least || *whole >= above) return 0;
   return static_cast<Int>(*whole);
 }

@@ -38,7 +38,7 @@ std::wstring unit_text(double base, const UnitRecord& unit, long decimals, long 
   const auto wanted = [mode](ShowMode known) { return mode == static_cast<long>(known); };
   if (wanted(ShowMode::kUnitOnly)) return unit.caption;
   if (!wanted(ShowMode::kValueOnly) && !wanted(ShowMode::kValueAndUnit)) return {};
-  const std::wstring value = value_text(base, unit, decimals, dirty, decimal);
+  std::wstring value = value_text(base, unit, decimals, dirty, decimal);
   if (wanted(ShowMode::kValueOnly) || value.empty()) return value;
   return value + L" " + unit.caption;
 }
