@@ -206,7 +206,7 @@ TEST_F(Access, ARefusalSpeaksTheActiveLanguage) {
   const Object languages = utility.get_object(L"Languages");
   const Value before = languages.get(L"ActiveLanguageID");
   const std::wstring english = text(1101);
-  languages.put(L"ActiveLanguageID", 3);
+  languages.put(L"ActiveLanguageID", 5);
   EXPECT_NE(text(1101), english);
   {
     const DialogResponder dialogs(DialogResponder::kFirst);
