@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "com/fetch.h"
@@ -20,6 +21,7 @@ constexpr int kFirstColumn = 310;
 constexpr int kLastColumn = 320;
 constexpr int kConditions = 321;
 constexpr short kGeneralDecimals = -1;
+constexpr long kMostVariables = 32766;  // as far as their indexes reach
 
 // The state of the device that goes on record with a change.
 constexpr std::array kConditionItems = {5, 223, 33, 60, 65, 183, 184};
@@ -73,7 +75,7 @@ bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::
   entry.comment = comment;
   long count = 0;
   attempt([&] { count = fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Count); });
-  for (short i = 1; i <= count; ++i) {
+  for (short i = 1; i <= std::min(count, kMostVariables); ++i) {
     HistoryVariable variable{field([&] { return fetch(item, &_CItem::get_Caption, i); }), {}, {}};
     if (i > 1 || count == 1) {  // the first of several has a caption only
       variable.value = shown(i, smValueOnly);
