@@ -7,7 +7,8 @@
 namespace pv::test {
 namespace {
 
-constexpr int kPrompt = 1010;
+constexpr int kPrompt = 1010, kOk = 1000, kSecondButton = 1001;
+constexpr int kExclamation = 1022;  // the visible one of the icons
 
 struct Access : testing::Test, Transmitter {
   Access() {
@@ -129,6 +130,9 @@ TEST_F(Access, ARefusedReadShowsItsMessageAfterTheRead) {
   ASSERT_EQ(dialogs->shown().size(), 1u);
   EXPECT_EQ(dialogs->shown()[0].caption, L"Kalvos 7");
   EXPECT_EQ(dialogs->shown()[0].texts.at(kPrompt), refusal(1103, L"7, Caption 1", L"2"));
+  EXPECT_EQ(dialogs->shown()[0].texts.at(kOk), L"&" + text(200));  // the box adds the mnemonic
+  EXPECT_EQ(dialogs->shown()[0].texts.count(kSecondButton), 0u);
+  EXPECT_EQ(dialogs->shown()[0].texts.count(kExclamation), 1u);
   EXPECT_EQ(item.get(L"Dirty", 1), true);
   EXPECT_EQ(calls(), joined({exchange_lines("ReadTxm"), {"get application.Title"}}));
 }

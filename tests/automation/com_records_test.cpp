@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "tests/automation/item_support.h"
 #include "tests/automation/txm_support.h"
 
 namespace pv::test {
@@ -137,6 +138,16 @@ TEST(ComHistory, ErrorsOfTheCollectionReachTheCaller) {
   EXPECT_EQ(history.get(L"Count"), 1);
   history.call(L"Clear");
   EXPECT_EQ(history.get(L"Count"), 0);
+}
+
+TEST(ComHistory, IsEnumeratedFromTheNewest) {
+  const Object history = make_history();
+  for (const wchar_t* letter : {L"R", L"W"}) {
+    const Object detail = make_detail();
+    detail.put(L"CmdLetter", letter);
+    history.call(L"Add", detail);
+  }
+  EXPECT_EQ(texts_of(history, L"CmdLetter"), (Texts{L"W", L"R"}));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "tests/automation/item_support.h"
 #include "tests/automation/txm_support.h"
 
 namespace pv::test {
@@ -135,6 +136,11 @@ TEST_F(Functions, KeyAndOptionsTakeValuesAndObjects) {
   EXPECT_EQ(entry.get(L"Options"), items);
   entry.put(L"Options", L"text");
   EXPECT_EQ(entry.get(L"Options"), L"text");
+}
+
+TEST_F(Functions, AreEnumeratedInTheirOrder) {
+  for (const wchar_t* key : {L"b", L"a"}) add(key, form);
+  EXPECT_EQ(texts_of(functions, L"Key"), (Texts{L"b", L"a"}));
 }
 
 }  // namespace

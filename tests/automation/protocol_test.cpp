@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/automation/item_support.h"
 #include "tests/automation/txm_support.h"
 
 namespace pv::test {
@@ -140,6 +141,14 @@ TEST(Protocols, TheActiveOneIsOnlyStored) {
   EXPECT_EQ(protocols.get(L"ActiveProtocol"), -1);
   protocols.put(L"ActiveProtocol", 99);
   EXPECT_EQ(protocols.get(L"ActiveProtocol"), 99);
+}
+
+TEST(Protocols, AreEnumeratedInTheirOrder) {
+  const Object protocols = Object::create(L"pvItems32.CProtocols");
+  for (const wchar_t* name : {L"b", L"a", L"c"}) {
+    protocols.call(L"Add", Value::nothing(), name, 1, name);
+  }
+  EXPECT_EQ(texts_of(protocols, L"Name"), (Texts{L"b", L"a", L"c"}));
 }
 
 }  // namespace

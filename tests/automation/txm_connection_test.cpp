@@ -9,6 +9,7 @@ namespace {
 
 constexpr int kModemPort = 9;
 constexpr int kPrompt = 1010;
+constexpr int kQuestion = 1021;  // the visible one of the icons
 
 struct Connecting : testing::Test, Transmitter {
   Connecting() {
@@ -196,6 +197,7 @@ TEST_F(Modem, YesDials) {
     EXPECT_EQ(dialogs.shown()[0].texts.at(kPrompt), L"TXM#1:Untitled TXM (Fluxor)\r\n" + text(401));
     EXPECT_EQ(dialogs.shown()[0].texts.count(1001), 1u);
     EXPECT_EQ(dialogs.shown()[0].texts.count(1002), 0u);
+    EXPECT_EQ(dialogs.shown()[0].texts.count(kQuestion), 1u);
   }
 }
 
