@@ -62,7 +62,7 @@ struct Values : testing::Test, Transmitter {
   }
 };
 using Entered = Values;
-using Dimension = Values;
+using DimensionOfVariable = Values;
 using Factors = Values;
 
 // --- Lists ------------------------------------------------------------------------------------
@@ -206,13 +206,13 @@ TEST_F(Entered, NothingOfAllThisRaises) {
 
 // --- The dimension of a variable --------------------------------------------------------------
 
-TEST_F(Dimension, WithoutParentIsTheVariablesOwn) {
+TEST_F(DimensionOfVariable, WithoutParentIsTheVariablesOwn) {
   const Object item = flow_item(7, 0, 2, 1);
   EXPECT_EQ(txm.get(L"ItemDimID", item), 2);
   EXPECT_EQ(calls(), Lines());
 }
 
-TEST_F(Dimension, AParentLendsTheOneOfItsFirstVariable) {
+TEST_F(DimensionOfVariable, AParentLendsTheOneOfItsFirstVariable) {
   const Object item = flow_item(7, 0);
   flow_item(20, 0, 2, 1);
   variable(item).put(L"ParentVariable", 20);
@@ -221,7 +221,7 @@ TEST_F(Dimension, AParentLendsTheOneOfItsFirstVariable) {
   EXPECT_EQ(variable(item).get(L"UnitID"), 1);
 }
 
-TEST_F(Dimension, ASelectorChoosesByItsValue) {
+TEST_F(DimensionOfVariable, ASelectorChoosesByItsValue) {
   const Object item = flow_item(7, 0);
   flow_item(20, 21, -1);
   flow_item(21, 0, 2, 2);
@@ -230,7 +230,7 @@ TEST_F(Dimension, ASelectorChoosesByItsValue) {
   EXPECT_EQ(variable(item).get(L"UnitID"), 2);
 }
 
-TEST_F(Dimension, OnlyMinusOneMakesASelector) {
+TEST_F(DimensionOfVariable, OnlyMinusOneMakesASelector) {
   const Object item = flow_item(7, 0);
   flow_item(20, 21, -2, 1);
   flow_item(21, 0, 2, 2);
@@ -238,7 +238,7 @@ TEST_F(Dimension, OnlyMinusOneMakesASelector) {
   EXPECT_EQ(txm.get(L"ItemDimID", item), -2);
 }
 
-TEST_F(Dimension, ASelectorWithAListChoosesByTheTag) {
+TEST_F(DimensionOfVariable, ASelectorWithAListChoosesByTheTag) {
   const Object item = flow_item(7, 0);
   const Object selector = list_item(30, 1);
   variable(selector).put(L"DimensionID", -1);
@@ -247,7 +247,7 @@ TEST_F(Dimension, ASelectorWithAListChoosesByTheTag) {
   EXPECT_EQ(txm.get(L"ItemDimID", item), 2);
 }
 
-TEST_F(Dimension, ATagThatIsNoNumberLeavesTheOwnDimension) {
+TEST_F(DimensionOfVariable, ATagThatIsNoNumberLeavesTheOwnDimension) {
   const Object item = flow_item(7, 0, 1, 3);
   const Object selector = list_item(30, 2);
   variable(selector).put(L"DimensionID", -1);
@@ -256,7 +256,7 @@ TEST_F(Dimension, ATagThatIsNoNumberLeavesTheOwnDimension) {
   EXPECT_EQ(variable(item).get(L"UnitID"), 3);
 }
 
-TEST_F(Dimension, ASiblingNamesTheItem) {
+TEST_F(DimensionOfVariable, ASiblingNamesTheItem) {
   const Object item = flow_item(7, 0);
   add_variable(item, L"2", 21);
   flow_item(21, 0, 2, 2);
@@ -265,7 +265,7 @@ TEST_F(Dimension, ASiblingNamesTheItem) {
   EXPECT_EQ(variable(item).get(L"UnitID"), 2);
 }
 
-TEST_F(Dimension, ASiblingBelowOneLeavesTheOwnDimension) {
+TEST_F(DimensionOfVariable, ASiblingBelowOneLeavesTheOwnDimension) {
   const Object item = flow_item(7, 0, 1, 3);
   const Object sibling = add_variable(item, L"2", 0);
   variable(item).put(L"ParentVariable", -2);
@@ -276,7 +276,7 @@ TEST_F(Dimension, ASiblingBelowOneLeavesTheOwnDimension) {
   }
 }
 
-TEST_F(Dimension, AReferenceThatLeadsNowhereLeavesTheOwnDimension) {
+TEST_F(DimensionOfVariable, AReferenceThatLeadsNowhereLeavesTheOwnDimension) {
   const Object item = flow_item(7, 0, 1, 3);
   variable(item).put(L"ParentVariable", 99);
   EXPECT_EQ(txm.get(L"ItemDimID", item), 1);
@@ -289,14 +289,14 @@ TEST_F(Dimension, AReferenceThatLeadsNowhereLeavesTheOwnDimension) {
   EXPECT_EQ(txm.get(L"ItemDimID", Value::nothing()), 0);
 }
 
-TEST_F(Dimension, TheValueIsShownInTheBorrowedUnit) {
+TEST_F(DimensionOfVariable, TheValueIsShownInTheBorrowedUnit) {
   const Object item = flow_item(7, 1.5);
   flow_item(20, 0, 2, 2);
   variable(item).put(L"ParentVariable", 20);
   EXPECT_EQ(shown(item, 1, -1, 0, kBoth), L"1500 g");
 }
 
-TEST_F(Dimension, SettingItMarksTheItemsAsChanged) {
+TEST_F(DimensionOfVariable, SettingItMarksTheItemsAsChanged) {
   const Object item = flow_item(7, 0);
   add_variable(item, L"2", 0);
   items.put(L"Changed", false);
