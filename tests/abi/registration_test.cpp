@@ -1,0 +1,201 @@
+// Registration writes what clients need and takes all of it away again; without registration the
+// manifest beside the library is enough.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "tests/abi/type_library.h"
+#include "tests/support/module.h"
+#include "tests/support/object.h"
+
+namespace pv::test {
+namespace {
+
+using Entries = std::set<std::wstring>;
+
+// Every key below this one, and every value as "key|name=text".
+void collect(HKEY key, const std::wstring& path, Entries& entries) {
+  wchar_t name[512];
+  for (DWORD i = 0;; ++i) {
+    DWORD length = ARRAYSIZE(name), type = 0;
+    wchar_t text[2048];
+    DWORD size = sizeof text - sizeof(wchar_t);
+    const LSTATUS status =
+        RegEnumValueW(key, i, name, &length, nullptr, &type, reinterpret_cast<BYTE*>(text), &size);
+    if (status == ERROR_NO_MORE_ITEMS) break;
+    if (status != ERROR_SUCCESS) continue;
+    text[size / sizeof(wchar_t)] = 0;
+    entries.insert(path + L"|" + name + L"=" + (type == REG_SZ ? text : L"?"));
+  }
+  for (DWORD i = 0; RegEnumKeyW(key, i, name, ARRAYSIZE(name)) == ERROR_SUCCESS; ++i) {
+    const std::wstring below = path + L"\\" + name;
+    entries.insert(below);
+    HKEY child = nullptr;
+    if (RegOpenKeyExW(key, name, 0, KEY_READ, &child) != ERROR_SUCCESS) continue;
+    collect(child, below, entries);
+    RegCloseKey(child);
+  }
+}
+
+Entries classes_in(HKEY root) {
+  Entries entries;
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(root, L"Software\\Classes", 0, KEY_READ, &key) != ERROR_SUCCESS) return entries;
+  collect(key, L"", entries);
+  RegCloseKey(key);
+  return entries;
+}
+
+std::string listed(const Entries& from, const Entries& without) {
+  std::string text;
+  for (const std::wstring& entry : from) {
+    if (!without.contains(entry)) text += "  " + printable(entry) + "\n";
+  }
+  return text;
+}
+
+/// Leaves the library registered for the tests that follow.
+class Registration : public testing::Test {
+ protected:
+  ~Registration() override { EXPECT_EQ(module_.register_server(), S_OK); }
+
+  const Module module_;
+};
+
+TEST_F(Registration, OfTheMachineIsTakenAwayCompletely) {
+  ASSERT_EQ(module_.unregister_server(), S_OK);
+  const Entries before = classes_in(HKEY_LOCAL_MACHINE);
+  ASSERT_EQ(module_.register_server(), S_OK);
+  EXPECT_GT(classes_in(HKEY_LOCAL_MACHINE).size(), before.size());
+  ASSERT_EQ(module_.unregister_server(), S_OK);
+  const Entries after = classes_in(HKEY_LOCAL_MACHINE);
+  EXPECT_EQ(listed(after, before), "");
+  EXPECT_EQ(listed(before, after), "");
+}
+
+TEST_F(Registration, TwiceIsTheSameAsOnce) {
+  ASSERT_EQ(module_.register_server(), S_OK);
+  const Entries once = classes_in(HKEY_LOCAL_MACHINE);
+  ASSERT_EQ(module_.register_server(), S_OK);
+  EXPECT_EQ(classes_in(HKEY_LOCAL_MACHINE), once);
+  EXPECT_EQ(module_.unregister_server(), S_OK);
+  EXPECT_EQ(module_.unregister_server(), S_OK) << "what is not there is no failure";
+}
+
+TEST_F(Registration, WritesWhatClientsLookFor) {
+  ASSERT_EQ(module_.unregister_server(), S_OK);
+  ASSERT_EQ(module_.register_server(), S_OK);
+  const Entries entries = classes_in(HKEY_LOCAL_MACHINE);
+  for (const ClassInfo& entry : classes_of(module_.type_library().get())) {
+    const std::wstring clsid = text_of_guid(entry.clsid), key = L"\\CLSID\\" + clsid;
+    for (const std::wstring& expected :
+         {key + L"\\InprocServer32|=" + module_.path(),
+          key + L"\\InprocServer32|ThreadingModel=Apartment",
+          key + L"\\ProgID|=" + entry.prog_id() + L".1",
+          key + L"\\VersionIndependentProgID|=" + entry.prog_id(), key + L"\\Programmable",
+          L"\\" + entry.prog_id() + L"\\CLSID|=" + clsid,
+          L"\\" + entry.prog_id() + L".1\\CLSID|=" + clsid,
+          L"\\" + entry.prog_id() + L"\\CurVer|=" + entry.prog_id() + L".1"}) {
+      EXPECT_TRUE(entries.contains(expected)) << printable(expected);
+    }
+  }
+}
+
+TEST_F(Registration, OfTheUserIsTakenAwayCompletely) {
+  const Entries machine = classes_in(HKEY_LOCAL_MACHINE);
+  // The classes of all programs share this key: it stays. A fresh profile does not have it yet.
+  HKEY shared = nullptr;
+  ASSERT_EQ(RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Classes\\CLSID", &shared), ERROR_SUCCESS);
+  RegCloseKey(shared);
+  const Entries before = classes_in(HKEY_CURRENT_USER);
+  ASSERT_EQ(module_.install(true, L"user"), S_OK);
+  EXPECT_GT(classes_in(HKEY_CURRENT_USER).size(), before.size());
+  EXPECT_EQ(classes_in(HKEY_LOCAL_MACHINE), machine) << "the machine is not touched";
+  ASSERT_EQ(module_.install(false, L"user"), S_OK);
+  EXPECT_EQ(listed(classes_in(HKEY_CURRENT_USER), before), "");
+}
+
+TEST_F(Registration, InstallWithoutAUserIsThatOfTheMachine) {
+  ASSERT_EQ(module_.install(true, nullptr), S_OK);
+  const Entries registered = classes_in(HKEY_LOCAL_MACHINE);
+  ASSERT_EQ(module_.install(false, L""), S_OK);
+  EXPECT_LT(classes_in(HKEY_LOCAL_MACHINE).size(), registered.size());
+}
+
+TEST_F(Registration, InstallRefusesWhatItDoesNotKnow) {
+  EXPECT_EQ(module_.install(true, L"everybody"), E_INVALIDARG);
+  EXPECT_EQ(module_.install(false, L"everybody"), E_INVALIDARG);
+}
+
+TEST_F(Registration, OfTheTypeLibraryLeadsToTheModule) {
+  ASSERT_EQ(module_.register_server(), S_OK);
+  TLIBATTR* attributes = nullptr;
+  module_.type_library()->GetLibAttr(&attributes);
+  Ref<ITypeLib> registered;
+  EXPECT_EQ(LoadRegTypeLib(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum,
+                           LOCALE_NEUTRAL, registered.receive()),
+            S_OK);
+  module_.type_library()->ReleaseTLibAttr(attributes);
+}
+
+/// Classes are looked up in a manifest while this lives.
+class Activation {
+ public:
+  explicit Activation(const std::wstring& manifest) {
+    ACTCTXW context{};
+    context.cbSize = sizeof context;
+    context.lpSource = manifest.c_str();
+    handle_ = CreateActCtxW(&context);
+    active_ = handle_ != INVALID_HANDLE_VALUE && ActivateActCtx(handle_, &cookie_);
+  }
+  ~Activation() {
+    if (active_) DeactivateActCtx(0, cookie_);
+    if (handle_ != INVALID_HANDLE_VALUE) ReleaseActCtx(handle_);
+  }
+  bool is_active() const { return active_; }
+
+ private:
+  HANDLE handle_ = INVALID_HANDLE_VALUE;
+  ULONG_PTR cookie_ = 0;
+  bool active_ = false;
+};
+
+TEST_F(Registration, IsNotNeededWithTheManifest) {
+  ASSERT_EQ(module_.unregister_server(), S_OK);
+  CLSID clsid;
+  ASSERT_NE(CLSIDFromProgID(L"pvItems32.CFile", &clsid), S_OK);
+
+  const Activation activation(program_folder() + L"pvItems32.manifest");
+  ASSERT_TRUE(activation.is_active());
+  for (const ClassInfo& entry : classes_of(module_.type_library().get())) {
+    const Object object = Object::create(entry.prog_id());
+    const auto provider = object.as<IProvideClassInfo>();
+    Ref<ITypeInfo> info;
+    ASSERT_EQ(provider->GetClassInfo(info.receive()), S_OK);
+    EXPECT_EQ(TypeInfo(info).attributes().guid, entry.clsid) << printable(entry.name);
+    EXPECT_EQ(CLSIDFromProgID((entry.prog_id() + L".1").c_str(), &clsid), S_OK);
+  }
+}
+
+TEST(Manifest, NamesEveryInterfaceOfTheLibrary) {
+  std::ifstream file(std::filesystem::path(program_folder()) / "pvItems32.manifest");
+  const std::string manifest((std::istreambuf_iterator<char>(file)), {});
+  const Module module;
+  int interfaces = 0;
+  for (const TypeInfo& type : types_of(module.type_library().get())) {
+    if (type.attributes().typekind != TKIND_DISPATCH) continue;
+    ++interfaces;
+    const bool is_dual = (type.attributes().wTypeFlags & TYPEFLAG_FDUAL) != 0;
+    const auto at = manifest.find("iid=\"" + printable(text_of_guid(type.attributes().guid)));
+    ASSERT_NE(at, std::string::npos) << printable(type.name());
+    const std::string line = manifest.substr(at, manifest.find('\n', at) - at);
+    EXPECT_NE(line.find(is_dual ? "{00020424-" : "{00020420-"), std::string::npos) << line;
+  }
+  EXPECT_GT(interfaces, 0);
+}
+
+}  // namespace
+}  // namespace pv::test

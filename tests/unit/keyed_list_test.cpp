@@ -1,0 +1,263 @@
+#include "com/keyed_list.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "com/key_fold.h"
+
+namespace pv {
+namespace {
+
+using List = KeyedList<std::wstring>;
+
+std::vector<std::wstring> content_of(const List& list) {
+  std::vector<std::wstring> content;
+  for (const std::wstring& member : list) content.push_back(member);
+  return content;
+}
+
+List three() {
+  List list;
+  list.append(L"one", L"A");
+  list.append(L"two", L"B");
+  list.append(L"three", L"C");
+  return list;
+}
+
+template <class Step>
+void expect_error(ErrorCode code, Step&& step) {
+  try {
+    step();
+    ADD_FAILURE() << "no error was raised";
+  } catch (const automation_error& error) {
+    EXPECT_EQ(error.code(), code);
+  }
+}
+
+TEST(KeyFold, LowersAsciiLetters) {
+  EXPECT_EQ(fold_key(L"AbcXYZ-09_[]@`{}"), L"abcxyz-09_[]@`{}");
+  EXPECT_EQ(fold_key(L""), L"");
+}
+
+TEST(KeyFold, KeepsEmbeddedNulAndWhatFollows) {
+  using namespace std::string_literals;
+  EXPECT_EQ(fold_key(L"A\0B"s), L"a\0b"s);
+  EXPECT_NE(fold_key(L"A\0B"s), fold_key(L"A\0C"s));
+}
+
+TEST(KeyFold, LeavesTextWithoutCaseAlone) { EXPECT_EQ(fold_key(L"12.5 %\u20ac"), L"12.5 %\u20ac"); }
+
+TEST(KeyedList, IsEmptyAtFirst) {
+  const List list;
+  EXPECT_TRUE(list.empty());
+  EXPECT_EQ(list.size(), 0);
+  EXPECT_EQ(list.begin(), list.end());
+  EXPECT_FALSE(list.contains(L"A"));
+}
+
+TEST(KeyedList, KeepsTheOrderOfAppending) {
+  const List list = three();
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"one", L"two", L"three"}));
+  EXPECT_EQ(list.size(), 3);
+  EXPECT_FALSE(list.empty());
+}
+
+TEST(KeyedList, PositionsStartAtOne) {
+  const List list = three();
+  EXPECT_EQ(list.at(1), L"one");
+  EXPECT_EQ(list.at(3), L"three");
+}
+
+TEST(KeyedList, BadPositionIsASubscriptError) {
+  List list = three();
+  for (long position : {0L, -1L, 4L, 2147483647L, -2147483647L - 1}) {
+    expect_error(ErrorCode::kSubscript, [&] { list.at(position); });
+    expect_error(ErrorCode::kSubscript, [&] { list.remove(position); });
+    expect_error(ErrorCode::kSubscript, [&] { list.insert(position, L"x"); });
+  }
+  EXPECT_EQ(list.size(), 3);
+}
+
+TEST(KeyedList, KeysCompareWithoutRegardToCase) {
+  List list;
+  list.append(L"value", L"FlowRate");
+  EXPECT_EQ(list.at(L"flowrate"), L"value");
+  EXPECT_EQ(list.at(L"FLOWRATE"), L"value");
+  EXPECT_TRUE(list.contains(L"fLOWrATE"));
+}
+
+TEST(KeyedList, UnknownKeyIsAnInvalidCall) {
+  List list = three();
+  for (const wchar_t* key : {L"D", L"", L"1", L"A "}) {
+    expect_error(ErrorCode::kInvalidCall, [&] { list.at(key); });
+    expect_error(ErrorCode::kInvalidCall, [&] { list.remove(key); });
+  }
+  EXPECT_EQ(list.size(), 3);
+}
+
+TEST(KeyedList, DuplicateKeyIsRefusedAndNothingChanges) {
+  List list = three();
+  expect_error(ErrorCode::kKeyInUse, [&] { list.append(L"other", L"a"); });
+  expect_error(ErrorCode::kKeyInUse, [&] { list.insert(1, L"other", L"B"); });
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"one", L"two", L"three"}));
+  EXPECT_EQ(list.at(L"a"), L"one");
+  EXPECT_EQ(list.at(L"b"), L"two");
+}
+
+TEST(KeyedList, EmptyKeyMeansNoneAndMayRepeat) {
+  List list;
+  list.append(L"x");
+  list.append(L"y", L"");
+  list.append(L"z");
+  EXPECT_EQ(list.size(), 3);
+  EXPECT_FALSE(list.contains(L""));
+  list.remove(2);
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"x", L"z"}));
+}
+
+TEST(KeyedList, NumericTextIsAKey) {
+  List list = three();
+  list.append(L"four", L"1");
+  EXPECT_EQ(list.at(L"1"), L"four");
+  EXPECT_EQ(list.at(1), L"one");
+}
+
+TEST(KeyedList, InsertsBeforeAPosition) {
+  List list = three();
+  list.insert(1, L"zero", L"Z");
+  list.insert(3, L"one and a half");
+  EXPECT_EQ(content_of(list),
+            (std::vector<std::wstring>{L"zero", L"one", L"one and a half", L"two", L"three"}));
+  EXPECT_EQ(list.at(L"z"), L"zero");
+  EXPECT_EQ(list.at(L"c"), L"three");
+}
+
+TEST(KeyedList, InsertIntoAnEmptyListHasNoPosition) {
+  List list;
+  expect_error(ErrorCode::kSubscript, [&] { list.insert(1, L"x"); });
+  EXPECT_TRUE(list.empty());
+}
+
+TEST(KeyedList, RemovesByPositionAndForgetsTheKey) {
+  List list = three();
+  list.remove(2);
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"one", L"three"}));
+  EXPECT_FALSE(list.contains(L"B"));
+  list.append(L"new", L"B");
+  EXPECT_EQ(list.at(L"b"), L"new");
+}
+
+TEST(KeyedList, RemovesByKeyWhateverItsCase) {
+  List list = three();
+  list.remove(L"c");
+  list.remove(L"A");
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"two"}));
+  EXPECT_FALSE(list.contains(L"a"));
+}
+
+TEST(KeyedList, RemovingAMemberWithoutKeyKeepsTheOtherKeys) {
+  List list = three();
+  list.append(L"four");
+  list.remove(4);
+  for (const wchar_t* key : {L"A", L"B", L"C"}) EXPECT_TRUE(list.contains(key));
+}
+
+TEST(KeyedList, ClearForgetsMembersAndKeys) {
+  List list = three();
+  list.clear();
+  EXPECT_TRUE(list.empty());
+  EXPECT_FALSE(list.contains(L"A"));
+  list.append(L"again", L"A");
+  EXPECT_EQ(list.at(L"A"), L"again");
+}
+
+// Objects that look at their list when they go, as released host objects may.
+struct Watcher {
+  explicit Watcher(KeyedList<std::shared_ptr<Watcher>>* list) : list_(list) {}
+  ~Watcher() {
+    if (list_) seen = list_->size();
+  }
+  KeyedList<std::shared_ptr<Watcher>>* list_;
+  static inline long seen = -1;
+};
+
+TEST(KeyedList, MembersThatGoSeeTheListWithoutThem) {
+  KeyedList<std::shared_ptr<Watcher>> list;
+  list.append(std::make_shared<Watcher>(&list), L"A");
+  list.append(std::make_shared<Watcher>(&list), L"B");
+  list.remove(L"A");
+  EXPECT_EQ(Watcher::seen, 1);
+  Watcher::seen = -1;
+  list.clear();
+  EXPECT_EQ(Watcher::seen, 0);
+}
+
+TEST(KeyedList, ReorderMovesMembersAndKeepsTheirKeys) {
+  List list = three();
+  list.reorder({2, 0, 1});
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"three", L"one", L"two"}));
+  EXPECT_EQ(list.at(L"A"), L"one");
+  list.remove(L"C");
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"one", L"two"}));
+}
+
+TEST(KeyedList, MembersStayWhereTheyAreWhileOthersComeAndGo) {
+  List list = three();
+  const std::wstring* two = &list.at(L"B");
+  for (int i = 0; i < 1000; ++i) list.append(L"more", L"k" + std::to_wstring(i));
+  list.remove(1);
+  list.insert(1, L"first");
+  EXPECT_EQ(&list.at(L"B"), two);
+}
+
+TEST(KeyedList, MoveTakesMembersAndKeysAlong) {
+  List from = three();
+  const List list = std::move(from);
+  EXPECT_EQ(list.at(L"b"), L"two");
+  EXPECT_EQ(list.size(), 3);
+}
+
+TEST(KeyedList, ManyMembersKeepPositionsAndKeysTogether) {
+  KeyedList<int> list;
+  constexpr int kCount = 20000;
+  for (int i = 0; i < kCount; ++i) list.append(i, L"Key" + std::to_wstring(i));
+  for (int i = 0; i < kCount; i += 997) {
+    EXPECT_EQ(list.at(i + 1L), i);
+    EXPECT_EQ(list.at(L"KEY" + std::to_wstring(i)), i);
+  }
+  std::vector<std::size_t> backwards(kCount);
+  std::iota(backwards.rbegin(), backwards.rend(), std::size_t{0});
+  list.reorder(backwards);
+  EXPECT_EQ(list.at(1), kCount - 1);
+  EXPECT_EQ(list.at(L"key0"), 0);
+}
+
+// A value that cannot be moved in: the list must stay as it was.
+struct Stubborn {
+  Stubborn() = default;
+  Stubborn(const Stubborn&) = default;
+  Stubborn(Stubborn&& other) : refuses(other.refuses) {
+    if (refuses) throw std::runtime_error("refused");
+  }
+  Stubborn& operator=(const Stubborn&) = default;
+  bool refuses = false;
+};
+
+TEST(KeyedList, FailedAppendChangesNothing) {
+  KeyedList<Stubborn> list;
+  list.append(Stubborn(), L"A");
+  Stubborn refusing;
+  refusing.refuses = true;
+  EXPECT_THROW(list.append(refusing, L"B"), std::runtime_error);
+  EXPECT_EQ(list.size(), 1);
+  EXPECT_FALSE(list.contains(L"B"));
+  list.append(Stubborn(), L"B");
+  EXPECT_EQ(list.size(), 2);
+}
+
+}  // namespace
+}  // namespace pv
