@@ -11,3 +11,22 @@ if(NOT WIN32)
   target_link_libraries(unit_tests PRIVATE fluxor_device)
   return()
 endif()
+
+# A Windows program or library of the examples, built as a third party would: with the header that
+# comes out of the type library and the platform, nothing else.
+function(target_is_third_party target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Werror)
+  target_link_libraries(${target} PRIVATE pv_contract)
+  target_link_options(${target} PRIVATE -static)
+endfunction()
+
+file(GLOB server_sources CONFIGURE_DEPENDS examples/fluxor_server/*.cpp)
+add_library(fluxor_server SHARED ${server_sources} examples/fluxor_server/fluxor_server.def)
+set_target_properties(fluxor_server PROPERTIES PREFIX "")
+target_is_third_party(fluxor_server)
+target_link_libraries(fluxor_server PRIVATE gdi32)
+target_link_options(fluxor_server PRIVATE -Wl,--kill-at -Wl,--enable-stdcall-fixup)
+
+# Tests of server and simulated transmitter over a serial line.
+add_windows_tests(serial)
+add_dependencies(serial_tests fluxor_server)

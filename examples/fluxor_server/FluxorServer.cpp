@@ -14,6 +14,7 @@ namespace {
 constexpr const wchar_t* kTypeName = L"Fluxor";
 constexpr const wchar_t* kDefaultItem = L"1";
 constexpr short kSoftwareVersion = 112;  // the item that names the transmitter's software
+constexpr std::size_t kVersionRoom = 6;
 constexpr const wchar_t* kErrorList = L"ERROR_TEXT";
 constexpr const wchar_t* kOtherBaudRates[] = {L"19200", L"9600", L"4800", L"2400", L"1200"};
 constexpr short kAttemptsToConnect = 4;  // at each baud rate
@@ -246,7 +247,7 @@ bool FluxorServer::connect(short address, short port, const std::wstring& settin
   if (!active_protocol(port, settings)) return false;
   const short attempts = norvak_->attempts();
   norvak_->set_attempts(kAttemptsToConnect);
-  const bool connected = norvak_->read_raw(address, kSoftwareVersion, version);
+  const bool connected = norvak_->read_raw(address, kSoftwareVersion, kVersionRoom, version);
   norvak_->set_attempts(attempts);
   version = trimmed(version);
   return connected;

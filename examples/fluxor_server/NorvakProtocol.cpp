@@ -9,7 +9,7 @@ namespace {
 
 constexpr short kLowestAddress = 1, kHighestAddress = 99;
 constexpr double kAnswerOverhead = 15;  // characters of an answer besides its data
-constexpr std::size_t kLongestData = 150;
+constexpr std::size_t kDisplayRoom = 32, kLevelRoom = 2;
 constexpr float kWaitStep = 0.25f;  // seconds between two reports of the time left
 
 // The device's own error codes that have a counterpart among the outcomes of an exchange.
@@ -45,10 +45,6 @@ wchar_t from_line(char character) {
 }
 
 bool is_legal(short address) { return address >= kLowestAddress && address <= kHighestAddress; }
-
-std::size_t room_of_answer(const Command& command) {
-  return command.letter == Letter::kRead || command.letter == Letter::kDisplay ? kLongestData : 0;
-}
 
 class Flag {
  public:
@@ -98,7 +94,8 @@ bool NorvakProtocol::open(short port, const std::wstring& settings) {
 
 bool NorvakProtocol::read(short address, const ComPtr<_CItem>& item) {
   std::wstring data;
-  bool done = read_raw(address, get(item, &_CItem::get_ItemID), data);
+  const auto room = static_cast<std::size_t>(get(item, &_CItem::get_Length, short{1}));
+  bool done = read_raw(address, get(item, &_CItem::get_ItemID), room, data);
   if (done && !decode(data, item, codes_)) {
     error_ = ComErrDataLength;
     done = false;
@@ -111,7 +108,7 @@ bool NorvakProtocol::write(short address, const ComPtr<_CItem>& item) {
   const Command command{address, Letter::kWrite, get(item, &_CItem::get_ItemID),
                         encode(item, codes_)};
   Answer answer;
-  if (!exchange(command, answer)) {
+  if (!exchange(command, 0, answer)) {
     set_dirty(item, true);
     return false;
   }
@@ -122,21 +119,21 @@ bool NorvakProtocol::write(short address, const ComPtr<_CItem>& item) {
 
 bool NorvakProtocol::read_display(short address, std::wstring& text) {
   Answer answer;
-  if (!exchange({address, Letter::kDisplay, 0, {}}, answer)) return false;
+  if (!exchange({address, Letter::kDisplay, 0, {}}, kDisplayRoom, answer)) return false;
   text = answer.data;
   return true;
 }
 
 bool NorvakProtocol::read_password_level(short address, short& level) {
   Answer answer;
-  if (!exchange({address, Letter::kPasswordLevel, 0, {}}, answer)) return false;
+  if (!exchange({address, Letter::kPasswordLevel, 0, {}}, kLevelRoom, answer)) return false;
   level = static_cast<short>(codes_.number(answer.data));
   return true;
 }
 
-bool NorvakProtocol::read_raw(short address, short item, std::wstring& data) {
+bool NorvakProtocol::read_raw(short address, short item, std::size_t room, std::wstring& data) {
   Answer answer;
-  const bool done = exchange({address, Letter::kRead, item, {}}, answer);
+  const bool done = exchange({address, Letter::kRead, item, {}}, room, answer);
   if (done) data = answer.data;
   return done;
 }
@@ -144,7 +141,7 @@ bool NorvakProtocol::read_raw(short address, short item, std::wstring& data) {
 // --- One exchange
 // -----------------------------------------------------------------------------------
 
-bool NorvakProtocol::exchange(const Command& command, Answer& answer) {
+bool NorvakProtocol::exchange(const Command& command, std::size_t room, Answer& answer) {
   if (busy_) return false;  // a listener of the exchange that runs asks for another one
   const Flag busy(busy_);
   const std::wstring telegram = to_telegram(command, codes_);
@@ -156,8 +153,7 @@ bool NorvakProtocol::exchange(const Command& command, Answer& answer) {
   answer_error_ = 0;
   error_ = is_legal(command.address) ? ComErrRecTimeOut : ComErrIllegalTxmAddress;
   time_out_ = response_time_ + port_->seconds_per_character() *
-                                   (static_cast<double>(telegram.size() + room_of_answer(command)) +
-                                    kAnswerOverhead);
+                                   (static_cast<double>(telegram.size() + room) + kAnswerOverhead);
   while (!is_settled() && attempt_ < attempts_) {
     ++attempt_;
     attempt(to_line(telegram), command, answer);

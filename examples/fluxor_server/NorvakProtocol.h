@@ -31,8 +31,8 @@ class NorvakProtocol final : public AutomationObject {
   bool write(short address, const ComPtr<_CItem>& item);
   bool read_display(short address, std::wstring& text);
   bool read_password_level(short address, short& level);
-  /// The data of an item as it travels.
-  bool read_raw(short address, short item, std::wstring& data);
+  /// The data of an item as it travels, which is `room` characters long.
+  bool read_raw(short address, short item, std::size_t room, std::wstring& data);
 
   ComErrorsType error() const { return error_; }
   /// The error code in the transmitter's last answer.
@@ -47,7 +47,7 @@ class NorvakProtocol final : public AutomationObject {
   std::wstring summary() const;
 
  private:
-  bool exchange(const Command& command, Answer& answer);
+  bool exchange(const Command& command, std::size_t room, Answer& answer);
   void attempt(const std::string& telegram, const Command& command, Answer& answer);
   void receive(const Command& command, Answer& answer, double seconds);
   void finish(const ComPtr<_CComDetail>& detail, const Answer& answer);

@@ -104,15 +104,13 @@ class AutomationObject : public IDispatch {
   _variant_t perform(const Member& member, WORD flags, DISPPARAMS& parameters) const;
 
   std::vector<Member> members_;  // the id of a member is its position, counted from 1
-  std::atomic<ULONG> references_{1};
+  std::atomic<ULONG> references_{0};
 };
 
 /// A new object, held by its only reference.
 template <class T, class... A>
 ComPtr<T> make(A&&... arguments) {
-  ComPtr<T> object;
-  object.Attach(new T(std::forward<A>(arguments)...));
-  return object;
+  return ComPtr<T>(new T(std::forward<A>(arguments)...));
 }
 
 }  // namespace fluxor

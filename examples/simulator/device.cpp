@@ -18,13 +18,12 @@ std::string display_line(std::string text) {
   return text;
 }
 
-// The device is ready well before the waiting time that its description asks for.
-constexpr double kShareOfWait = 0.5;
-
 }  // namespace
 
-Device::Device(Parameters parameters)
-    : parameters_(std::move(parameters)), passwords_{"1111", "2222", "3333", "4444"} {
+Device::Device(Parameters parameters, double share_of_wait)
+    : parameters_(std::move(parameters)),
+      share_of_wait_(share_of_wait),
+      passwords_{"1111", "2222", "3333", "4444"} {
   if (find(kBusAddress, 1)) address_ = static_cast<int>(number(kBusAddress));
 }
 
@@ -86,7 +85,7 @@ AnswerError Device::write(int item, std::string_view data) {
 
 void Device::store(int item, std::vector<Field> fields) {
   Parameter& parameter = parameters_.at(item);
-  busy_ = parameter.wait * kShareOfWait;
+  busy_ = parameter.wait * share_of_wait_;
   if (item == kChangePasswords) {  // kept apart: no read ever shows them
     for (std::size_t i = 0; i < passwords_.size() && i < fields.size(); ++i) {
       passwords_[i] = std::get<std::string>(fields[i].value);
@@ -108,7 +107,7 @@ AnswerError Device::enter_password(const std::vector<Field>& fields) {
   const bool opens = found != passwords_.end();
   open_level(opens ? static_cast<int>(found - passwords_.begin()) + 1 : 0);
   if (!opens && !entered.empty()) return AnswerError::kPasswordWrong;
-  busy_ = parameters_.at(kEnterPassword).wait * kShareOfWait;
+  busy_ = parameters_.at(kEnterPassword).wait * share_of_wait_;
   return AnswerError::kNone;
 }
 

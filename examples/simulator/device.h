@@ -15,7 +15,8 @@ class Device {
  public:
   static constexpr int kLevels = 4;
 
-  explicit Device(Parameters parameters);
+  /// The device stores a write in a share of the waiting time that the item's record asks for.
+  explicit Device(Parameters parameters, double share_of_wait = 0.5);
 
   /// Lets time pass: the liquid flows, the totals grow.
   void advance(double seconds);
@@ -49,6 +50,7 @@ class Device {
   const Field* find(int item, std::size_t variable) const;
 
   Parameters parameters_;
+  double share_of_wait_;
   std::array<std::string, kLevels> passwords_;
   int address_ = 1;
   int password_level_ = 0;

@@ -40,6 +40,7 @@ enum ItemID : int {
   kResponseTimeOut = 104,
   kDisplayLanguage = 105,
   kTagName = 110,
+  kSoftwareVersion = 112,
   kEnterPassword = 140,
   kPasswordLevel = 141,
   kChangePasswords = 142,

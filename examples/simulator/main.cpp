@@ -23,7 +23,7 @@ class Simulator {
  public:
   explicit Simulator(const Options& options)
       : options_(options),
-        device_(load_parameters(options.data, options.software)),
+        device_(load_parameters(options.data, options.software), options.store / 100.0),
         line_(options.link),
         damage_(options.seed) {
     if (options.address != 0) device_.set_address(options.address);

@@ -20,6 +20,7 @@ const char* const kUsage =
     "  --pulled 1        the line is not plugged in\n"
     "  --faults FILE     lines like drop=20, read anew before each telegram\n"
     "  --seed N          other faults\n"
+    "  --store PERCENT   of an item's waiting time, until a write is stored (default: 50)\n"
     "  --hang-up N       ends after N telegrams\n"
     "  --verbose         prints each telegram\n";
 
@@ -55,6 +56,8 @@ void set_number(Options& options, const std::string& name, const std::string& te
     options.address = number(name, text);
   } else if (name == "--seed") {
     options.seed = static_cast<std::uint32_t>(number(name, text));
+  } else if (name == "--store") {
+    options.store = number(name, text);
   } else if (name == "--hang-up") {
     options.hang_up = number(name, text);
   } else if (!name.starts_with("--") ||

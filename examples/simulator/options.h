@@ -16,6 +16,7 @@ struct Options {
   Faults faults;
   int address = 0;  // 0: the one in the values file
   std::uint32_t seed = 1;
+  int store = 50;   // per cent of an item's waiting time until a write is stored
   int hang_up = 0;  // telegrams after which the program ends; 0: never
   bool verbose = false;
 };

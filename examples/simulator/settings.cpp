@@ -5,6 +5,8 @@
 #include <set>
 #include <stdexcept>
 
+#include "item_id.h"
+
 namespace fluxor {
 namespace {
 
@@ -136,6 +138,7 @@ Parameters load_parameters(const std::string& folder, const std::string& softwar
   const std::set<int> known = items_of_version(folder + "/fluxor.ver", software);
   std::erase_if(parameters, [&](const auto& entry) { return !known.contains(entry.first); });
   read_values(folder + "/fluxor.val", parameters);
+  parameters.at(kSoftwareVersion).fields.front().value = software;
   return parameters;
 }
 

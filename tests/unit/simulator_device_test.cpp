@@ -74,6 +74,7 @@ TEST_F(SimulatedDevice, RefusesUnknownCommandsAndItems) {
 TEST_F(SimulatedDevice, HasTheItemsOfItsSoftwareVersion) {
   Device old = make("1.10");
   const auto error = [&](int item) { return old.answer(content(1, 'R', item))->error; };
+  EXPECT_EQ(old.text(kSoftwareVersion), "1.10");
   EXPECT_EQ(error(160), AnswerError::kNone);
   EXPECT_EQ(error(32), AnswerError::kItemUnknown);
   EXPECT_EQ(ask('R', 160).error, AnswerError::kItemUnknown);

@@ -1,0 +1,64 @@
+#include "tests/serial/listener.h"
+
+#include <algorithm>
+
+#include "pvItems32.h"
+
+namespace pv::test {
+
+class Listener::Sink final : public IDispatch {
+ public:
+  explicit Sink(Action action) : action_(std::move(action)) {}
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(__CTxmEvents);
+    *object = known ? this : nullptr;
+    if (known) AddRef();
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
+    events.push_back(id);
+    if (action_) action_(id, *parameters);
+    return S_OK;
+  }
+
+  std::vector<DISPID> events;
+
+ private:
+  virtual ~Sink() = default;
+
+  Action action_;
+  ULONG references_ = 0;
+};
+
+Listener::Listener(Action action) : sink_(new Sink(std::move(action))) {
+  const Object hub = Object::create(L"pvItems32.CUtility").get_object(L"TxmEvents");
+  const auto container = hub.as<IConnectionPointContainer>();
+  if (!container ||
+      FAILED(container->FindConnectionPoint(__uuidof(__CTxmEvents), point_.receive())) ||
+      FAILED(point_->Advise(sink_.get(), &cookie_))) {
+    throw CallFailed("the event hub takes no listener");
+  }
+}
+
+Listener::~Listener() { point_->Unadvise(cookie_); }
+
+std::vector<DISPID> Listener::events() const { return sink_->events; }
+
+long Listener::count(Event event) const {
+  return static_cast<long>(std::count(sink_->events.begin(), sink_->events.end(), event));
+}
+
+void Listener::forget() { sink_->events.clear(); }
+
+}  // namespace pv::test
