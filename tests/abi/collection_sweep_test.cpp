@@ -30,9 +30,9 @@ class CollectionSweep : public ClassTest {
   // A value that tells members apart wherever it is a key.
   Value distinct_value(const ParameterInfo& parameter, int number) const {
     const PlainType type = plain_type_of(parameter);
-    if (type.type == VT_BSTR || type.type == VT_VARIANT) {
-      return Value(L"key" + std::to_wstring(number));
-    }
+    if (type.type == VT_BSTR) return Value(L"key" + std::to_wstring(number));
+    // Text, and yet a number where one is wanted.
+    if (type.type == VT_VARIANT) return Value(std::to_wstring(100 + number));
     if (parameter.is_optional()) return Value::missing();
     if (type.is_interface()) return Value(object_for(type.iid));
     return Value(1);
@@ -164,6 +164,7 @@ TEST_P(CollectionSweep, MembersMayGoWhileTheyAreEnumerated) {
 TEST_P(CollectionSweep, EnumeratorHoldsItsMembersOnlyAsLongAsItLives) {
   const Object collection = filled();
   const std::vector<Value> members = members_of(enumerator_of(collection).get());
+  ASSERT_FALSE(members.empty());
   IUnknown* const member = members.front().punkVal;
   const ULONG before = references_of(member);
   {
