@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+
 #include "tests/abi/type_library.h"
 #include "tests/support/module.h"
 #include "tests/support/value.h"
@@ -50,6 +55,27 @@ TEST(Help, EveryValueOfAnEnumerationHasOne) {
       VARDESC* variable = nullptr;
       ASSERT_EQ(type.get()->GetVarDesc(i, &variable), S_OK);
       EXPECT_NE(type.help_of(variable->memid), L"") << printable(type.name_of(variable->memid));
+      type.get()->ReleaseVarDesc(variable);
+    }
+  });
+}
+
+TEST(Help, OfValuesIsWhatTheContractSays) {
+  std::ifstream file(PV_SOURCE_DIR "/typelib/pvItems32.idl");
+  const std::string contract((std::istreambuf_iterator<char>(file)), {});
+  std::map<std::string, std::string> texts;
+  const std::regex declaration(R"re(ENUM_VALUE\(\s*(\w+)\s*,[^,]*,\s*"([^"]*)"\s*\))re");
+  for (std::sregex_iterator found(contract.begin(), contract.end(), declaration), end; found != end;
+       ++found) {
+    texts[(*found)[1]] = (*found)[2];
+  }
+  EXPECT_GT(texts.size(), 0u);
+  for_each_type(TKIND_ENUM, [&](const TypeInfo& type) {
+    for (UINT i = 0; i < type.attributes().cVars; ++i) {
+      VARDESC* variable = nullptr;
+      ASSERT_EQ(type.get()->GetVarDesc(i, &variable), S_OK);
+      const std::string name = printable(type.name_of(variable->memid));
+      EXPECT_EQ(printable(type.help_of(variable->memid)), texts[name]) << name;
       type.get()->ReleaseVarDesc(variable);
     }
   });

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -57,6 +58,22 @@ std::string listed(const Entries& from, const Entries& without) {
   return text;
 }
 
+// Entries that name the library, one of its classes, or the type library.
+std::string traces_in(const Entries& entries, ITypeLib* library) {
+  std::vector<std::wstring> names = {L"pvItems32"};
+  for (const TypeInfo& type : types_of(library)) {
+    names.push_back(text_of_guid(type.attributes().guid));
+  }
+  std::string traces;
+  for (const std::wstring& entry : entries) {
+    const bool is_trace = std::any_of(names.begin(), names.end(), [&](const std::wstring& name) {
+      return entry.find(name) != std::wstring::npos;
+    });
+    if (is_trace) traces += "  " + printable(entry) + "\n";
+  }
+  return traces;
+}
+
 /// Leaves the library registered for the tests that follow.
 class Registration : public testing::Test {
  protected:
@@ -68,6 +85,7 @@ class Registration : public testing::Test {
 TEST_F(Registration, OfTheMachineIsTakenAwayCompletely) {
   ASSERT_EQ(module_.unregister_server(), S_OK);
   const Entries before = classes_in(HKEY_LOCAL_MACHINE);
+  EXPECT_EQ(traces_in(before, module_.type_library().get()), "");
   ASSERT_EQ(module_.register_server(), S_OK);
   EXPECT_GT(classes_in(HKEY_LOCAL_MACHINE).size(), before.size());
   ASSERT_EQ(module_.unregister_server(), S_OK);

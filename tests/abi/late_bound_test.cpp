@@ -1,0 +1,141 @@
+// How the library calls objects of the host.
+
+#include "com/late_bound.h"
+
+#include <gtest/gtest.h>
+
+#include "com/boundary.h"
+#include "tests/support/allocation_spy.h"
+#include "tests/support/fake_object.h"
+
+namespace pv::test {
+namespace {
+
+LateBound bound(const FakeObject& fake) { return LateBound(Ref<IDispatch>(fake.get())); }
+
+TEST(LateBound, CallsGetsPutsAndSets) {
+  FakeObject fake, other;
+  fake.expect_call(L"AddItem", {L"text", 5}).returns(7);
+  fake.expect_get(L"Left").returns(120);
+  fake.expect_get(L"Item", {3}).returns(L"third");
+  fake.expect_put(L"Left", {99});
+  fake.expect_set(L"Font", {other});
+  const LateBound object = bound(fake);
+  const Bstr text(L"text");
+  EXPECT_EQ(Value(object.call(L"AddItem", {value(BSTR(text)), value(5L)})), 7);
+  EXPECT_EQ(Value(object.get(L"Left")), 120);
+  EXPECT_EQ(Value(object.get(L"Item", {value(3L)})), L"third");
+  object.put(L"Left", value(99L));
+  object.set(L"Font", other.get());
+}
+
+TEST(LateBound, SetFallsBackToAPlainPut) {
+  FakeObject fake, other;
+  fake.expect_put(L"Font", {other});
+  bound(fake).set(L"Font", other.get());
+}
+
+TEST(LateBound, TypedReferencesReachCompiledObjects) {
+  FakeObject fake, other;
+  fake.expect_call(L"Read",
+                   {Expected::reference_to(L"old"), Expected::reference_to(short(1)),
+                    Expected::reference_to(false), Expected::reference_to(Value::nothing())})
+      .sets(0, L"new")
+      .sets(1, 2)
+      .sets(2, true)
+      .sets(3, other);
+  BSTR text = SysAllocString(L"old");
+  short number = 1;
+  VARIANT_BOOL flag = VARIANT_FALSE;
+  IDispatch* object = nullptr;
+  bound(fake).call(L"Read", {ref(text), ref(number), ref_boolean(flag), ref(object)});
+  EXPECT_EQ(view_of(text), L"new");
+  EXPECT_EQ(number, 2);
+  EXPECT_EQ(flag, VARIANT_TRUE);
+  EXPECT_EQ(object, other.get());
+  SysFreeString(text);
+  if (object) object->Release();
+}
+
+TEST(LateBound, ScriptObjectsGetReferencesToValues) {
+  FakeObject script(FakeObject::Kind::kScript);
+  script.expect_call(L"Read", {Expected::reference_to(L"old"), Expected::reference_to(short(1))})
+      .sets(0, L"new")
+      .sets(1, L"25");
+  BSTR text = SysAllocString(L"old");
+  short number = 1;
+  bound(script).call(L"Read", {ref(text), ref(number)});
+  EXPECT_EQ(view_of(text), L"new");
+  EXPECT_EQ(number, 25);
+  SysFreeString(text);
+}
+
+TEST(LateBound, MembersOfScriptObjectsAreFound) {
+  FakeObject script(FakeObject::Kind::kScript);
+  script.expect_get(L"Title").returns(L"App");
+  const LateBound object = bound(script);
+  EXPECT_TRUE(object.has(L"title"));
+  EXPECT_FALSE(object.has(L"Subtitle"));
+  EXPECT_EQ(Value(object.get(L"Title")), L"App");
+}
+
+TEST(LateBound, ErrorOfTheObjectPassesUnchanged) {
+  FakeObject fake;
+  fake.expect_call(L"Open").raises(E_ACCESSDENIED, L"Host", L"not now");
+  try {
+    bound(fake).call(L"Open");
+    ADD_FAILURE() << "no error was raised";
+  } catch (const com_failure& failure) {
+    EXPECT_EQ(failure.result(), E_ACCESSDENIED);
+    ASSERT_TRUE(failure.info());
+    BSTR source = nullptr, description = nullptr;
+    failure.info()->GetSource(&source);
+    failure.info()->GetDescription(&description);
+    EXPECT_EQ(view_of(source), L"Host");
+    EXPECT_EQ(view_of(description), L"not now");
+    SysFreeString(source);
+    SysFreeString(description);
+  }
+}
+
+TEST(LateBound, UnknownMemberAndMissingObjectAreErrors) {
+  FakeObject fake;
+  EXPECT_THROW(bound(fake).call(L"Nonsense"), com_failure);
+  EXPECT_THROW(LateBound().call(L"Open"), automation_error);
+  EXPECT_FALSE(LateBound().has(L"Open"));
+}
+
+TEST(LateBound, ObjectOfAPropertyMayBeNothing) {
+  FakeObject fake, child;
+  fake.expect_get(L"Child").returns(child);
+  fake.expect_get(L"Child").returns(Value::nothing());
+  fake.expect_get(L"Child").returns(Value());
+  fake.expect_get(L"Child").returns(5);
+  const LateBound object = bound(fake);
+  EXPECT_EQ(object.get_object(L"Child").object().get(), child.get());
+  EXPECT_FALSE(object.get_object(L"Child"));
+  EXPECT_FALSE(object.get_object(L"Child"));
+  EXPECT_THROW(object.get_object(L"Child"), automation_error);
+}
+
+TEST(LateBound, LeavesNothingBehind) {
+  const AllocationBalance balance;
+  {
+    FakeObject fake, script(FakeObject::Kind::kScript);
+    fake.expect_call(L"Read", {Expected::anything()}).sets(0, L"new").returns(L"result");
+    fake.expect_call(L"Read", {Expected::anything()}).raises(E_FAIL);
+    script.expect_call(L"Read", {Expected::anything()}).sets(0, L"new").returns(L"result");
+    script.expect_call(L"Read", {Expected::anything()}).raises(E_FAIL);
+    for (const FakeObject* object : {&fake, &script}) {
+      BSTR text = SysAllocString(L"old");
+      bound(*object).call(L"Read", {ref(text)});
+      EXPECT_THROW(bound(*object).call(L"Read", {ref(text)}), com_failure);
+      SysFreeString(text);
+    }
+  }
+  SetErrorInfo(0, nullptr);
+  EXPECT_EQ(balance.difference(), 0) << balance.report();
+}
+
+}  // namespace
+}  // namespace pv::test
