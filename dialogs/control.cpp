@@ -231,7 +231,7 @@ TwipSize TextBox::measure(const Metrics& metrics, Twips width) const {
 }
 
 void TextBox::fill_window() {
-  if (kind_ == Kind::kPassword) send(EM_SETPASSWORDCHAR, mask_);
+  send(EM_SETPASSWORDCHAR, mask_);
   send(EM_SETREADONLY, locked_);
   if (kind_ == Kind::kScrolledReading) text_ = with_text_box_breaks(text_);
   SetWindowTextW(window(), text_.c_str());

@@ -89,8 +89,10 @@ void frmAccessEdit::cancel() {
 
 void frmAccessEdit::layout() {
   const Twips labels = widest({&lblMisc0_, &lblMisc1_});
+  // The heading comes from the host and may be of any length.
+  const Twips heading = std::min(widest({&fraMisc_}), work_area().width / 2);
   const Twips inner =
-      std::max(labels + kFormGap + kListWidth, widest({&chkPWUpdate_, &chkPWMask_}));
+      std::max({labels + kFormGap + kListWidth, widest({&chkPWUpdate_, &chkPWMask_}), heading});
   const Column column{2 * kFormMargin, inner, labels};
   Twips top = place_field(lblMisc0_, cmbReadPW_, column, kFormMargin + kFrameTop);
   top = place_field(lblMisc1_, cmbWritePW_, column, top);

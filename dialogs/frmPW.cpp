@@ -83,6 +83,7 @@ void frmPW::set_mode(Mode mode) {
                            static_cast<Control*>(&lblMisc2_), static_cast<Control*>(&txtPW2_)}) {
     control->set_visible(modifies);
   }
+  refresh();
 }
 
 // While Ctrl is held down, the user sees what was typed.
@@ -163,8 +164,10 @@ void frmPW::layout() {
   const Twips labels = widest({&lblMisc0_, &lblMisc1_, &lblMisc2_});
   const Column column{kFormMargin, labels + kFormGap + kFieldWidth, labels};
   Twips top = place_field(lblMisc0_, txtPW0_, column, kFormMargin);
-  top = place_field(lblMisc1_, txtPW1_, column, top);
-  top = place_field(lblMisc2_, txtPW2_, column, top);
+  if (mode_ == Mode::kModify) {
+    top = place_field(lblMisc1_, txtPW1_, column, top);
+    top = place_field(lblMisc2_, txtPW2_, column, top);
+  }
   const Twips bottom = place_buttons({&cmdOK_, &cmdModify_, &cmdCancel_}, column, top + kFormGap);
   resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
 }
