@@ -9,42 +9,6 @@
 namespace pv::dialogs_test {
 namespace {
 
-// A form as hosts pass it: an object that answers with its window handle.
-class OwnerForm final : public IDispatch {
- public:
-  explicit OwnerForm(HWND window) : window_(window) {}
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (iid != IID_IUnknown && iid != IID_IDispatch) {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    *object = static_cast<IDispatch*>(this);
-    return S_OK;
-  }
-  // Lives on the stack of the caller.
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-    *ids = 1;
-    return lstrcmpiW(*names, L"hWnd") == 0 ? S_OK : DISP_E_UNKNOWNNAME;
-  }
-  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
-                      UINT*) override {
-    result->vt = VT_I4;
-    result->lVal = static_cast<LONG>(reinterpret_cast<LONG_PTR>(window_));
-    return S_OK;
-  }
-
- private:
-  HWND window_;
-};
-
 VARIANT missing() {
   VARIANT value{};
   value.vt = VT_ERROR;
@@ -122,6 +86,58 @@ bool register_library() {
   return SUCCEEDED(result);
 }
 
+STDMETHODIMP HostObject::QueryInterface(REFIID iid, void** object) {
+  const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
+  *object = known ? static_cast<IDispatch*>(this) : nullptr;
+  return known ? S_OK : E_NOINTERFACE;
+}
+
+STDMETHODIMP HostObject::GetTypeInfoCount(UINT* count) {
+  *count = 0;
+  return S_OK;
+}
+
+STDMETHODIMP HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) {
+  const auto same = [&](const auto& member) { return lstrcmpiW(*names, member.name.c_str()) == 0; };
+  auto found = std::find_if(members_.begin(), members_.end(), same);
+  if (found == members_.end()) found = members_.insert(found, {*names, {}});
+  *ids = static_cast<DISPID>(found - members_.begin()) + 1;
+  return S_OK;
+}
+
+STDMETHODIMP HostObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT* result,
+                                EXCEPINFO*, UINT*) {
+  const auto arguments = static_cast<std::size_t>(given->cArgs);
+  calls_.push_back({id, arguments ? test::Value(given->rgvarg[arguments - 1]) : test::Value()});
+  const auto index = static_cast<std::size_t>(id) - 1;
+  if (!result || index >= members_.size()) return S_OK;
+  return VariantCopy(result, &members_[index].value);
+}
+
+void HostObject::answer(std::wstring member, test::Value value) {
+  members_.push_back({std::move(member), std::move(value)});
+}
+
+Device::Device() {
+  server_.answer(L"Protocols", protocols_.get());
+  server_.answer(L"Items", items_);
+  server_.answer(L"Dimensions", dimensions_);
+  server_.answer(L"Lists", lists_);
+  server_.answer(L"TypeName", L"Fluxor");
+  server_.answer(L"ReadTxm", true);
+  server_.answer(L"WriteTxm", true);
+  txm.set(L"Server", server_.get());
+}
+
+Device::~Device() { txm.try_set(L"Server", test::Value::nothing()); }
+
+test::Object Device::add_item(short id, short access, const std::wstring& caption) const {
+  const test::Object item = items_.call_object(L"Add", std::to_wstring(id), id, true, access, true,
+                                               false, 0.5f, 4, test::Value::missing());
+  item.get_object(L"Variables").call(L"Add", L"1", caption, L"", L"", 0, 17, 1, 2, 7, 0, 4);
+  return item;
+}
+
 Utility::Utility() {
   CLSID clsid{};
   EXPECT_EQ(S_OK, CLSIDFromProgID(L"pvItems32.CUtility", &clsid));
@@ -135,12 +151,13 @@ Utility::~Utility() {
 
 long Utility::message_box(const Box& box) const {
   if (!object_) return -1;
-  OwnerForm owner(box.owner);
+  HostObject owner;
+  owner.answer(L"hWnd", static_cast<long>(reinterpret_cast<LONG_PTR>(box.owner)));
   VARIANT result =
       invoke(object_, L"pvMsgBox", DISPATCH_METHOD,
              {text_value(box.prompt), optional_number(box.buttons), optional_number(box.picture),
               box.title ? text_value(*box.title) : missing(),
-              box.owner ? object_value(&owner) : missing()});
+              box.owner ? object_value(owner.get()) : missing()});
   const bool worked = SUCCEEDED(VariantChangeType(&result, &result, 0, VT_I4));
   return worked && result.vt == VT_I4 ? result.lVal : -1;
 }

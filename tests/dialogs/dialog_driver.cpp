@@ -14,8 +14,11 @@ constexpr UINT kAnswerLimit = 5000;
 constexpr UINT kRunFunction = WM_APP + 1;
 constexpr int kLastButton = 1002;
 constexpr int kFirstButton = 1000;
+constexpr wchar_t kMessageBox[] = L"frmMsgBox";
+constexpr int kPrompt = 1010;
+constexpr int kStopIcon = 1020;
 
-LRESULT ask(HWND window, UINT message, WPARAM w = 0, LPARAM l = 0) {
+LRESULT ask_window(HWND window, UINT message, WPARAM w = 0, LPARAM l = 0) {
   DWORD_PTR result = 0;
   SendMessageTimeoutW(window, message, w, l, SMTO_NORMAL, kAnswerLimit, &result);
   return static_cast<LRESULT>(result);
@@ -35,8 +38,10 @@ BOOL CALLBACK collect_dialog(HWND window, LPARAM search_address) {
   return TRUE;
 }
 
-void close_by_any_means(const Dialog& dialog) {
-  for (int id = kLastButton; id >= kFirstButton && dialog.open(); --id) {
+// Message boxes may have no Cancel, so they are answered; other forms can always be closed.
+void close_by_any_means(const Dialog& dialog, const wchar_t* form) {
+  if (lstrcmpW(form, kMessageBox) != 0) dialog.close();
+  for (int id = kLastButton; id >= kFirstButton && GetPropW(dialog.window(), kMessageBox); --id) {
     if (!dialog.shows(id)) continue;
     dialog.click(id);
     break;
@@ -56,9 +61,9 @@ bool wait_until(const std::function<bool()>& condition) {
 }
 
 std::wstring Dialog::text_of(HWND window) {
-  std::wstring text(static_cast<std::size_t>(ask(window, WM_GETTEXTLENGTH)) + 1, L'\0');
+  std::wstring text(static_cast<std::size_t>(ask_window(window, WM_GETTEXTLENGTH)) + 1, L'\0');
   const LRESULT length =
-      ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+      ask_window(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(length));
   return text;
 }
@@ -93,8 +98,16 @@ HWND Dialog::focus_window() const {
 int Dialog::focused() const { return GetDlgCtrlID(focus_window()); }
 
 void Dialog::press_key(WORD key) const {
+  hold_key(key);
+  release_key(key);
+}
+
+void Dialog::hold_key(WORD key) const {
   EXPECT_TRUE(wait_until([this] { return IsChild(window_, focus_window()); }));
   PostMessageW(focus_window(), WM_KEYDOWN, key, 1);
+}
+
+void Dialog::release_key(WORD key) const {
   PostMessageW(focus_window(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }
 
@@ -108,8 +121,22 @@ void Dialog::press_alt(wchar_t letter) const {
 void Dialog::drain() const {
   const HWND button = control(kFirstButton);
   PostMessageW(button, BM_SETSTATE, TRUE, 0);
-  EXPECT_TRUE(wait_until([&] { return (ask(button, BM_GETSTATE) & BST_PUSHED) || !open(); }));
-  ask(button, BM_SETSTATE, FALSE);
+  EXPECT_TRUE(
+      wait_until([&] { return (ask_window(button, BM_GETSTATE) & BST_PUSHED) || !open(); }));
+  ask_window(button, BM_SETSTATE, FALSE);
+}
+
+void Dialog::type(int id, const std::wstring& text) const {
+  ask(id, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+LRESULT Dialog::ask(int id, UINT message, WPARAM w, LPARAM l) const {
+  return ask_window(control(id), message, w, l);
+}
+
+std::pair<int, int> Dialog::selection(int id) const {
+  const LRESULT range = ask(id, EM_GETSEL);
+  return {LOWORD(range), HIWORD(range)};
 }
 
 RECT Dialog::pixels(int id) const {
@@ -152,25 +179,36 @@ Dialog wait_for_dialog(DWORD thread, const wchar_t* form, std::size_t count) {
   EXPECT_TRUE(there) << "no dialog appeared";
   const Dialog dialog(there ? found.front() : nullptr);
   // Its thread answers only once it is laid out and waits for the user.
-  if (there) ask(dialog.window(), WM_NULL);
+  if (there) ask_window(dialog.window(), WM_NULL);
   return dialog;
 }
 
-void drive(const std::function<void()>& shower, const Script& script) {
+void drive(const wchar_t* form, const std::function<void()>& shower, const Script& script) {
   const DWORD thread = GetCurrentThreadId();
-  std::thread driver([&] {
-    const Dialog dialog = wait_for_dialog(thread);
+  const std::jthread driver([&] {
+    const Dialog dialog = wait_for_dialog(thread, form);
     if (!dialog.window()) return;
     script(dialog);
-    if (dialog.open()) close_by_any_means(dialog);
+    if (dialog.open()) close_by_any_means(dialog, form);
   });
   shower();
-  driver.join();
+}
+
+Message answer_message(const Dialog& over) {
+  const DWORD thread = GetWindowThreadProcessId(over.window(), nullptr);
+  const Dialog box = wait_for_dialog(thread, kMessageBox);
+  if (!box.window()) return {};
+  Message message{box.title(), box.text(kPrompt), box.shows(kStopIcon)};
+  box.click(kFirstButton);
+  EXPECT_TRUE(box.wait_closed());
+  EXPECT_TRUE(wait_until([&] { return !over.open() || IsWindowEnabled(over.window()); }));
+  return message;
 }
 
 long show(const Utility& utility, const Box& box, const Script& script) {
   long answer = -1;
-  drive([&] { answer = utility.message_box(box); }, script);
+  drive(
+      kMessageBox, [&] { answer = utility.message_box(box); }, script);
   return answer;
 }
 
@@ -193,7 +231,7 @@ HostWindow::~HostWindow() {
 
 void HostWindow::send(std::function<void()> function) const {
   auto owned = std::make_unique<std::function<void()>>(std::move(function));
-  ask(window_, kRunFunction, 0, reinterpret_cast<LPARAM>(owned.release()));
+  ask_window(window_, kRunFunction, 0, reinterpret_cast<LPARAM>(owned.release()));
 }
 
 void HostWindow::post(std::function<void()> function) const {

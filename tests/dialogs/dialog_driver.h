@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "tests/dialogs/automation_client.h"
@@ -49,9 +50,21 @@ class Dialog {
   void close() const { PostMessageW(window_, WM_CLOSE, 0, 0); }
   /// A key for the control that has the focus.
   void press_key(WORD key) const;
+  void hold_key(WORD key) const;
+  void release_key(WORD key) const;
   void press_alt(wchar_t letter) const;
   /// Waits until the dialog has handled everything that was posted to it.
   void drain() const;
+
+  void type(int id, const std::wstring& text) const;
+  bool enabled(int id) const { return IsWindowEnabled(control(id)) != FALSE; }
+  /// A message to a control and its answer.
+  LRESULT ask(int id, UINT message, WPARAM w = 0, LPARAM l = 0) const;
+  /// The selected range of a text box, from and up to.
+  std::pair<int, int> selection(int id) const;
+  /// The controls that show less than their whole text, overlap others or leave the dialog, in
+  /// words; empty when all is well.
+  std::string layout_faults() const;
 
   RECT pixels(int id) const;
   TwipRect twips(int id, int dpi) const;
@@ -77,8 +90,17 @@ using Script = std::function<void(const Dialog&)>;
 /// that the script leaves open is closed by its last button.
 long show(const Utility& utility, const Box& box, const Script& script);
 
-/// Runs the script beside `shower`, which shows one dialog on this thread.
-void drive(const std::function<void()>& shower, const Script& script);
+/// Runs the script beside `shower`, which shows one dialog on this thread. A dialog that the script
+/// leaves open is closed.
+void drive(const wchar_t* form, const std::function<void()>& shower, const Script& script);
+
+/// Reads and closes the message that appears over a dialog.
+struct Message {
+  std::wstring title;
+  std::wstring prompt;
+  bool stop_icon = false;
+};
+Message answer_message(const Dialog& over);
 
 /// A visible window of this thread with a child, as an owner; also runs functions on its thread.
 class HostWindow {

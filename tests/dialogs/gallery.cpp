@@ -11,6 +11,9 @@
 namespace pv::dialogs_test {
 namespace {
 
+using test::Object;
+using test::Value;
+
 constexpr int kResolutions[] = {96, 144};
 constexpr const char* kLanguages[] = {"us", "hu", "ger", "ita", "fra", "nl"};
 
@@ -108,6 +111,56 @@ Exhibit long_message_box(std::string name, int repetitions, const wchar_t* separ
           }};
 }
 
+Exhibit password_dialog(std::string name, bool modifies) {
+  return {std::move(name), [=](const Utility&, const Script& script) {
+            const Object passwords = Object::create(L"pvItems32.CPasswords");
+            passwords.call(L"Add", L"secret", modifies ? L"secret" : L"");
+            drive(
+                L"frmPW", [&] { passwords.call(L"Edit", 1); },
+                [&](const Dialog& dialog) {
+                  constexpr int kModify = 1002;
+                  if (modifies) {
+                    dialog.click(kModify);
+                    dialog.drain();
+                  }
+                  script(dialog);
+                });
+          }};
+}
+
+Exhibit access_editor() {
+  return {"frmAccessEdit", [](const Utility& utility, const Script& script) {
+            const Device device;
+            const Object item = device.add_item(33, 19, L"Damping");
+            drive(
+                L"frmAccessEdit",
+                [&] { utility.object().call(L"ItemAccessEdit", device.txm, item); }, script);
+          }};
+}
+
+Exhibit input_box(std::string name, const wchar_t* method, long prompt_id, Value initial,
+                  const wchar_t* unit) {
+  return {std::move(name), [=](const Utility& utility, const Script& script) {
+            const Object box = Object::create(L"pvItems32.CInputBox");
+            const std::wstring prompt = utility.text(prompt_id);
+            drive(
+                L"frmInputBox", [&] { box.call(method, prompt, utility.text(402), initial, unit); },
+                script);
+            box.call(L"CloseMe");
+          }};
+}
+
+Exhibit technician_prompt() {
+  return {"frmTechName", [](const Utility&, const Script& script) {
+            const Device device;
+            device.txm.put(L"Historian", 2);
+            Value item = device.add_item(33, 0, L"Damping");
+            drive(
+                L"frmTechName", [&] { device.txm.call(L"WriteTxm", test::by_ref(item), false); },
+                script);
+          }};
+}
+
 std::vector<Exhibit> exhibits() {
   return {
       message_box("frmMsgBox-0", 610, 0, 16),
@@ -119,6 +172,13 @@ std::vector<Exhibit> exhibits() {
       message_box("frmMsgBox-short", 200, 2, 64),
       long_message_box("frmMsgBox-wrapped", 6, L" "),
       long_message_box("frmMsgBox-scrolled", 80, L"\r\n"),
+      password_dialog("frmPW-enter", false),
+      password_dialog("frmPW-modify", true),
+      access_editor(),
+      input_box("frmInputBox-text", L"ShowMe", 303, L"12.5", L"m\u00B3/h"),
+      input_box("frmInputBox-masked", L"ShowMePW", 602, L"secret", L""),
+      input_box("frmInputBox-moment", L"ShowMeDT", 302, 45000.75, L"UTC"),
+      technician_prompt(),
   };
 }
 
