@@ -1,4 +1,4 @@
-#include "items/data_type.h"
+#include "util/data_type.h"
 
 #include <gtest/gtest.h>
 

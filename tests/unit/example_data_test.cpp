@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "items/data_type.h"
+#include "util/data_type.h"
 
 namespace {
 
