@@ -164,6 +164,23 @@ SIZE Dialog::inner() const {
   return {rectangle.right, rectangle.bottom};
 }
 
+void stroke_key(WORD key, WORD with) {
+  std::vector<INPUT> inputs;
+  const auto add = [&](WORD which, DWORD flags) {
+    if (!which) return;
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = which;
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  add(with, 0);
+  add(key, 0);
+  add(key, KEYEVENTF_KEYUP);
+  add(with, KEYEVENTF_KEYUP);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
 std::vector<HWND> open_dialogs(DWORD thread, const wchar_t* form) {
   DialogSearch search{form, {}};
   EnumThreadWindows(thread, collect_dialog, reinterpret_cast<LPARAM>(&search));

@@ -78,6 +78,9 @@ class Dialog {
   HWND window_;
 };
 
+/// A real key stroke for the active window, with another key held down.
+void stroke_key(WORD key, WORD with = 0);
+
 /// Dialogs of a thread that are open, by the name of the form; the one opened last comes first.
 std::vector<HWND> open_dialogs(DWORD thread, const wchar_t* form);
 

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "tests/dialogs/dialog_driver.h"
+#include "tests/dialogs/handle_count.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -355,6 +356,46 @@ TEST_F(PasswordDialog, AskingWithoutANumberMeansTheFirstPassword) {
       kForm, [&] { EXPECT_EQ(store_.call(L"Status"), true); },
       [](const Dialog& dialog) { enter(dialog, L"first"); });
   EXPECT_EQ(raised(), (Calls{{kSetEvent, Value(short{1})}}));
+}
+
+TEST_F(PasswordDialog, RealKeyStrokesEnterThePassword) {
+  EXPECT_TRUE(edit([](const Dialog& dialog) {
+    SetForegroundWindow(dialog.window());
+    for (const WORD key : {WORD{'A'}, WORD{VK_BACK}}) stroke_key(key);
+    EXPECT_TRUE(wait_until([&] { return dialog.text(kEntry).empty(); }));
+    stroke_key('S', VK_SHIFT);
+    for (const char key : {'E', 'C', 'R', 'E', 'T'}) stroke_key(static_cast<WORD>(key));
+    EXPECT_TRUE(wait_until([&] { return dialog.text(kEntry) == L"Secret"; }));
+    stroke_key(VK_RETURN);
+    EXPECT_TRUE(dialog.wait_closed());
+  }));
+  EXPECT_EQ(raised(), (Calls{{kSetEvent, Value(short{2})}}));
+}
+
+TEST_F(PasswordDialog, QuittingEndsItLikeCancel) {
+  const DWORD thread = GetCurrentThreadId();
+  EXPECT_FALSE(edit([&](const Dialog& dialog) {
+    dialog.type(kEntry, L"Secret");
+    PostThreadMessageW(thread, WM_QUIT, 7, 0);
+    EXPECT_TRUE(dialog.wait_closed());
+  }));
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT) {
+  }
+  EXPECT_EQ(message.wParam, 7u);
+  EXPECT_EQ(current(2), L"");
+}
+
+TEST_F(PasswordDialog, TwoHundredShowsLeaveNothingBehind) {
+  constexpr int kTolerance = 20;
+  const auto show_once = [&] { edit([](const Dialog& dialog) { dialog.click(kCancel); }); };
+  for (int i = 0; i < 20; ++i) show_once();
+  const HandleCount before = count_handles();
+  for (int i = 0; i < 200; ++i) show_once();
+  const HandleCount after = count_handles();
+  EXPECT_LT(after.gdi, before.gdi + kTolerance);
+  EXPECT_LT(after.user, before.user + kTolerance);
+  EXPECT_EQ(after.windows, before.windows);
 }
 
 TEST_F(PasswordDialog, RelabellingKeepsTextsAndMode) {
