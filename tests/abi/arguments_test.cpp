@@ -217,8 +217,8 @@ TEST(Arguments, WideOnesAreNotTornApart) {
   const Object probe = make_probe();
   EXPECT_EQ(probe.call(L"Mix", 1.25, L"any", 200, 5000000000.0, 2.5f, 40000.5),
             L"1.250000,any,200,5000000000,2.500000,40000.500000");
-  EXPECT_EQ(probe.call(L"Mix", L"1", 2.5, L"3", L"-4", L"5", 6),
-            L"1.000000,2.5,3,-4,5.000000,6.000000");
+  EXPECT_EQ(probe.call(L"Mix", L"1", 2, L"3", L"-4", L"5", 6),
+            L"1.000000,2,3,-4,5.000000,6.000000");
 }
 
 TEST(Arguments, VariablesArriveInValueParametersAsPlainValues) {

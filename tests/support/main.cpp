@@ -91,8 +91,9 @@ bool is_balanced(const Module& module, const AllocationBalance& balance) {
   const bool unloads = module.can_unload() == S_OK;
   if (!unloads) std::printf("[  FAILED  ] objects of the library are left\n");
   if (balance.difference() != 0) {
-    std::printf("[  FAILED  ] %ld allocations are left:\n%s", balance.difference(),
-                balance.report().c_str());
+    const bool texts_are_cached = !GetEnvironmentVariableW(L"OANOCACHE", nullptr, 0);
+    std::printf("[  FAILED  ] %ld allocations are left%s:\n%s", balance.difference(),
+                texts_are_cached ? " (run with OANOCACHE=1)" : "", balance.report().c_str());
   }
   return unloads && balance.difference() == 0;
 }
