@@ -27,6 +27,11 @@ target_is_third_party(fluxor_server)
 target_link_libraries(fluxor_server PRIVATE gdi32)
 target_link_options(fluxor_server PRIVATE -Wl,--kill-at -Wl,--enable-stdcall-fixup)
 
+add_executable(read_write examples/hosts/read_write.cpp examples/hosts/progress_listener.cpp
+  examples/fluxor_server/library.cpp)
+target_is_third_party(read_write)
+target_link_libraries(read_write PRIVATE shell32)
+
 # Tests of server and simulated transmitter over a serial line.
 add_windows_tests(serial)
 add_dependencies(serial_tests fluxor_server)

@@ -58,6 +58,8 @@ done
 
 run_windows_suite dialogs 300 dialogs_tests
 
+run_suite serial 600 tests/serial/run.sh
+
 for script in tests/scripts/*.vbs tests/scripts/*.js; do
   [ -e "$script" ] || continue
   run_suite "script-$(basename "$script")" 60 tests/run_script.sh "$script"

@@ -188,6 +188,7 @@ ComPtr<_CProtocol> FluxorServer::active_protocol(short port, const std::wstring&
     if (get(protocol, &_CProtocol::get_Index) != wanted) continue;
     return norvak_->open(port, settings) ? protocol : nullptr;
   }
+  norvak_->set_error(ComErrIllegalCommand);
   return nullptr;
 }
 

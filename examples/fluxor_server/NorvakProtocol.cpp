@@ -85,8 +85,13 @@ NorvakProtocol::NorvakProtocol(ErrorText error_text)
 
 bool NorvakProtocol::open(short port, const std::wstring& settings) {
   if (port_->open(port, settings)) return true;
-  error_ = ComErrPortNotOpen;
+  set_error(ComErrPortNotOpen);
   return false;
+}
+
+void NorvakProtocol::set_error(ComErrorsType error) {
+  error_ = error;
+  answer_error_ = 0;
 }
 
 // --- Commands

@@ -35,6 +35,8 @@ class NorvakProtocol final : public AutomationObject {
   bool read_raw(short address, short item, std::size_t room, std::wstring& data);
 
   ComErrorsType error() const { return error_; }
+  /// For exchanges that fail before they begin.
+  void set_error(ComErrorsType error);
   /// The error code in the transmitter's last answer.
   short answer_error() const { return answer_error_; }
   std::wstring answer_error_text() const { return error_text_(answer_error_); }

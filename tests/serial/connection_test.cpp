@@ -67,6 +67,8 @@ TEST_F(Connection, AProtocolThatTheServerDoesNotSpeakFails) {
   transmitter_.put(L"Protocol", -1);
   EXPECT_EQ(connect(), false);
   EXPECT_EQ(read(L"1"), false);
+  EXPECT_EQ(com_error(), kIllegalCommand);
+  EXPECT_EQ(item(L"1").get(L"Dirty", 1), true);
 }
 
 TEST_F(Connection, EventsTellOfTheAttempt) {

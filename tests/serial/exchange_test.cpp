@@ -160,9 +160,20 @@ TEST_F(Exchange, AnEnteredValueTravelsInTheBaseUnit) {
 }
 
 TEST_F(Exchange, WaitsAsLongAsTheItemAsks) {
+  hurry_.reset();
   const Listener listener;
-  enter(L"1111");
-  EXPECT_EQ(listener.count(kSmartWaiting), 1) << "a listener took the time away";
+  const StopWatch watch;
+  ASSERT_TRUE(write(L"105", 1));
+  EXPECT_GT(watch.seconds(), 0.2);
+  EXPECT_EQ(listener.count(kSmartWaiting), 2) << "the time left, and that none is left";
+}
+
+TEST_F(Exchange, AListenerMayCutTheWaitingShort) {
+  const Listener listener;
+  const StopWatch watch;
+  enter(L"1111");  // the item asks for one and a half second
+  EXPECT_LT(watch.seconds(), 1);
+  EXPECT_EQ(listener.count(kSmartWaiting), 1);
 }
 
 TEST_F(Exchange, ResetsTheTotals) {

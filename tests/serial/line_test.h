@@ -60,11 +60,11 @@ class LineTest : public testing::Test {
 
   Object server_ = Object::create(L"Fluxor.Server");
   Object transmitter_ = Object::create(L"pvItems32.CTxm");
+  std::unique_ptr<Listener> hurry_;  // takes the waiting time away, and notes the records
 
  private:
   bool level_is_open_ = false;
   Object history_;
-  std::unique_ptr<Listener> hurry_;
 };
 
 /// Seconds since it was made.
