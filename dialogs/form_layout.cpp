@@ -27,21 +27,33 @@ Twips place_field(Control& label, Control& field, const Column& column, Twips to
   return top + height + kFormGap;
 }
 
-Twips place_buttons(std::initializer_list<Control*> buttons, const Column& column, Twips top) {
-  Twips width = 0;
-  Twips height = 0;
+namespace {
+
+TwipSize common_size(std::initializer_list<Control*> buttons) {
+  TwipSize common;
   for (const Control* button : buttons) {
     const TwipSize size = button->natural_size();
-    width = std::max(width, size.width);
-    height = std::max(height, size.height);
+    common.width = std::max(common.width, size.width);
+    common.height = std::max(common.height, size.height);
   }
+  return common;
+}
+
+}  // namespace
+
+Twips row_width(std::initializer_list<Control*> buttons) {
   const auto count = static_cast<Twips>(buttons.size());
-  Twips left = column.right() - count * width - (count - 1) * kFormGap;
+  return count * common_size(buttons).width + (count - 1) * kFormGap;
+}
+
+Twips place_buttons(std::initializer_list<Control*> buttons, const Column& column, Twips top) {
+  const TwipSize size = common_size(buttons);
+  Twips left = column.right() - row_width(buttons);
   for (Control* button : buttons) {
-    button->place({left, top, width, height});
-    left += width + kFormGap;
+    button->place({left, top, size.width, size.height});
+    left += size.width + kFormGap;
   }
-  return top + height;
+  return top + size.height;
 }
 
 }  // namespace pv

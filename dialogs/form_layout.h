@@ -28,6 +28,9 @@ Twips place_text(Control& text, const Column& column, Twips top);
 /// Places a field with its label before it; returns where the next row begins.
 Twips place_field(Control& label, Control& field, const Column& column, Twips top);
 
+/// The width of a row of buttons, all as wide as the widest.
+Twips row_width(std::initializer_list<Control*> buttons);
+
 /// Places buttons of one width at the right end of a row; returns the bottom of the row.
 Twips place_buttons(std::initializer_list<Control*> buttons, const Column& column, Twips top);
 

@@ -97,18 +97,19 @@ void frmInputBox::cancel() {
 }
 
 void frmInputBox::layout() {
-  const Twips unit_width = lblUnit_.text().empty() ? 0 : lblUnit_.natural_size().width + kFormGap;
-  const Column column{kFormMargin, std::max(kTextWidth, kFieldWidth + unit_width), 0};
+  const Twips unit_width = lblUnit_.text().empty() ? 0 : lblUnit_.natural_size().width;
+  const Twips unit_room = unit_width ? kFormGap + unit_width : 0;
+  const Column column{kFormMargin, std::max(kTextWidth, kFieldWidth + unit_room), 0};
   const Twips top = place_text(lblPrompt_, column, kFormMargin);
   const Twips height = txtInput_.natural_size().height;
-  const Twips field_width = column.width - unit_width;
+  const Twips field_width = column.width - unit_room;
   const Twips half = (field_width - kFormGap) / 2;
   txtInput_.place({column.left, top, field_width, height});
   dtDate_.place({column.left, top, half, height});
   dtTime_.place({column.left + half + kFormGap, top, half, height});
   const Twips unit_height = lblUnit_.natural_size().height;
-  lblUnit_.place({column.left + field_width + kFormGap, top + (height - unit_height) / 2,
-                  unit_width, unit_height});
+  lblUnit_.place(
+      {column.right() - unit_width, top + (height - unit_height) / 2, unit_width, unit_height});
   const Twips bottom = place_buttons({&butOK_, &butCancel_}, column, top + height + 2 * kFormGap);
   resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
 }

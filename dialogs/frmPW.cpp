@@ -1,5 +1,7 @@
 #include "dialogs/frmPW.h"
 
+#include <algorithm>
+
 #include "com/fetch.h"
 #include "com/shared_objects.h"
 #include "dialogs/form_layout.h"
@@ -162,13 +164,15 @@ void frmPW::warn(int text_id) const {
 
 void frmPW::layout() {
   const Twips labels = widest({&lblMisc0_, &lblMisc1_, &lblMisc2_});
-  const Column column{kFormMargin, labels + kFormGap + kFieldWidth, labels};
+  const std::initializer_list<Control*> buttons{&cmdOK_, &cmdModify_, &cmdCancel_};
+  const Column column{kFormMargin, std::max(labels + kFormGap + kFieldWidth, row_width(buttons)),
+                      labels};
   Twips top = place_field(lblMisc0_, txtPW0_, column, kFormMargin);
   if (mode_ == Mode::kModify) {
     top = place_field(lblMisc1_, txtPW1_, column, top);
     top = place_field(lblMisc2_, txtPW2_, column, top);
   }
-  const Twips bottom = place_buttons({&cmdOK_, &cmdModify_, &cmdCancel_}, column, top + kFormGap);
+  const Twips bottom = place_buttons(buttons, column, top + kFormGap);
   resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
 }
 

@@ -62,8 +62,8 @@ class Dialog {
   LRESULT ask(int id, UINT message, WPARAM w = 0, LPARAM l = 0) const;
   /// The selected range of a text box, from and up to.
   std::pair<int, int> selection(int id) const;
-  /// The controls that show less than their whole text, overlap others or leave the dialog, in
-  /// words; empty when all is well.
+  /// The controls that show less than their whole text, overlap others or stand too near the
+  /// edge, in words; empty when all is well.
   std::string layout_faults() const;
 
   RECT pixels(int id) const;

@@ -8,6 +8,7 @@
 namespace pv::dialogs_test {
 namespace {
 
+constexpr LONG kMargin = 10;  // around everything, at least
 constexpr LONG kButtonEdges = 8;
 constexpr LONG kCheckMark = 18;  // the box and its gap at 96 dpi; it grows with the font
 constexpr LONG kHeadingMargin = 16;
@@ -138,12 +139,13 @@ std::string Dialog::layout_faults() const {
   if (parts.empty()) return "no controls";
   RECT inside{};
   GetClientRect(window_, &inside);
+  InflateRect(&inside, -kMargin, -kMargin);
   for (auto part = parts.begin(); part != parts.end(); ++part) {
     const std::string name = "control " + std::to_string(part->id);
     const SIZE size = needed(*part);
     if (size.cx > part->inside.cx) faults += name + " is too narrow\n";
     if (size.cy > part->inside.cy) faults += name + " is too low\n";
-    if (!contains(inside, part->place)) faults += name + " leaves the dialog\n";
+    if (!contains(inside, part->place)) faults += name + " stands too near the edge\n";
     for (auto other = part + 1; other != parts.end(); ++other)
       if (collide(*part, *other))
         faults += name + " meets control " + std::to_string(other->id) + "\n";
