@@ -37,6 +37,13 @@ HRESULT report_current_exception(const wchar_t* class_name, const char* function
 /// Reports a null out-pointer.
 HRESULT report_null_pointer(const wchar_t* class_name, const char* function) noexcept;
 
+/// The client's own variable, for a member that may change it. Error: E_POINTER for null.
+template <class T>
+T* required(T* variable) {
+  if (!variable) throw com_failure(E_POINTER);
+  return variable;
+}
+
 /// Runs the body of an automation method: no exception leaves it, and the error information of an
 /// earlier call is cleared on entry.
 template <class Body>

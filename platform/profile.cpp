@@ -13,10 +13,16 @@ constexpr std::size_t kLongestValue = 32766;
 
 std::string narrow(const std::wstring& text) { return ansi_codec().narrow(text); }
 
+// Longer names are not known to the profile functions, which may not survive them.
+bool names_fit(const std::wstring& file, const std::wstring& section, const std::wstring& key) {
+  return file.size() < MAX_PATH && section.size() <= kLongestValue && key.size() <= kLongestValue;
+}
+
 }  // namespace
 
 std::wstring read_profile(const std::wstring& file, const std::wstring& section,
                           const std::wstring& key, const std::wstring& fallback) {
+  if (!names_fit(file, section, key)) return fallback;
   std::string buffer(kBufferSize, '\0');
   const DWORD length = GetPrivateProfileStringA(narrow(section).c_str(), narrow(key).c_str(),
                                                 narrow(fallback).c_str(), buffer.data(),
@@ -28,13 +34,14 @@ std::wstring read_profile(const std::wstring& file, const std::wstring& section,
 bool write_profile(const std::wstring& file, const std::wstring& section, const std::wstring& key,
                    const std::wstring& value) {
   const std::string text = narrow(value);
-  if (text.size() > kLongestValue) return false;
+  if (text.size() > kLongestValue || !names_fit(file, section, key)) return false;
   return WritePrivateProfileStringA(narrow(section).c_str(), narrow(key).c_str(), text.c_str(),
                                     narrow(file).c_str()) != 0;
 }
 
 bool clear_profile_section(const std::wstring& file, const std::wstring& section) {
-  return WritePrivateProfileStringA(narrow(section).c_str(), nullptr, nullptr,
+  return names_fit(file, section, {}) &&
+         WritePrivateProfileStringA(narrow(section).c_str(), nullptr, nullptr,
                                     narrow(file).c_str()) != 0;
 }
 

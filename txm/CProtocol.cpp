@@ -21,8 +21,8 @@ bool CProtocol::exchange(std::wstring_view method, short address, _CItem** item)
 }
 
 STDMETHODIMP CProtocol::ReadTxm(short address, _CItem** item, VARIANT_BOOL* result) noexcept {
-  if (!item) return report_null_pointer(kClassName, "ReadTxm");
   return returning(result, [&] {
+    required(item);
     if (server_) return exchange(L"ReadTxm", address, item);
     attempt([&] { call(*item, &_CItem::put_Dirty, short{1}, VARIANT_TRUE); });
     return false;
@@ -30,13 +30,13 @@ STDMETHODIMP CProtocol::ReadTxm(short address, _CItem** item, VARIANT_BOOL* resu
 }
 
 STDMETHODIMP CProtocol::WriteTxm(short address, _CItem** item, VARIANT_BOOL* result) noexcept {
-  if (!item) return report_null_pointer(kClassName, "WriteTxm");
-  return returning(result, [&] { return server_ && exchange(L"WriteTxm", address, item); });
+  return returning(
+      result, [&] { return required(item) && server_ && exchange(L"WriteTxm", address, item); });
 }
 
 STDMETHODIMP CProtocol::ReadDisplay(short address, BSTR* answer, VARIANT_BOOL* result) noexcept {
-  if (!answer) return report_null_pointer(kClassName, "ReadDisplay");
   return returning(result, [&] {
+    required(answer);
     return server_ && boolean_of(server_.call(L"ReadDisplay", {value(address), ref(*answer)}));
   });
 }

@@ -42,8 +42,13 @@ HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const Location& where,
 
 HRESULT CTxmEvents::raise_text(VARIANT* result, DISPID event, BSTR* text,
                                const Location& where) noexcept {
-  if (!text) return report_null_pointer(kClassName, where.function_name());
-  return raise(result, event, where, ref(*text));
+  return returning(
+      result,
+      [&] {
+        fire(event, ref(*required(text)));
+        return Variant();
+      },
+      where);
 }
 
 // Listeners see the object as automation object; one that they put in its place must be of the
@@ -51,11 +56,10 @@ HRESULT CTxmEvents::raise_text(VARIANT* result, DISPID event, BSTR* text,
 template <class I>
 HRESULT CTxmEvents::raise_object(VARIANT* result, DISPID event, I** object,
                                  const Location& where) noexcept {
-  if (!object) return report_null_pointer(kClassName, where.function_name());
   return returning(
       result,
       [&] {
-        ObjectArgument argument(object);
+        ObjectArgument argument(required(object));
         fire(event, argument.reference());
         argument.hand_back();
         return Variant();
@@ -109,21 +113,27 @@ STDMETHODIMP CTxmEvents::TxmNotConnected(_CTxm** txm, VARIANT* result) noexcept 
   return raise_object(result, kTxmNotConnected, txm);
 }
 STDMETHODIMP CTxmEvents::RaiseSmartWaiting(float* time_left, VARIANT* result) noexcept {
-  if (!time_left) return report_null_pointer(kClassName, "RaiseSmartWaiting");
-  return raise(result, kSmartWaiting, Location::current(), ref(*time_left));
+  return returning(result, [&] {
+    fire(kSmartWaiting, ref(*required(time_left)));
+    return Variant();
+  });
 }
 STDMETHODIMP CTxmEvents::RaiseAnswerError(short* code, BSTR* text, VARIANT* result) noexcept {
-  if (!code || !text) return report_null_pointer(kClassName, "RaiseAnswerError");
-  return raise(result, kOnAnswerError, Location::current(), ref(*code), ref(*text));
+  return returning(result, [&] {
+    fire(kOnAnswerError, ref(*required(code)), ref(*required(text)));
+    return Variant();
+  });
 }
 STDMETHODIMP CTxmEvents::RaiseOnTimeInterrupt(VARIANT* result) noexcept {
   return raise(result, kOnTimeInterrupt, Location::current());
 }
 STDMETHODIMP CTxmEvents::RaiseOnWindowList(BSTR* new_id, WindowListTypes mode, BSTR* old_id,
                                            VARIANT* result) noexcept {
-  if (!new_id || !old_id) return report_null_pointer(kClassName, "RaiseOnWindowList");
-  return raise(result, kOnWindowList, Location::current(), ref(*new_id),
-               value(static_cast<long>(mode)), ref(*old_id));
+  return returning(result, [&] {
+    fire(kOnWindowList, ref(*required(new_id)), value(static_cast<long>(mode)),
+         ref(*required(old_id)));
+    return Variant();
+  });
 }
 
 }  // namespace pv

@@ -92,8 +92,8 @@ STDMETHODIMP CTxm::AutoConnect(VARIANT_BOOL change_baud, VARIANT_BOOL* result) n
 }
 
 STDMETHODIMP CTxm::ReadDisplay(BSTR* answer, VARIANT_BOOL* result) noexcept {
-  if (!answer) return report_null_pointer(kClassName, "ReadDisplay");
   return returning(result, [&] {
+    required(answer);
     if (off_line_ || !modem_connected()) {
       disconnect();
       return false;

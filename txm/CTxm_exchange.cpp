@@ -100,16 +100,14 @@ bool CTxm::write(_CItem** item, bool access_control) {
 
 STDMETHODIMP CTxm::ReadTxm(_CItem** item, VARIANT_BOOL read_parent, VARIANT_BOOL access_control,
                            VARIANT_BOOL* result) noexcept {
-  if (!item) return report_null_pointer(kClassName, "ReadTxm");
   return returning(result, [&] {
-    return read(item, read_parent != VARIANT_FALSE, access_control != VARIANT_FALSE);
+    return read(required(item), read_parent != VARIANT_FALSE, access_control != VARIANT_FALSE);
   });
 }
 
 STDMETHODIMP CTxm::WriteTxm(_CItem** item, VARIANT_BOOL access_control,
                             VARIANT_BOOL* result) noexcept {
-  if (!item) return report_null_pointer(kClassName, "WriteTxm");
-  return returning(result, [&] { return write(item, access_control != VARIANT_FALSE); });
+  return returning(result, [&] { return write(required(item), access_control != VARIANT_FALSE); });
 }
 
 }  // namespace pv

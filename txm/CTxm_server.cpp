@@ -100,9 +100,8 @@ STDMETHODIMP CTxm::get_ComAnswerErrorText(BSTR* result) noexcept {
 }
 
 STDMETHODIMP CTxm::FunctionTitle(short* function, BSTR* result) noexcept {
-  if (!function) return report_null_pointer(kClassName, "FunctionTitle");
-  return returning(result,
-                   [&] { return text_of(server_.call(L"FunctionTitle", {ref(*function)})); });
+  return returning(
+      result, [&] { return text_of(server_.call(L"FunctionTitle", {ref(*required(function))})); });
 }
 
 STDMETHODIMP CTxm::SendMessage(BSTR message, short* result) noexcept {

@@ -249,11 +249,12 @@ STDMETHODIMP CUtility::GetDataType(_CItem* item, short variable, pvDataTypes* re
 }
 
 STDMETHODIMP CUtility::GetPictureSize(long bitmap, long dc, long* height, long* width) noexcept {
-  if (!height || !width) return report_null_pointer(kClassName, "GetPictureSize");
   return doing([&] {
+    long& width_out = *required(width);
+    long& height_out = *required(height);
     const BitmapSize size = bitmap_size(bitmap, dc);
-    *width = size.width;
-    *height = size.height;
+    width_out = size.width;
+    height_out = size.height;
   });
 }
 
