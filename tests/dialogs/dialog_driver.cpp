@@ -10,7 +10,7 @@
 namespace pv::dialogs_test {
 namespace {
 
-constexpr UINT kAnswerLimit = 5000;
+constexpr UINT kAnswerLimit = 20000;
 constexpr UINT kRunFunction = WM_APP + 1;
 constexpr int kLastButton = 1002;
 constexpr int kFirstButton = 1000;
