@@ -39,11 +39,6 @@ short Arguments::integer(std::size_t index) const {
   return V_I2(&number);
 }
 
-double Arguments::real(std::size_t index) const {
-  const _variant_t number = as(index, VT_R8);
-  return V_R8(&number);
-}
-
 bool Arguments::flag(std::size_t index) const {
   const _variant_t number = as(index, VT_BOOL);
   return V_BOOL(&number) != VARIANT_FALSE;

@@ -33,7 +33,6 @@ class Arguments {
 
   /// Readers throw CallFailure when the argument is missing or of another kind.
   short integer(std::size_t index) const;
-  double real(std::size_t index) const;
   bool flag(std::size_t index) const;
   std::wstring text(std::size_t index) const;
   _variant_t value(std::size_t index) const;

@@ -16,7 +16,6 @@
 namespace fluxor {
 namespace {
 
-constexpr short kHistorySilent = 1;
 constexpr const wchar_t* kEnterPassword = L"140";
 constexpr const wchar_t* kTechnicianPassword = L"2222";
 
@@ -43,7 +42,7 @@ class Host {
     put(transmitter_, &_CTxm::putref_Server, create_by_name(L"Fluxor.Server").Get());
     put(transmitter_, &_CTxm::put_Name, bstr(L"Cooling water"));
     put(transmitter_, &_CTxm::put_ComSettings, bstr(L"9600,n,8,1"));
-    put(transmitter_, &_CTxm::put_Historian, static_cast<HistorianMode>(kHistorySilent));
+    put(transmitter_, &_CTxm::put_Historian, histSilent);
     put(transmitter_, &_CTxm::put_HistorianTechName, bstr(L"M. Keller"));
     put(transmitter_, &_CTxm::put_HistorianComment, bstr(L"Commissioning"));
     if (!get(transmitter_, &_CTxm::LoadSettings, bstr(settings))) {
