@@ -89,6 +89,4 @@ ThreadState& thread_state() {
   return owner->state();
 }
 
-void release_thread_states() { FlsFree(thread_slot()); }
-
 }  // namespace pv

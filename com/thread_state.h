@@ -40,7 +40,4 @@ ThreadState& thread_state();
 /// The state of a thread that has touched it already, else null.
 ThreadState* existing_thread_state();
 
-/// For the end of the library: releases what threads still hold.
-void release_thread_states();
-
 }  // namespace pv

@@ -49,7 +49,7 @@ run_wine regsvr32 /s "$(windows_path build/win32/fluxor_server.dll)"
 
 title "document.vbs: the parameters of a Fluxor (first lines)"
 host en_US CP437 document.vbs "$(windows_path examples/data)" 2.30 1 | sed -n '1,20p;$p'
-title "read_write.vbs: a session with a Fluxor on COM1"
+title "read_write.vbs: reading and writing a Fluxor on COM1"
 read_and_write en_US CP437 1 "$@"
 title "read_write.vbs: the same in Hungarian"
 read_and_write hu_HU CP852 2 "$@"

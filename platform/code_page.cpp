@@ -38,17 +38,6 @@ std::wstring character_codes(std::wstring_view text) {
   return codes;
 }
 
-std::wstring text_of_codes(std::wstring_view codes) {
-  std::wstring text(codes);
-  for (wchar_t& c : text) {
-    if (c < 0x80) continue;
-    const char byte = static_cast<char>(c);
-    const std::wstring wide = widen({&byte, 1});
-    if (wide.size() == 1) c = wide[0];
-  }
-  return text;
-}
-
 const TextCodec& ansi_codec() {
   static const TextCodec codec{widen, narrow};
   return codec;

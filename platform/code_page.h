@@ -12,7 +12,4 @@ const TextCodec& ansi_codec();
 /// telegrams have it. Characters that the code page lacks keep their value.
 std::wstring character_codes(std::wstring_view text);
 
-/// The inverse: the text whose characters have these codes, 0 to 255.
-std::wstring text_of_codes(std::wstring_view codes);
-
 }  // namespace pv
