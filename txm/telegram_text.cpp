@@ -96,8 +96,10 @@ std::wstring padded(std::wstring_view data, long length, std::wstring_view fille
   if (length < 0)
     throw automation_error(ErrorCode::kInvalidCall, L"length " + integer_text(length));
   const auto wanted = static_cast<std::size_t>(length);
+  const std::size_t missing = wanted > data.size() ? wanted - data.size() : 0;
   std::wstring fill;
-  for (std::size_t i = data.size(); i < wanted; ++i) fill += filler;
+  // The filler comes once for each missing character, but no more of it is seen than fits.
+  while (!filler.empty() && fill.size() < missing) fill += filler;
   if (!before) return (std::wstring(data) + fill).substr(0, wanted);
   const std::wstring whole = fill + std::wstring(data);
   return whole.size() > wanted ? whole.substr(whole.size() - wanted) : whole;
