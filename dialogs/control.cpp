@@ -139,12 +139,15 @@ void Control::show_text(const std::wstring& marked_text) {
   if (window_) SetWindowTextW(window_, marked_text.c_str());
 }
 
-void Control::move_window(const Metrics& metrics) const {
+void Control::protect(const std::function<void()>& reaction) const { form_.protect(reaction); }
+
+void Control::move_window(const Metrics& metrics) {
   if (!window_) return;
   SetWindowPos(window_, nullptr, metrics.pixels(box_.left), metrics.pixels(box_.top),
                metrics.pixels(box_.width), metrics.pixels(box_.height),
                SWP_NOZORDER | SWP_NOACTIVATE);
   InvalidateRect(window_, nullptr, TRUE);
+  on_moved();
 }
 
 Label::Label(Form& form, int id) : Label(form, id, SS_NOPREFIX) {}
@@ -171,7 +174,10 @@ TwipSize Icon::measure(const Metrics&, Twips) const { return {kIconSize, kIconSi
 void Icon::read_window() { icon_.reset(); }
 
 Button::Button(Form& form, int id, std::function<void()> clicked)
-    : Control(form, id, WC_BUTTONW, WS_TABSTOP | BS_PUSHBUTTON), clicked_(std::move(clicked)) {}
+    : Button(form, id, WS_TABSTOP | BS_PUSHBUTTON, std::move(clicked)) {}
+
+Button::Button(Form& form, int id, DWORD style, std::function<void()> clicked)
+    : Control(form, id, WC_BUTTONW, style), clicked_(std::move(clicked)) {}
 
 TwipSize Button::measure(const Metrics& metrics, Twips) const {
   const TwipSize text = metrics.text_size(text_, DT_NOPREFIX | DT_SINGLELINE);
@@ -182,6 +188,17 @@ TwipSize Button::measure(const Metrics& metrics, Twips) const {
 void Button::on_notification(WORD code) {
   if (code == BN_CLICKED) clicked_();
 }
+
+ChoiceButton::ChoiceButton(Form& form, int id, bool first, std::function<void()> clicked)
+    : Button(form, id, BS_AUTORADIOBUTTON | BS_PUSHLIKE | (first ? WS_GROUP | WS_TABSTOP : 0),
+             std::move(clicked)) {}
+
+void ChoiceButton::set_chosen(bool chosen) {
+  chosen_ = chosen;
+  fill_window();
+}
+
+void ChoiceButton::fill_window() { send(BM_SETCHECK, chosen_ ? BST_CHECKED : BST_UNCHECKED); }
 
 CheckBox::CheckBox(Form& form, int id)
     : Control(form, id, WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX) {}

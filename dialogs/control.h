@@ -62,10 +62,14 @@ class Control {
   virtual void read_window() {}
   /// The language changed.
   virtual void refresh_texts();
+  /// The window has its new place.
+  virtual void on_moved() {}
   /// The window tells that something happened; `code` belongs to its window class.
   virtual void on_notification(WORD) {}
 
   LRESULT send(UINT message, WPARAM w = 0, LPARAM l = 0) const;
+  /// Runs what the platform made happen: an exception ends the show of the form.
+  void protect(const std::function<void()>& reaction) const;
 
   Form& form_;
   std::wstring text_;
@@ -76,7 +80,7 @@ class Control {
   void create_window(HWND form, const Metrics& metrics);
   void drop_window();
   void show_text(const std::wstring& marked_text);
-  void move_window(const Metrics& metrics) const;
+  void move_window(const Metrics& metrics);
 
   int id_;
   const wchar_t* window_class_;
@@ -100,10 +104,11 @@ class Label : public Control {
   TwipSize measure(const Metrics& metrics, Twips width) const override;
 };
 
-/// The name of the field that follows it; its access key leads there.
+/// The name of the field that follows it; its access key leads there. It ends a group of choice
+/// buttons before it.
 class FieldLabel : public Label {
  public:
-  FieldLabel(Form& form, int id) : Label(form, id, 0) {}
+  FieldLabel(Form& form, int id) : Label(form, id, WS_GROUP) {}
 
  protected:
   Caption caption() const override { return Caption::kMnemonic; }
@@ -134,6 +139,7 @@ class Button : public Control {
   Button(Form& form, int id, std::function<void()> clicked);
 
  protected:
+  Button(Form& form, int id, DWORD style, std::function<void()> clicked);
   Caption caption() const override { return Caption::kMnemonic; }
   TwipSize measure(const Metrics& metrics, Twips width) const override;
   void on_notification(WORD code) override;
@@ -156,6 +162,20 @@ class CheckBox : public Control {
 
  private:
   bool checked_ = false;
+};
+
+/// One of a group of buttons of which one stays pressed.
+class ChoiceButton : public Button {
+ public:
+  /// `first` opens a group; a field label after the last button ends it.
+  ChoiceButton(Form& form, int id, bool first, std::function<void()> clicked);
+  void set_chosen(bool chosen);
+
+ protected:
+  void fill_window() override;
+
+ private:
+  bool chosen_ = false;
 };
 
 /// A frame around controls, with a heading.

@@ -14,11 +14,13 @@
 namespace pv {
 namespace {
 
-constexpr DWORD kFormStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+constexpr DWORD kFormStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 
 // A dialog template with no controls, no menu and the dialog class itself.
 struct EmptyTemplate {
-  DLGTEMPLATE header{kFormStyle, 0, 0, 0, 0, 0, 0};
+  explicit EmptyTemplate(DWORD border) { header.style = kFormStyle | border; }
+
+  DLGTEMPLATE header{};
   WORD menu = 0;
   WORD window_class = 0;
   WORD title = 0;
@@ -110,6 +112,31 @@ TwipSize Form::work_area() const {
           metrics_->twips(static_cast<int>(area.bottom - area.top))};
 }
 
+TwipSize Form::wanted_inner(const TwipSize& smallest) {
+  const TwipSize border = frame();
+  smallest_ = {smallest.width + border.width, smallest.height + border.height};
+  return {std::max(smallest_.width, wanted_.width) - border.width,
+          std::max(smallest_.height, wanted_.height) - border.height};
+}
+
+TwipBox Form::outer_box() const {
+  RECT place{};
+  GetWindowRect(window_, &place);
+  return {metrics_->twips(static_cast<int>(place.left)),
+          metrics_->twips(static_cast<int>(place.top)),
+          metrics_->twips(static_cast<int>(place.right - place.left)),
+          metrics_->twips(static_cast<int>(place.bottom - place.top))};
+}
+
+void Form::place_outer(const TwipBox& box) {
+  const POINT corner{metrics_->pixels(box.left), metrics_->pixels(box.top)};
+  monitor_ = MonitorFromPoint(corner, MONITOR_DEFAULTTONEAREST);
+  SetWindowPos(window_, nullptr, static_cast<int>(corner.x), static_cast<int>(corner.y), 0, 0,
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOSIZE);
+  placed_ = true;
+  wanted_ = {box.width, box.height};
+}
+
 RECT Form::work_area_pixels() const {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
@@ -123,7 +150,8 @@ void Form::open(HWND owner) {
   metrics_.emplace(owner);
   monitor_ = MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY);
   placed_ = false;
-  const EmptyTemplate no_controls;
+  wanted_ = smallest_ = {};
+  const EmptyTemplate no_controls(sizable_ ? WS_THICKFRAME : DS_MODALFRAME);
   window_ = CreateDialogIndirectParamW(module_instance(), &no_controls.header, owner, procedure,
                                        reinterpret_cast<LPARAM>(this));
   if (!window_) throw automation_error(ErrorCode::kOutOfMemory, L"a dialog could not be opened");
@@ -131,6 +159,7 @@ void Form::open(HWND owner) {
   for (Control* control : controls_) control->create_window(window_, *metrics_);
   const UINT close_state = close_box_enabled_ ? MF_ENABLED : MF_GRAYED;
   EnableMenuItem(GetSystemMenu(window_, FALSE), SC_CLOSE, MF_BYCOMMAND | close_state);
+  on_opening();
   refresh();
   ShowWindow(window_, SW_SHOW);
   focus_first();
@@ -155,7 +184,7 @@ void Form::show_captions() {
 }
 
 void Form::move_windows() {
-  for (const Control* control : controls_) control->move_window(*metrics_);
+  for (Control* control : controls_) control->move_window(*metrics_);
   RECT place{};
   GetWindowRect(window_, &place);
   const LONG width = metrics_->pixels(outer_.width);
@@ -166,9 +195,11 @@ void Form::move_windows() {
     place.top = area.top + (area.bottom - area.top - height) / 2;
     placed_ = true;
   }
+  moving_ = true;
   SetWindowPos(window_, nullptr, kept_inside(place.left, width, area.left, area.right),
                kept_inside(place.top, height, area.top, area.bottom), width, height,
                SWP_NOZORDER | SWP_NOACTIVATE);
+  moving_ = false;
 }
 
 void Form::focus_first() {
@@ -196,6 +227,7 @@ void Form::run() {
 
 bool Form::translate(MSG& message) {
   if (!window_ || (message.hwnd != window_ && !IsChild(window_, message.hwnd))) return false;
+  if (preview_message(message)) return true;
   const bool down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
   const bool up = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
   if (down || up) {
@@ -215,13 +247,26 @@ void Form::close_window() {
 }
 
 void Form::forget_window() {
+  protect([this] { on_closing(); });
   for (Control* control : controls_) control->drop_window();
   RemovePropW(window_, name_);
   window_ = nullptr;
   hide();
 }
 
-bool Form::handle(UINT message, WPARAM w, LPARAM) {
+void Form::limit_size(MINMAXINFO& limits) const {
+  limits.ptMinTrackSize = {metrics_->pixels(smallest_.width), metrics_->pixels(smallest_.height)};
+}
+
+void Form::follow_size() {
+  if (!sizable_ || moving_ || !IsWindowVisible(window_)) return;
+  const TwipBox box = outer_box();
+  wanted_ = {box.width, box.height};
+  layout();
+  move_windows();
+}
+
+bool Form::handle(UINT message, WPARAM w, LPARAM l) {
   switch (message) {
     case WM_COMMAND:
       if (LOWORD(w) == IDCANCEL) {
@@ -236,6 +281,12 @@ bool Form::handle(UINT message, WPARAM w, LPARAM) {
     case WM_ACTIVATE:
       if (LOWORD(w) == WA_INACTIVE) on_deactivated();
       return false;
+    case WM_SIZE:
+      follow_size();
+      return false;
+    case WM_GETMINMAXINFO:
+      if (sizable_) limit_size(*reinterpret_cast<MINMAXINFO*>(l));
+      return sizable_;
     case WM_DESTROY:
       forget_window();
       return true;
@@ -252,7 +303,16 @@ void Form::notify(int id, WORD code) {
   }
 }
 
-// Called by the platform: no exception may pass, so it waits for the end of the show.
+// The platform calls where no exception may pass: it waits for the end of the show.
+void Form::protect(const std::function<void()>& reaction) {
+  try {
+    reaction();
+  } catch (...) {
+    failure_ = std::current_exception();
+    hide();
+  }
+}
+
 INT_PTR CALLBACK Form::procedure(HWND window, UINT message, WPARAM w, LPARAM l) {
   if (message == WM_INITDIALOG) {
     SetWindowLongPtrW(window, DWLP_USER, l);
@@ -260,13 +320,9 @@ INT_PTR CALLBACK Form::procedure(HWND window, UINT message, WPARAM w, LPARAM l) 
   }
   const auto form = reinterpret_cast<Form*>(GetWindowLongPtrW(window, DWLP_USER));
   if (!form || !form->window_) return FALSE;
-  try {
-    return form->handle(message, w, l);
-  } catch (...) {
-    form->failure_ = std::current_exception();
-    form->hide();
-    return TRUE;
-  }
+  bool handled = true;
+  form->protect([&] { handled = form->handle(message, w, l); });
+  return handled;
 }
 
 }  // namespace pv

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,7 +49,11 @@ class Form : public ThreadBound {
   /// Whether the close box looks as if it worked.
   void enable_close_box(bool enabled) { close_box_enabled_ = enabled; }
 
-  /// Places all controls and resizes the form. Called when the form is shown and relabelled.
+  /// Lets the user resize the form; its layout then fills `wanted_inner`.
+  void enable_sizing() { sizable_ = true; }
+
+  /// Places all controls and resizes the form. Called when the form is shown, relabelled and
+  /// resized by the user.
   virtual void layout() = 0;
   void resize_outer(const TwipSize& size) { outer_ = size; }
   void resize_inner(const TwipSize& size);
@@ -57,6 +62,17 @@ class Form : public ThreadBound {
   /// The part of the owner's monitor that programs may use.
   TwipSize work_area() const;
 
+  /// What the user or `place_outer` made of the inside of the form, but at least `smallest`.
+  TwipSize wanted_inner(const TwipSize& smallest);
+  /// The whole form on the screen; only while it is shown.
+  TwipBox outer_box() const;
+  /// Opens the form there instead of in the middle; only from `on_opening`.
+  void place_outer(const TwipBox& box);
+  /// The window is there, but not yet seen.
+  virtual void on_opening() {}
+  /// The window is about to go.
+  virtual void on_closing() {}
+
   /// The control that has the focus when the form opens; the first one that takes it by default.
   virtual Control* first_focus() { return nullptr; }
   /// The close box. What it does is the form's own: hiding it, unless overridden.
@@ -64,6 +80,8 @@ class Form : public ThreadBound {
   virtual void on_escape() { on_close(); }
   /// Keys, before the controls see them; true takes the key away from them.
   virtual bool preview_key(WPARAM, bool /*down*/) { return false; }
+  /// Messages before keys are looked at; true takes the message away.
+  virtual bool preview_message(MSG&) { return false; }
   /// Another window became active.
   virtual void on_deactivated() {}
 
@@ -80,8 +98,11 @@ class Form : public ThreadBound {
   void close_window();
   void forget_window();
   bool handle(UINT message, WPARAM w, LPARAM l);
+  void limit_size(MINMAXINFO& limits) const;
+  void follow_size();
   void notify(int id, WORD code);
   RECT work_area_pixels() const;
+  void protect(const std::function<void()>& reaction);
   static INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM w, LPARAM l);
 
   const wchar_t* name_;
@@ -91,13 +112,17 @@ class Form : public ThreadBound {
   std::vector<Control*> controls_;
   int default_id_ = 0;
   bool close_box_enabled_ = true;
+  bool sizable_ = false;
 
   bool shown_ = false;
   HWND window_ = nullptr;
   HMONITOR monitor_ = nullptr;
   bool placed_ = false;
   bool done_ = true;
+  bool moving_ = false;  // the size changes by the layout, not by the user
   TwipSize outer_;
+  TwipSize wanted_;  // what the user made of it
+  TwipSize smallest_;
   std::optional<Metrics> metrics_;
   std::exception_ptr failure_;
 };

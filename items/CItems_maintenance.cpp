@@ -1,9 +1,9 @@
 #include "com/fetch.h"
-#include "com/late_bound.h"
 #include "com/shared_objects.h"
 #include "com/tolerant.h"
 #include "items/CItems.h"
 #include "items/stable_order.h"
+#include "platform/image_list.h"
 #include "platform/picture_file.h"
 #include "platform/profile.h"
 #include "util/file_name.h"
@@ -155,8 +155,8 @@ STDMETHODIMP CItems::SaveTextSettings(BSTR file_name, _CItem* item, short variab
 
 STDMETHODIMP CItems::LoadItemSymbols(IDispatch* control, BSTR path, long* result) noexcept {
   return returning(result, [&] {
-    const LateBound images_control{Ref<IDispatch>(control)};
     if (type_name_of(control) != L"ImageList") return 0L;
+    const ImageList images{control};
     bool complete = true;
     for (const auto& item : list_) {
       const auto& variables = item->variables();
@@ -165,10 +165,8 @@ STDMETHODIMP CItems::LoadItemSymbols(IDispatch* control, BSTR path, long* result
         complete &= attempt([&] {
           const auto variable = fetch(variables, &_CVariables::get_Item, Variant(j));
           const std::wstring symbol = upper(fetch(variable, &_CVariable::get_Symbol));
-          const auto picture = picture_from_file(std::wstring(view_of(path)) + symbol + L".BMP");
-          const Bstr key(symbol);
-          images_control.get_object(L"ListImages")
-              .call(L"Add", {Variant::missing(), value(key), value(picture.get())});
+          images.add(symbol,
+                     picture_from_file(std::wstring(view_of(path)) + symbol + L".BMP").get());
         });
       }
     }

@@ -30,13 +30,17 @@ std::optional<std::wstring> resource_text(std::uint16_t id) {
   return std::wstring(text, static_cast<std::size_t>(length));
 }
 
-Ref<IPictureDisp> resource_bitmap(short id) {
+Ref<IPictureDisp> bitmap_picture(HBITMAP bitmap) {
   PICTDESC description{};
   description.cbSizeofstruct = sizeof description;
   description.picType = PICTYPE_BITMAP;
-  // A section keeps the colour depth of the resource.
-  description.bmp.hbitmap = static_cast<HBITMAP>(load_image(id, IMAGE_BITMAP, LR_CREATEDIBSECTION));
+  description.bmp.hbitmap = bitmap;
   return picture_of(description);
+}
+
+Ref<IPictureDisp> resource_bitmap(short id) {
+  // A section keeps the colour depth of the resource.
+  return bitmap_picture(static_cast<HBITMAP>(load_image(id, IMAGE_BITMAP, LR_CREATEDIBSECTION)));
 }
 
 Ref<IPictureDisp> resource_icon(short id) {

@@ -12,6 +12,9 @@ namespace pv {
 /// The text with this number in the library's string table, or nothing.
 std::optional<std::wstring> resource_text(std::uint16_t id);
 
+/// A picture object that owns the bitmap from now on.
+Ref<IPictureDisp> bitmap_picture(HBITMAP bitmap);
+
 /// Picture objects of the library's own bitmaps and icons. Error: kInvalidCall for an unknown one.
 Ref<IPictureDisp> resource_bitmap(short id);
 Ref<IPictureDisp> resource_icon(short id);

@@ -4,7 +4,6 @@
 #include "platform/locale.h"
 #include "platform/profile.h"
 #include "platform/screen.h"
-#include "util/window_placement.h"
 
 namespace pv {
 namespace {
@@ -31,23 +30,32 @@ bool save_placement(const LateBound& form, const PlacementSlot& slot) {
   placement.top = double_of(form.get(L"Top"));
   placement.width = double_of(form.get(L"Width"));
   placement.height = double_of(form.get(L"Height"));
+  return store_placement(placement, slot);
+}
+
+bool store_placement(const WindowPlacement& placement, const PlacementSlot& slot) {
   return write_profile(slot.file, slot.section, slot.key,
                        format_placement(placement, decimal_separator()));
 }
 
-bool restore_placement(const LateBound& form, const PlacementSlot& slot) {
+std::optional<WindowPlacement> stored_placement(const PlacementSlot& slot) {
   const auto saved = parse_placement(read_profile(slot.file, slot.section, slot.key, L""));
-  if (!saved) return false;
+  if (!saved) return std::nullopt;
   const ScreenSize screen = screen_size_in_twips();
-  const WindowPlacement placement = fitted(*saved, screen.width, screen.height);
+  return fitted(*saved, screen.width, screen.height);
+}
+
+bool restore_placement(const LateBound& form, const PlacementSlot& slot) {
+  const auto placement = stored_placement(slot);
+  if (!placement) return false;
   const short border = short_of(form.get(L"BorderStyle"));
-  put_bound(form, L"Left", placement.left);
-  put_bound(form, L"Top", placement.top);
+  put_bound(form, L"Left", placement->left);
+  put_bound(form, L"Top", placement->top);
   if (border == kSizable || border == kSizableToolWindow) {
-    put_bound(form, L"Width", placement.width);
-    put_bound(form, L"Height", placement.height);
+    put_bound(form, L"Width", placement->width);
+    put_bound(form, L"Height", placement->height);
   }
-  form.put(L"WindowState", Variant(placement.state));
+  form.put(L"WindowState", Variant(placement->state));
   return true;
 }
 

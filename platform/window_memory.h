@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "com/late_bound.h"
+#include "util/window_placement.h"
 
 namespace pv {
 
@@ -18,5 +20,9 @@ bool save_placement(const LateBound& form, const PlacementSlot& slot);
 
 /// Places a host form as it stood; False when there is no usable record.
 bool restore_placement(const LateBound& form, const PlacementSlot& slot);
+
+/// The record itself, in twips; what is read fits on the screen.
+bool store_placement(const WindowPlacement& placement, const PlacementSlot& slot);
+std::optional<WindowPlacement> stored_placement(const PlacementSlot& slot);
 
 }  // namespace pv

@@ -71,6 +71,17 @@ class CUtility final : public Dual<CUtility, _CUtility, ::CUtility> {
   STDMETHODIMP ItemAccessEdit(_CTxm* txm, _CItem* item, VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP get_TxmEvents(_CTxmEvents** result) noexcept override;
   STDMETHODIMP get_pvFile(_CFile** result) noexcept override;
+
+  // Item symbols.
+  STDMETHODIMP GetSymbolKey(_CTxm* txm, _CItem* item, short variable,
+                            BSTR* result) noexcept override;
+  STDMETHODIMP GetNoSymbolKey(BSTR* result) noexcept override;
+  STDMETHODIMP GetNoSymbolPicture(IPictureDisp** result) noexcept override;
+  STDMETHODIMP ItemSymbolGetPicture(_CItem* item, short variable,
+                                    IPictureDisp** result) noexcept override;
+  STDMETHODIMP ItemSymbolEdit(_CItem* item, short variable, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP SymbolManager(IDispatch* images, _CTxm* txm, _CItem* item, short variable,
+                             BSTR* result) noexcept override;
 };
 
 }  // namespace pv

@@ -161,6 +161,23 @@ Exhibit technician_prompt() {
           }};
 }
 
+// A transmitter on its pipe, with an alarm lamp.
+constexpr const wchar_t* kSymbol =
+    L"S1:P45B6P24B3J4B3P4M5P11B2J10B2P2MO3MP10B2J12B2PMO3MP9B2J14B2MO3MP9BJ16BM5P8B2J16B2P12BJ"
+    L"2A14J2BP12BJ2AP12AJ2BP12BJ2APC2PCPC2PC2PAJ2BP11B2J2APC2PCPC2PC2PAJ2B2P11BJ2APC2PCPC2PC2P"
+    L"AJ2BP12BJ2AP12AJ2BP12BJ2A14J2BP12B2J16B2P13BJ16BP14B2J14B2P15B2J12B2P17B2J10B2P20B3J4B3P"
+    L"24B6P26I6P26I6P26I6P13I32H64I32P96";
+
+Exhibit symbol_editor(std::string name, const wchar_t* symbol) {
+  return {std::move(name), [=](const Utility& utility, const Script& script) {
+            const Device device;
+            const Object item = device.add_item(33, 0);
+            item.put(L"Symbol", symbol);
+            drive(
+                L"frmSymbolEdit", [&] { utility.object().call(L"ItemSymbolEdit", item); }, script);
+          }};
+}
+
 std::vector<Exhibit> exhibits() {
   return {
       message_box("frmMsgBox-0", 610, 0, 16),
@@ -179,6 +196,8 @@ std::vector<Exhibit> exhibits() {
       input_box("frmInputBox-masked", L"ShowMePW", 602, L"secret", L""),
       input_box("frmInputBox-moment", L"ShowMeDT", 302, 45000.75, L"UTC"),
       technician_prompt(),
+      symbol_editor("frmSymbolEdit-new", L""),
+      symbol_editor("frmSymbolEdit-drawn", kSymbol),
   };
 }
 

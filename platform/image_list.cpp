@@ -1,0 +1,46 @@
+#include "platform/image_list.h"
+
+#include "com/boundary.h"
+#include "com/key_fold.h"
+
+namespace pv {
+namespace {
+
+bool has_key(const Variant& image, const std::wstring& key) {
+  const LateBound object(object_of(image));
+  return fold_key(text_of(object.get(L"Key"))) == fold_key(key);
+}
+
+bool finds(const LateBound& images, const std::wstring& key) {
+  bool found = false;
+  attempt([&] {
+    const Bstr wanted(key);
+    found = has_key(images.get(L"Item", {value(wanted)}), key);
+  });
+  return found;
+}
+
+// For collections that do not look for keys.
+bool lists(const LateBound& images, const std::wstring& key) {
+  bool found = false;
+  attempt([&] {
+    const long count = long_of(images.get(L"Count"));
+    for (long i = 1; i <= count && !found; ++i)
+      found = has_key(images.get(L"Item", {value(i)}), key);
+  });
+  return found;
+}
+
+}  // namespace
+
+bool ImageList::has(const std::wstring& key) const {
+  const LateBound collection = images();
+  return finds(collection, key) || lists(collection, key);
+}
+
+void ImageList::add(const std::wstring& key, IDispatch* picture) const {
+  const Bstr text(key);
+  images().call(L"Add", {Variant::missing(), value(text), value(picture)});
+}
+
+}  // namespace pv
