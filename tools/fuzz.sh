@@ -18,10 +18,10 @@ if [ $# -gt 0 ]; then targets=("$@"); else mapfile -t targets < <(ls "$work/seed
 
 # Both read what libFuzzer says at its end.
 stat_of() { sed -n "s/^stat::$2: *//p" "$1"; }
-new_findings() { sed -n 's/^.*Test unit written to //p' "$1"; }
+new_finding() { sed -n 's/^.*Test unit written to //p' "$1"; }
 
 fuzz() { # <target>
-  local target=$1 log=$work/logs/$1.log begin=$SECONDS status
+  local target=$1 log=$work/logs/$1.log begin=$SECONDS status finding
   mkdir -p "$work/corpus/$target"
   "$program" --target="$target" -max_total_time="$seconds" -print_final_stats=1 -verbosity=0 \
     "${limits[@]}" -dict=tests/fuzz/words.dict -artifact_prefix="$work/findings/$target-" \
@@ -31,7 +31,8 @@ fuzz() { # <target>
     "$(stat_of "$log" number_of_executed_units)" "$([ $status -eq 0 ] && echo passed || echo FAILED)"
   [ $status -eq 0 ] && return 0
   grep -m 1 -E '^broken promise|^SUMMARY|^==[0-9]+== ?ERROR' "$log" || tail -n 5 "$log"
-  echo "  keep it: cp $(new_findings "$log") tests/fuzz/cases/$target/"
+  finding=$(new_finding "$log")
+  [ -z "$finding" ] || echo "  keep it: cp $finding tests/fuzz/cases/$target/"
   return 1
 }
 

@@ -81,6 +81,11 @@ def telegrams():
     yield from (struct.pack("<d", number) for number in (1.0, -2.5, 1e-40, 3.5e38, 20 / 3.6))
 
 
+def symbols():
+    yield from (b"S1:P1024", b"s1:A32P960P32", b"S1:" + b"A2B30" * 32, b"S1:" + b"ABCDEFGHIJKLMNOP" * 64, b"S2:P1024",
+                b"S1:P1025", b"S1:P0A1024")
+
+
 def window_placements():
     yield from (b"120|90|640|480|0|\n1024", b"900|700|400|300|2|\n1024", b"-5,5|0|1e38|1E-40|1|x\n800",
                 b"1|2|3|4\n5", b"1|2|3|4|5\n0")
@@ -99,6 +104,7 @@ def main():
         "wildcards": wildcards(),
         "passwords": passwords(),
         "telegrams": telegrams(),
+        "symbols": symbols(),
         "window_placement": window_placements(),
     }
     for target, contents in seeds.items():

@@ -7,12 +7,19 @@ namespace pv::fuzz {
 namespace {
 
 constexpr std::array kTargets = {
-    Target{"item_file", item_file}, Target{"version_file", version_file},
-    Target{"list_file", list_file}, Target{"dimension_file", dimension_file},
-    Target{"settings", settings},   Target{"records", records},
-    Target{"numbers", numbers},     Target{"file_names", file_names},
-    Target{"wildcards", wildcards}, Target{"passwords", passwords},
-    Target{"telegrams", telegrams}, Target{"window_placement", window_placement},
+    Target{"item_file", item_file},
+    Target{"version_file", version_file},
+    Target{"list_file", list_file},
+    Target{"dimension_file", dimension_file},
+    Target{"settings", settings},
+    Target{"records", records},
+    Target{"numbers", numbers},
+    Target{"file_names", file_names},
+    Target{"wildcards", wildcards},
+    Target{"passwords", passwords},
+    Target{"telegrams", telegrams},
+    Target{"symbols", symbols},
+    Target{"window_placement", window_placement},
 };
 
 constexpr unsigned char kWideMark = 0xFF;

@@ -45,6 +45,7 @@ void file_names(std::string_view bytes);
 void wildcards(std::string_view bytes);
 void passwords(std::string_view bytes);
 void telegrams(std::string_view bytes);
+void symbols(std::string_view bytes);
 void window_placement(std::string_view bytes);
 
 }  // namespace pv::fuzz
