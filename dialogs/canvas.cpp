@@ -72,7 +72,8 @@ bool Canvas::react(UINT message, WPARAM w, LPARAM l) {
       pointer_down(at, message == WM_RBUTTONDOWN || message == WM_RBUTTONDBLCLK);
       return true;
     case WM_MOUSEMOVE:
-      if (GetCapture() == window()) pointer_moved(at);
+      // Moves without a button come from the platform when windows change under the pointer.
+      if (GetCapture() == window() && (w & (MK_LBUTTON | MK_RBUTTON))) pointer_moved(at);
       return true;
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:

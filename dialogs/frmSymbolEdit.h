@@ -18,7 +18,7 @@ class frmSymbolEdit final : public Form {
 
  protected:
   void layout() override;
-  Control* first_focus() override { return &pedMisc_->main_control(); }
+  Control* first_focus() override { return pedMisc_->main_control(); }
   void on_opening() override;
   void on_closing() override;
   bool preview_message(MSG& message) override { return pedMisc_->translate(message); }

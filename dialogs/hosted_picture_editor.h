@@ -32,7 +32,7 @@ class HostedPictureEditor final : public PictureEditor, private Control {
 
   TwipSize smallest_size() const override;
   void place(const TwipBox& box) override { Control::place(box); }
-  Control& main_control() override { return *this; }
+  Control* main_control() override { return nullptr; }
   bool translate(MSG& message) override;
 
  protected:

@@ -37,7 +37,8 @@ class PictureEditor {
   /// The smallest size that shows everything; only while the form is shown.
   virtual TwipSize smallest_size() const = 0;
   virtual void place(const TwipBox& box) = 0;
-  virtual Control& main_control() = 0;
+  /// Gets the focus when the form opens; null: the first control that takes it.
+  virtual Control* main_control() = 0;
   /// A key message before the form sees it; true takes it away.
   virtual bool translate(MSG& message) = 0;
 };

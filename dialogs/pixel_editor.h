@@ -23,7 +23,7 @@ class PixelEditor final : public PictureEditor {
 
   TwipSize smallest_size() const override;
   void place(const TwipBox& box) override;
-  Control& main_control() override { return grid_; }
+  Control* main_control() override { return &grid_; }
   bool translate(MSG& message) override;
 
  private:
