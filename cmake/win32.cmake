@@ -98,3 +98,11 @@ target_sources(abi_tests PRIVATE tests/abi/probe.rc ${generated}/probe.h ${gener
 add_windows_tests(automation)
 add_windows_tests(dialogs)
 add_windows_tests(bench)
+
+# Saves under faults, and the other process that they need.
+add_windows_tests(faults)
+target_sources(faults_tests PRIVATE tests/automation/item_support.cpp)
+add_executable(faults_helper tests/faults/helper/main.cpp)
+target_link_libraries(faults_helper PRIVATE test_support)
+target_link_options(faults_helper PRIVATE -static)
+add_dependencies(faults_tests faults_helper)

@@ -28,11 +28,22 @@ class File {
     handle_ = INVALID_HANDLE_VALUE;
   }
 
-  bool write(std::string_view content) const {
+  /// How many bytes found room.
+  std::size_t write_some(std::string_view content) const {
     DWORD written = 0;
-    return WriteFile(handle_, content.data(), static_cast<DWORD>(content.size()), &written,
-                     nullptr) &&
-           written == content.size();
+    WriteFile(handle_, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
+    return written;
+  }
+  bool write(std::string_view content) const { return write_some(content) == content.size(); }
+
+  unsigned long long size() const {
+    LARGE_INTEGER size{};
+    return GetFileSizeEx(handle_, &size) ? static_cast<unsigned long long>(size.QuadPart) : 0;
+  }
+  void cut(unsigned long long size) const {
+    LARGE_INTEGER end{};
+    end.QuadPart = static_cast<LONGLONG>(size);
+    if (SetFilePointerEx(handle_, end, nullptr, FILE_BEGIN)) SetEndOfFile(handle_);
   }
 
  private:
@@ -49,6 +60,13 @@ std::wstring name_beside(const std::wstring& name) {
 bool is_read_only(const std::wstring& name) {
   const DWORD attributes = GetFileAttributesW(name.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+// Takes back the part of an append that found room, unless others have appended since.
+void take_back(const std::wstring& name, unsigned long long size_before, std::size_t written) {
+  const File file(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                  OPEN_EXISTING);
+  if (file.is_open() && file.size() == size_before + written) file.cut(size_before);
 }
 
 bool write_new_file(const std::wstring& name, std::string_view content) {
@@ -89,14 +107,28 @@ bool replace_file(const std::wstring& name, std::string_view content) {
 }
 
 bool create_file(const std::wstring& name, std::string_view content) {
-  const File file(name, GENERIC_WRITE, 0, CREATE_NEW);
-  return file.is_open() && file.write(content);
+  File file(name, GENERIC_WRITE, 0, CREATE_NEW);
+  if (!file.is_open()) return false;
+  if (file.write(content)) return true;
+  file.close();
+  DeleteFileW(name.c_str());
+  return false;
 }
 
 bool append_file(const std::wstring& name, std::string_view content) {
-  const File file(name, FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                  OPEN_ALWAYS);
-  return file.is_open() && file.write(content);
+  const bool is_new = !is_name(name) || GetFileAttributesW(name.c_str()) == INVALID_FILE_ATTRIBUTES;
+  const unsigned long long size_before = file_size(name);
+  std::size_t written = 0;
+  {
+    const File file(name, FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    OPEN_ALWAYS);
+    if (!file.is_open()) return false;
+    written = file.write_some(content);
+  }
+  if (written == content.size()) return true;
+  if (written > 0) take_back(name, size_before, written);
+  if (is_new && file_size(name) == 0) DeleteFileW(name.c_str());
+  return false;
 }
 
 unsigned long long file_size(const std::wstring& name) {

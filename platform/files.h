@@ -13,11 +13,11 @@ std::optional<std::string> read_file(const std::wstring& name);
 /// happens the old or the new file is there, whole. False when the old one stayed.
 bool replace_file(const std::wstring& name, std::string_view content);
 
-/// Creates the file with this content; False when it is there already or cannot be created.
+/// Creates the file with this content; False when it is there already or cannot be created whole.
 bool create_file(const std::wstring& name, std::string_view content);
 
-/// Appends to the file in one write call, creating the file when there is none. False when nothing
-/// or not all was written.
+/// Appends to the file in one write call, creating the file when there is none. False when there is
+/// no room for all of it; the file is then what it was.
 bool append_file(const std::wstring& name, std::string_view content);
 
 /// Bytes in the file; 0 when there is none.

@@ -60,6 +60,8 @@ run_windows_suite dialogs 900 dialogs_tests
 
 run_suite serial 600 tests/serial/run.sh
 
+run_suite faults 300 tests/faults/run.sh
+
 for script in tests/scripts/*.vbs tests/scripts/*.js; do
   [ -e "$script" ] || continue
   run_suite "script-$(basename "$script")" 60 tests/run_script.sh "$script"
