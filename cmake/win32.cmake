@@ -106,3 +106,6 @@ add_executable(faults_helper tests/faults/helper/main.cpp)
 target_link_libraries(faults_helper PRIVATE test_support)
 target_link_options(faults_helper PRIVATE -static)
 add_dependencies(faults_tests faults_helper)
+# The caller without manners goes by the type library, too.
+add_windows_tests(hostile)
+target_sources(hostile_tests PRIVATE tests/abi/type_library.cpp)

@@ -48,12 +48,13 @@ HRESULT store_typed(const VARIANT& reference, VARIANT& value) {
   Variant converted_value;
   const HRESULT result = VariantChangeType(&converted_value, &value, VARIANT_ALPHABOOL, type);
   if (FAILED(result)) return as_dispatch_error(result);
-  if (type == VT_BSTR) SysFreeString(*reference.pbstrVal);
-  if (is_object(type) && *reference.ppunkVal) (*reference.ppunkVal)->Release();
   if (type == VT_DECIMAL) {
     *reference.pdecVal = converted_value.decVal;
     return S_OK;
   }
+  Variant former;  // what the variable held goes: texts, objects and arrays
+  former.vt = type;
+  std::memcpy(&former.lVal, reference.byref, size_of(type));
   std::memcpy(reference.byref, &converted_value.lVal, size_of(type));
   converted_value.vt = VT_EMPTY;  // the variable owns it now
   return S_OK;

@@ -16,6 +16,8 @@ std::wstring text_of(ErrorCode code) {
       return L"Division by zero";
     case ErrorCode::kTypeMismatch:
       return L"Type mismatch";
+    case ErrorCode::kOutOfStack:
+      return L"Out of stack space";
     case ErrorCode::kObjectNotSet:
       return L"Object variable not set";
     case ErrorCode::kInvalidNull:

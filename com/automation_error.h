@@ -15,6 +15,7 @@ enum class ErrorCode : std::int32_t {
   kSubscript = 9,
   kDivisionByZero = 11,
   kTypeMismatch = 13,
+  kOutOfStack = 28,
   kObjectNotSet = 91,
   kInvalidNull = 94,
   kKeyInUse = 457,

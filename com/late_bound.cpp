@@ -86,6 +86,24 @@ WORD other_kind(WORD flags) {
   }
 }
 
+// Objects that pass calls on to each other in a circle must not exhaust the stack of the host.
+class NestedCall {
+ public:
+  NestedCall() {
+    if (depth_ == kDeepest) throw automation_error(ErrorCode::kOutOfStack, L"circular references");
+    ++depth_;
+  }
+  ~NestedCall() { --depth_; }
+  NestedCall(const NestedCall&) = delete;
+  NestedCall& operator=(const NestedCall&) = delete;
+
+ private:
+  static constexpr int kDeepest = 64;
+  static thread_local int depth_;
+};
+
+thread_local int NestedCall::depth_ = 0;
+
 [[noreturn]] void raise(EXCEPINFO& exception) {
   if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
   const std::wstring source = take_text(exception.bstrSource);
@@ -147,6 +165,7 @@ Variant LateBound::invoke(std::wstring_view member, WORD flags,
   DISPID new_value = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{call.passed().data(), is_put ? &new_value : nullptr,
                         static_cast<UINT>(call.passed().size()), is_put ? 1u : 0u};
+  const NestedCall nested;
   Variant result;
   EXCEPINFO exception{};
   HRESULT called = try_invoke(id, flags, parameters, result, exception);

@@ -56,6 +56,8 @@ for locale in de_DE hu_HU; do
   in_locale "$locale.UTF-8" run_windows_suite "automation-$locale" 300 automation_tests
 done
 
+run_windows_suite hostile 300 hostile_tests
+
 run_windows_suite dialogs 900 dialogs_tests
 
 run_suite serial 600 tests/serial/run.sh

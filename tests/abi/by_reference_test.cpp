@@ -234,5 +234,17 @@ TEST(ByReference, NothingLeaksOrIsFreedTwice) {
   EXPECT_EQ(balance.difference(), 0) << balance.report();
 }
 
+TEST(ByReference, AnArrayVariableKeepsOneArray) {
+  const Object probe = make_probe();
+  SAFEARRAY* numbers = SafeArrayCreateVector(VT_I4, 0, 3);
+  const AllocationBalance balance;
+  probe.try_call(L"ChangeVariant", by_ref_of(VT_ARRAY | VT_I4, &numbers), Value());
+  probe.try_call(L"ChangeOptional", by_ref_of(VT_ARRAY | VT_I4, &numbers));
+  EXPECT_EQ(balance.difference(), 0) << balance.report();
+  ASSERT_NE(numbers, nullptr);
+  EXPECT_EQ(SafeArrayGetDim(numbers), 1u);
+  SafeArrayDestroy(numbers);
+}
+
 }  // namespace
 }  // namespace pv::test

@@ -1,14 +1,12 @@
 #include "tests/abi/sweep.h"
 
-#include <fcntl.h>
-#include <io.h>
-
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <limits>
 
 #include "com/vtable_call.h"
+#include "tests/support/silent_streams.h"
 
 namespace pv::test {
 namespace {
@@ -90,30 +88,6 @@ std::vector<Value> values_of_all_kinds(const Ref<IDispatch>& object) {
           Value(L"\0"), error,         Value::nothing(),  Value(object),
           Value(-0.5),  Value(NAN),    array_of_numbers()};
 }
-
-class SilentStreams {
- public:
-  SilentStreams() {
-    std::fflush(stdout);
-    const int nowhere = _open("NUL", _O_RDWR);
-    for (int i = 0; i < kCount; ++i) {
-      kept_[i] = _dup(i);
-      _dup2(nowhere, i);
-    }
-    _close(nowhere);
-  }
-  ~SilentStreams() {
-    std::fflush(stdout);
-    for (int i = 0; i < kCount; ++i) {
-      _dup2(kept_[i], i);
-      _close(kept_[i]);
-    }
-  }
-
- private:
-  static constexpr int kCount = 3;
-  int kept_[kCount];
-};
 
 std::size_t size_of(VARTYPE type) {
   switch (type) {

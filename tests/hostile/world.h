@@ -1,0 +1,94 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tests/abi/type_library.h"
+#include "tests/support/module.h"
+#include "tests/support/object.h"
+
+namespace pv::test {
+
+/// A caller who does with the library's objects whatever comes to mind, the same for the same seed:
+/// random members of random objects with random arguments, through Invoke and through the vtable,
+/// with servers and listeners that fail, call back, release and disconnect. What it holds is let go
+/// at the end, references in circles included.
+class World {
+ public:
+  explicit World(unsigned seed);
+  ~World();
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+
+  void call_many(long calls);
+
+  struct Tally {
+    long calls = 0;
+    long refused = 0;    // calls that came back with an error
+    long mischief = 0;   // calls that strangers got
+    long connected = 0;  // listeners that were accepted
+  };
+  const Tally& tally() const { return tally_; }
+
+ private:
+  struct Kind {
+    const ClassInfo* info;
+    std::vector<FunctionInfo> functions;
+  };
+  struct Holding {
+    Ref<IDispatch> object;
+    const Kind* kind;  // none for a stranger
+  };
+  struct Connection {
+    Ref<IConnectionPoint> point;
+    DWORD cookie;
+  };
+  struct Arguments;
+
+  unsigned random(unsigned limit) { return engine_() % limit; }
+  bool chance(unsigned percent) { return random(100) < percent; }
+  template <class T>
+  const T& any_of(const std::vector<T>& values) {
+    return values[random(static_cast<unsigned>(values.size()))];
+  }
+
+  void call_once();
+  void invoke_something();
+  void call_something_raw();
+  void create_something();
+  void drop_something();
+  void connect_something();
+  void disconnect_something();
+  void walk(IEnumVARIANT* enumerator);
+  bool is_slow(const FunctionInfo& function) const;
+
+  void fill(const Holding& holding, const FunctionInfo& function, Arguments& arguments);
+  Value any_value();
+  Value value_for(const PlainType& type);
+  Value number(VARTYPE type);
+  std::wstring text();
+  Ref<IDispatch> any_object();
+  Ref<IDispatch> object_for(REFIID iid);
+
+  HRESULT mischief(DISPPARAMS& given, VARIANT& result);
+  void spoil(VARIANT& reference);
+
+  void keep(const VARIANT& value);
+  void keep(const Ref<IDispatch>& object);
+  const Kind* kind_of(IDispatch* object) const;
+  void untie(const Holding& holding);
+
+  Module module_;
+  std::vector<ClassInfo> classes_;
+  std::vector<Kind> kinds_;
+  std::vector<Holding> holdings_;
+  std::vector<Connection> connections_;
+  std::mt19937 engine_;
+  int depth_ = 0;
+  Tally tally_;
+};
+
+}  // namespace pv::test
