@@ -51,9 +51,11 @@ script() { windows_path "examples/hosts/$1"; }
 run_wine regsvr32 /s "$(windows_path "$windows/fluxor_server.dll")" ||
   { echo "[  FAILED  ] Server.IsRegistered (0 ms)"; exit 1; }
 
-run_tests '-HangUp.*:OldSoftware.*' || exit 1
+run_tests '-HangUp.*:OldSoftware.*:Soak.*' || exit 1
 run_tests 'HangUp.*' --hang-up 5 || exit 1
 run_tests 'OldSoftware.*' --software 1.10 || exit 1
+
+tools/soak.sh 2000 "$native" "$windows" || failed=1
 
 run_host Hosts.VbScript en_US cscript //nologo "$(script read_write.vbs)"
 language=2 run_host Hosts.VbScriptInHungarian hu_HU cscript //nologo "$(script read_write.vbs)"

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "tests/support/allocation_spy.h"
@@ -15,7 +16,7 @@
 namespace pv::test {
 namespace {
 
-constexpr DWORD kTestLimit = 120'000;  // milliseconds that one test may take
+constexpr DWORD kTestLimit = 120;  // seconds that one test may take; the option --limit sets others
 constexpr int kHangs = 3;
 constexpr int kCannotStart = 4;
 constexpr int kCrashed = 5;
@@ -75,9 +76,11 @@ DWORD WINAPI run_tests(void*) {
 }
 
 int watch(HANDLE tests) {
+  const auto given = option("--limit");
+  const DWORD limit = given ? std::strtoul(given->c_str(), nullptr, 10) : kTestLimit;
   while (WaitForSingleObject(tests, 1000) == WAIT_TIMEOUT) {
-    if (GetTickCount() - test_started < kTestLimit) continue;
-    std::printf("[  FAILED  ] %s: no end after %lu s\n", test_name.load(), kTestLimit / 1000);
+    if ((GetTickCount() - test_started) / 1000 < limit) continue;
+    std::printf("[  FAILED  ] %s: no end after %lu s\n", test_name.load(), limit);
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), kHangs);
   }

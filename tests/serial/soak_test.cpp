@@ -1,0 +1,180 @@
+// Many rounds of writing and reading over a line that loses telegrams: what is written is read, and
+// memory, handles and both histories stay exact. The options --rounds and --progress tell how many,
+// and after how many a line is printed.
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/serial/line_test.h"
+#include "tests/support/allocation_spy.h"
+#include "tests/support/module.h"
+#include "tests/support/program.h"
+
+namespace pv::test {
+namespace {
+
+constexpr int kHistoryFolder = 8;
+constexpr int kSilent = 1;
+constexpr int kKeptRecords = 16;
+constexpr int kWarmUp = 50;  // rounds until all caches are full
+constexpr const char* kFaults = "drop=1";
+
+int number_option(const char* name, int otherwise) {
+  const auto given = option(name);
+  return given ? std::atoi(given->c_str()) : otherwise;
+}
+
+/// What the process holds.
+struct Holdings {
+  std::size_t com_blocks = 0;
+  std::size_t heap_blocks = 0;
+  std::size_t heap_bytes = 0;
+  DWORD handles = 0;
+  bool operator==(const Holdings&) const = default;
+};
+
+void PrintTo(const Holdings& holdings, std::ostream* out) {
+  *out << holdings.com_blocks << " blocks of COM, " << holdings.heap_blocks
+       << " blocks of the heaps with " << holdings.heap_bytes << " bytes, " << holdings.handles
+       << " handles";
+}
+
+void count_heap(HANDLE heap, Holdings& holdings) {
+  if (!HeapLock(heap)) return;
+  PROCESS_HEAP_ENTRY entry{};
+  while (HeapWalk(heap, &entry)) {
+    if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) == 0) continue;
+    ++holdings.heap_blocks;
+    holdings.heap_bytes += entry.cbData;
+  }
+  HeapUnlock(heap);
+}
+
+/// Not every system counts them; what each number stands for is asked instead.
+DWORD count_handles() {
+  constexpr std::uintptr_t kStep = 4;
+  constexpr std::uintptr_t kMost = 4096;
+  DWORD count = 0;
+  for (std::uintptr_t i = 1; i <= kMost; ++i) {
+    DWORD flags = 0;
+    if (GetHandleInformation(reinterpret_cast<HANDLE>(i * kStep), &flags)) ++count;
+  }
+  return count;
+}
+
+Holdings holdings_now() {
+  Holdings holdings;
+  holdings.com_blocks = living_allocations();
+  HANDLE heaps[64];
+  const DWORD count = GetProcessHeaps(ARRAYSIZE(heaps), heaps);
+  for (DWORD i = 0; i < count && i < ARRAYSIZE(heaps); ++i) count_heap(heaps[i], holdings);
+  holdings.handles = count_handles();
+  return holdings;
+}
+
+class Soak : public LineTest {
+ protected:
+  Soak() {
+    std::filesystem::create_directories(folder_);
+    utility_.put(L"AppDirectory", kHistoryFolder, folder_);
+    transmitter_.put(L"Historian", kSilent);
+    transmitter_.put(L"HistorianTechName", L"Ann");
+    item(L"105").put(L"Historian", true);
+    server_.call(L"SendMessage", L"ResponseTime=0.05");
+    server_.call(L"SendMessage", L"Attempts=12");  // so many are never lost in a row
+  }
+  ~Soak() override { utility_.put(L"AppDirectory", kHistoryFolder, L""); }
+
+  void run_round(int round) {
+    const int value = 1 + round % 6;
+    ASSERT_TRUE(write(L"105", value)) << round;
+    item(L"105").put(L"Value", 1, 0);
+    ASSERT_TRUE(read(L"105")) << round;
+    ASSERT_EQ(this->value(L"105"), value) << round;
+    exchanges_ += 2;
+    ++entries_;
+    ASSERT_EQ(record().get(L"CmdItemID"), 105) << round;
+    ASSERT_EQ(record().get(L"AnswItemID"), 105) << round;
+    hurry_->forget();
+  }
+
+  /// The line is pulled out for one exchange.
+  void lose_the_line() {
+    set_faults("pulled=1");
+    server_.call(L"SendMessage", L"Attempts=1");
+    EXPECT_FALSE(read(L"110"));
+    EXPECT_EQ(com_error(), kReceiveTimeOut);
+    server_.call(L"SendMessage", L"Attempts=12");
+    ++exchanges_;
+    ++failures_;
+  }
+
+  /// Fills the record of the exchanges with the same ones each time.
+  Holdings holdings_at_rest() {
+    set_faults("");
+    for (int i = 0; i < kKeptRecords; ++i) EXPECT_TRUE(read(L"110"));
+    exchanges_ += kKeptRecords;
+    hurry_->forget();
+    return holdings_now();
+  }
+
+  void expect_exact_histories() const {
+    EXPECT_EQ(record(kKeptRecords - 1).get(L"CmdItemID"), 110);
+    EXPECT_THROW(record(kKeptRecords), CallFailed);
+    const std::wstring told = server_.get(L"GetMessage").text();
+    EXPECT_TRUE(told.starts_with(L"Norvak: " + std::to_wstring(exchanges_) + L" exchanges, "))
+        << printable(told);
+    EXPECT_TRUE(told.ends_with(L", " + std::to_wstring(failures_) + L" failed")) << printable(told);
+    EXPECT_EQ(audit_entries(), entries_);
+  }
+
+  /// Lines of the audit file about the item, each of which has to be whole.
+  long audit_entries() const {
+    std::ifstream file(std::filesystem::path(folder_ + L"Historian.csv"), std::ios::binary);
+    long entries = 0;
+    std::string line;
+    std::getline(file, line);  // the header
+    while (std::getline(file, line)) {
+      if (line == "\r") continue;
+      EXPECT_NE(line.find(",Ann,Fluxor,1,"), std::string::npos) << line;
+      EXPECT_NE(line.find(",105,"), std::string::npos) << line;
+      EXPECT_TRUE(line.ends_with('\r')) << line;
+      ++entries;
+    }
+    return entries;
+  }
+
+  long exchanges_ = 0;
+  long failures_ = 0;
+  long entries_ = 0;
+
+ private:
+  const std::wstring folder_ = scratch_folder() + L"soak\\";
+  const Object utility_ = Object::create(L"pvItems32.CUtility");
+};
+
+TEST_F(Soak, MemoryHandlesAndHistoriesStayExact) {
+  const int rounds = number_option("--rounds", 100);
+  const int progress = number_option("--progress", rounds);
+  Holdings before;
+  set_faults(kFaults);
+  for (int round = -kWarmUp; round <= rounds; ++round) {
+    ASSERT_NO_FATAL_FAILURE(run_round(round + kWarmUp));
+    if (round % progress != 0 && round != rounds && round != -kWarmUp / 2) continue;
+    lose_the_line();
+    const Holdings now = holdings_at_rest();
+    if (round <= 0) before = now;  // caches are full now
+    EXPECT_EQ(now, before) << "after " << round << " rounds";
+    expect_exact_histories();
+    std::printf("%d rounds: %s\n  %s\n", round, testing::PrintToString(now).c_str(),
+                printable(server_.get(L"GetMessage").text()).c_str());
+    std::fflush(stdout);
+    set_faults(kFaults);
+  }
+}
+
+}  // namespace
+}  // namespace pv::test
