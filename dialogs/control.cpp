@@ -8,6 +8,7 @@
 #include "com/module.h"
 #include "dialogs/form.h"
 #include "util/localized.h"
+#include "util/mnemonics.h"
 
 namespace pv {
 namespace {
@@ -16,8 +17,10 @@ constexpr Twips kIconSize = 480;
 constexpr Twips kButtonWidth = 1350;
 constexpr Twips kButtonHeight = 390;
 constexpr Twips kButtonPadding = 150;
-constexpr Twips kFieldMargin = 60;  // left and right of the text; half of it above and below
-constexpr Twips kCheckMark = 330;   // the box of a check box and its gap
+constexpr Twips kFieldMargin = 60;     // left and right of the text; half of it above and below
+constexpr Twips kCheckMark = 330;      // the box of a check box and its gap
+constexpr Twips kPickerPadding = 240;  // what a picker adds between its parts
+constexpr Twips kHeadingMargin = 240;  // of a frame's heading, left and right together
 
 constexpr DWORD text_box_style(TextBox::Kind kind) {
   switch (kind) {
@@ -44,6 +47,19 @@ TwipSize field_size(const Metrics& metrics, Twips text_width) {
 
 Twips arrow_width(const Metrics& metrics) {
   return metrics.twips(GetSystemMetrics(SM_CXVSCROLL)) + 2 * kFieldMargin;
+}
+
+// A moment as the picker shows it.
+std::wstring user_text(const SYSTEMTIME& moment, DateTimePicker::Kind kind) {
+  wchar_t text[128] = L"";
+  if (kind == DateTimePicker::Kind::kDate) {
+    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &moment, nullptr, text,
+                   static_cast<int>(std::size(text)));
+  } else {
+    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &moment, nullptr, text,
+                   static_cast<int>(std::size(text)));
+  }
+  return text;
 }
 
 // Multi-line text boxes break lines at CR LF only.
@@ -221,6 +237,16 @@ void CheckBox::read_window() { checked_ = checked(); }
 
 Frame::Frame(Form& form, int id) : Control(form, id, WC_BUTTONW, BS_GROUPBOX) {}
 
+TwipSize Frame::measure(const Metrics& metrics, Twips) const {
+  const TwipSize text = metrics.text_size(text_, DT_NOPREFIX | DT_SINGLELINE);
+  return {text.width + kHeadingMargin, text.height};
+}
+
+void Frame::fit_heading(Twips width) {
+  const Metrics& metrics = form_.metrics();
+  show_text(without_mnemonic(metrics.shortened(text_, width - kHeadingMargin)));
+}
+
 TextBox::TextBox(Form& form, int id, Kind kind)
     : Control(form, id, WC_EDITW, text_box_style(kind),
               kind == Kind::kScrolledReading ? 0 : WS_EX_CLIENTEDGE),
@@ -304,7 +330,8 @@ void DropDownList::refresh_texts() {
 
 DateTimePicker::DateTimePicker(Form& form, int id, Kind kind)
     : Control(form, id, DATETIMEPICK_CLASSW,
-              WS_TABSTOP | (kind == Kind::kDate ? DTS_SHORTDATECENTURYFORMAT : DTS_TIMEFORMAT)) {
+              WS_TABSTOP | (kind == Kind::kDate ? DTS_SHORTDATEFORMAT : DTS_TIMEFORMAT)),
+      kind_(kind) {
   GetLocalTime(&value_);
 }
 
@@ -319,9 +346,21 @@ void DateTimePicker::set_value(const SYSTEMTIME& value) {
   fill_window();
 }
 
+// Room for the widest of a year and a day in the user's format.
 TwipSize DateTimePicker::measure(const Metrics& metrics, Twips) const {
-  const Twips text = metrics.text_size(L"00. 00. 0000. ", DT_NOPREFIX).width;
-  return field_size(metrics, text + arrow_width(metrics));
+  Twips width = 0;
+  for (WORD i = 0; i < 12; ++i) {
+    const SYSTEMTIME sample{2000,
+                            static_cast<WORD>(i + 1),
+                            0,
+                            static_cast<WORD>(20 + i % 7),
+                            static_cast<WORD>(i + 11),
+                            58,
+                            58,
+                            0};
+    width = std::max(width, metrics.text_size(user_text(sample, kind_), DT_NOPREFIX).width);
+  }
+  return field_size(metrics, width + kPickerPadding + arrow_width(metrics));
 }
 
 void DateTimePicker::fill_window() {

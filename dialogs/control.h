@@ -70,6 +70,7 @@ class Control {
   LRESULT send(UINT message, WPARAM w = 0, LPARAM l = 0) const;
   /// Runs what the platform made happen: an exception ends the show of the form.
   void protect(const std::function<void()>& reaction) const;
+  void show_text(const std::wstring& marked_text);
 
   Form& form_;
   std::wstring text_;
@@ -79,7 +80,6 @@ class Control {
 
   void create_window(HWND form, const Metrics& metrics);
   void drop_window();
-  void show_text(const std::wstring& marked_text);
   void move_window(const Metrics& metrics);
 
   int id_;
@@ -182,9 +182,12 @@ class ChoiceButton : public Button {
 class Frame : public Control {
  public:
   Frame(Form& form, int id);
+  /// Shows of the heading what goes into this width, with an ellipsis for the rest. For layouts.
+  void fit_heading(Twips width);
 
  protected:
   Caption caption() const override { return Caption::kEscaped; }
+  TwipSize measure(const Metrics& metrics, Twips width) const override;
 };
 
 /// A text to type. When it gets the focus, its whole text is selected.
@@ -251,6 +254,7 @@ class DateTimePicker : public Control {
   void read_window() override;
 
  private:
+  Kind kind_;
   SYSTEMTIME value_{};
 };
 

@@ -89,7 +89,7 @@ void frmAccessEdit::cancel() {
 
 void frmAccessEdit::layout() {
   const Twips labels = widest({&lblMisc0_, &lblMisc1_});
-  // The heading comes from the host and may be of any length.
+  // The heading comes from the host and may be longer than the screen is wide.
   const Twips heading = std::min(widest({&fraMisc_}), work_area().width / 2);
   const Twips inner =
       std::max({labels + kFormGap + kListWidth, widest({&chkPWUpdate_, &chkPWMask_}), heading});
@@ -100,18 +100,17 @@ void frmAccessEdit::layout() {
   top = place_text(chkPWMask_, column, top);
   const Column outer{kFormMargin, inner + 2 * kFormMargin, 0};
   fraMisc_.place({outer.left, kFormMargin, outer.width, top - kFormMargin});
+  fraMisc_.fit_heading(outer.width);
   const Twips bottom = place_buttons({&cmdOK_, &cmdCancel_}, outer, top + kFormMargin);
   resize_inner({outer.right() + kFormMargin, bottom + kFormMargin});
 }
 
 bool edit_access(_CTxm* txm, _CItem* item) {
-  auto& form = thread_form<frmAccessEdit>();
-  if (form.is_shown()) return false;  // asked again from within the editor
-  form.prepare(txm, item);            // the editor opens with what could be filled in
-  form.show_modal(nullptr);
-  const bool ok = form.ok();
-  unload_form<frmAccessEdit>();
-  return ok;
+  if (is_in_use<frmAccessEdit>()) return false;  // asked again from within the editor
+  const FormUse<frmAccessEdit> form;
+  form->prepare(txm, item);  // the editor opens with what could be filled in
+  form->show_modal(nullptr);
+  return form->ok();
 }
 
 }  // namespace pv

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "com/boundary.h"
-#include "dialogs/form_layout.h"
 #include "dialogs/thread_form.h"
 #include "platform/locale.h"
 #include "util/library_version.h"
@@ -17,6 +16,7 @@ constexpr int kCancel = 201;
 constexpr wchar_t kMask = L'*';
 constexpr Twips kFieldWidth = 3000;
 constexpr Twips kTextWidth = 4200;
+constexpr Twips kLongestUnit = 2400;  // longer ones break
 
 // A date, a number or a date text; anything else means now.
 SYSTEMTIME moment_of(const Variant& initial) {
@@ -40,7 +40,7 @@ double variant_time(SYSTEMTIME moment) {
 
 frmInputBox::frmInputBox()
     : Form(L"frmInputBox"),
-      lblPrompt_(*this, 1010),
+      lblPrompt_(*this, 1010, 1011),
       txtInput_(*this, 1020),
       dtDate_(*this, 1022, DateTimePicker::Kind::kDate),
       dtTime_(*this, 1023, DateTimePicker::Kind::kTime),
@@ -96,27 +96,47 @@ void frmInputBox::cancel() {
   hide();
 }
 
+TwipSize frmInputBox::unit_size() const {
+  if (lblUnit_.text().empty()) return {};
+  const TwipSize size = lblUnit_.natural_size();
+  return size.width <= kLongestUnit ? size : lblUnit_.natural_size(kLongestUnit);
+}
+
+// A prompt that would be too high gets a wider form.
+Column frmInputBox::fit_column(Twips unit_room, Twips highest_prompt) const {
+  const Twips picker = std::max(dtDate_.natural_size().width, dtTime_.natural_size().width);
+  const Twips fields = asks_for_text() ? kFieldWidth : 2 * picker + kFormGap;
+  Column column{kFormMargin, std::max(kTextWidth, fields + unit_room), 0};
+  if (lblPrompt_.natural_size(column.width).height > highest_prompt)
+    column.width = std::max(column.width, work_area().width * 5 / 8);
+  return column;
+}
+
 void frmInputBox::layout() {
-  const Twips unit_width = lblUnit_.text().empty() ? 0 : lblUnit_.natural_size().width;
-  const Twips unit_room = unit_width ? kFormGap + unit_width : 0;
-  const Column column{kFormMargin, std::max(kTextWidth, kFieldWidth + unit_room), 0};
-  const Twips top = place_text(lblPrompt_, column, kFormMargin);
-  const Twips height = txtInput_.natural_size().height;
+  const TwipSize unit = unit_size();
+  const Twips unit_room = unit.width ? kFormGap + unit.width : 0;
+  const Twips field_height = txtInput_.natural_size().height;
+  const Twips row = std::max(field_height, unit.height);
+  const Twips around_prompt = 2 * kFormMargin + row + 3 * kFormGap + butOK_.natural_size().height;
+  const Twips highest_prompt = work_area().height - frame().height - around_prompt;
+
+  const Column column = fit_column(unit_room, highest_prompt);
+  const Twips top = place_long_text(lblPrompt_, column, kFormMargin, highest_prompt);
+  const Twips field_top = top + (row - field_height) / 2;
   const Twips field_width = column.width - unit_room;
   const Twips half = (field_width - kFormGap) / 2;
-  txtInput_.place({column.left, top, field_width, height});
-  dtDate_.place({column.left, top, half, height});
-  dtTime_.place({column.left + half + kFormGap, top, half, height});
-  const Twips unit_height = lblUnit_.natural_size().height;
+  txtInput_.place({column.left, field_top, field_width, field_height});
+  dtDate_.place({column.left, field_top, half, field_height});
+  dtTime_.place({column.left + half + kFormGap, field_top, half, field_height});
   lblUnit_.place(
-      {column.right() - unit_width, top + (height - unit_height) / 2, unit_width, unit_height});
-  const Twips bottom = place_buttons({&butOK_, &butCancel_}, column, top + height + 2 * kFormGap);
+      {column.right() - unit.width, top + (row - unit.height) / 2, unit.width, unit.height});
+  const Twips bottom = place_buttons({&butOK_, &butCancel_}, column, top + row + 2 * kFormGap);
   resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
 }
 
 bool show_input_box(const InputRequest& request) {
+  if (is_in_use<frmInputBox>()) return false;  // asked again from within the box
   auto& form = thread_form<frmInputBox>();
-  if (form.is_shown()) return false;  // asked again from within the box
   form.prepare(request);
   form.show_modal(request.owner);
   return form.ok();

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "dialogs/form.h"
+#include "dialogs/form_layout.h"
 #include "dialogs/input_box.h"
+#include "dialogs/long_text.h"
 
 namespace pv {
 
-/// The input form. Its control ids: 1000 OK, 1001 Cancel, 1010 prompt, 1020 text, 1021 unit, 1022
-/// date, 1023 time.
+/// The input form. Its control ids: 1000 OK, 1001 Cancel, 1010 prompt, 1011 prompt that is too long
+/// for the screen and scrolls, 1020 text, 1021 unit, 1022 date, 1023 time.
 class frmInputBox final : public Form {
  public:
   frmInputBox();
@@ -20,12 +22,14 @@ class frmInputBox final : public Form {
   Control* first_focus() override;
 
  private:
+  TwipSize unit_size() const;
+  Column fit_column(Twips unit_room, Twips highest_prompt) const;
   bool asks_for_text() const { return txtInput_.visible(); }
   void confirm();
   void cancel();
   double entered_moment() const;
 
-  Label lblPrompt_;
+  LongText lblPrompt_;
   TextBox txtInput_;
   DateTimePicker dtDate_;
   DateTimePicker dtTime_;

@@ -50,8 +50,7 @@ frmMsgBox::frmMsgBox(const MessageBoxRequest& request)
               {*this, 1021, IDI_QUESTION},
               {*this, 1022, IDI_WARNING},
               {*this, 1023, IDI_INFORMATION}},
-      pInfo_(*this, 1010),
-      scrolled_prompt_(*this, 1011, TextBox::Kind::kScrolledReading),
+      pInfo_(*this, 1010, 1011),
       bBut_{{*this, 1000, [this] { press(0); }},
             {*this, 1001, [this] { press(1); }},
             {*this, 1002, [this] { press(2); }}} {
@@ -59,7 +58,6 @@ frmMsgBox::frmMsgBox(const MessageBoxRequest& request)
   prepare_buttons();
   prepare_icon(request.picture);
   pInfo_.set_text(request.prompt);
-  scrolled_prompt_.set_text(request.prompt);
 }
 
 void frmMsgBox::prepare_buttons() {
@@ -152,10 +150,7 @@ TwipBox frmMsgBox::fit_prompt(Twips height_below) {
   }
 
   const TwipBox box{kPromptLeft, kPromptTop, size.width, size.height};
-  pInfo_.place(box);
-  pInfo_.set_visible(!scrolls);
-  scrolled_prompt_.place(box);
-  scrolled_prompt_.set_visible(scrolls);
+  pInfo_.place(box, scrolls);
   return box;
 }
 

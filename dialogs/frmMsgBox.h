@@ -3,6 +3,7 @@
 #include <array>
 
 #include "dialogs/form.h"
+#include "dialogs/long_text.h"
 #include "dialogs/message_box.h"
 
 namespace pv {
@@ -35,8 +36,7 @@ class frmMsgBox final : public Form {
   short set_;
   short result_ = 0;
   Icon Image1_[4];
-  Label pInfo_;
-  TextBox scrolled_prompt_;
+  LongText pInfo_;
   Button bBut_[kButtons];
   std::array<short, kButtons> tags_{};
 };

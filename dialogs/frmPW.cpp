@@ -72,11 +72,6 @@ bool frmPW::prepare(_CPasswords* passwords, const VARIANT& index) {
   });
 }
 
-void frmPW::release() {
-  passwords_.reset();
-  index_ = Variant();
-}
-
 void frmPW::set_mode(Mode mode) {
   mode_ = mode;
   const bool modifies = mode == Mode::kModify;
@@ -133,6 +128,7 @@ void frmPW::confirm_entry() {
 void frmPW::refuse_entry() {
   warn(kIncorrect);
   txtPW0_.set_text(L"");
+  txtPW0_.focus();
   if (--tries_left_ <= 0) finish(false);
 }
 
@@ -177,16 +173,11 @@ void frmPW::layout() {
 }
 
 bool edit_password(_CPasswords* passwords, const VARIANT& index) {
-  auto& form = thread_form<frmPW>();
-  if (form.is_shown()) return false;  // asked again from within the dialog
-  bool ok = false;
-  if (form.prepare(passwords, index)) {
-    form.show_modal(nullptr);
-    ok = form.ok();
-  }
-  form.release();
-  unload_form<frmPW>();
-  return ok;
+  if (is_in_use<frmPW>()) return false;  // asked again from within the dialog
+  const FormUse<frmPW> form;
+  if (!form->prepare(passwords, index)) return false;
+  form->show_modal(nullptr);
+  return form->ok();
 }
 
 }  // namespace pv

@@ -15,8 +15,6 @@ class frmPW final : public Form {
   /// False when the store has no such password.
   bool prepare(_CPasswords* passwords, const VARIANT& index);
   bool ok() const { return ok_; }
-  /// Lets go of the store.
-  void release();
 
  protected:
   void layout() override;

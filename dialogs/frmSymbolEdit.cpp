@@ -114,14 +114,12 @@ void frmSymbolEdit::layout() {
 }
 
 bool edit_symbol(std::wstring& symbol) {
-  auto& form = thread_form<frmSymbolEdit>();
-  if (form.is_shown()) return false;  // asked again from within the editor
-  form.prepare(symbol);
-  form.show_modal(nullptr);
-  const bool ok = form.ok();
-  if (ok) symbol = form.symbol();
-  unload_form<frmSymbolEdit>();
-  return ok;
+  if (is_in_use<frmSymbolEdit>()) return false;  // asked again from within the editor
+  const FormUse<frmSymbolEdit> form;
+  form->prepare(symbol);
+  form->show_modal(nullptr);
+  if (form->ok()) symbol = form->symbol();
+  return form->ok();
 }
 
 Ref<IPictureDisp> picture_of_symbol(const std::wstring& symbol) {

@@ -20,7 +20,7 @@ constexpr Twips kTextWidth = 5400;
 frmTechName::frmTechName()
     : Form(L"frmTechName"),
       lblPrompt_(*this, 1010),
-      lblItem_(*this, 1011),
+      lblItem_(*this, 1011, 1012),
       lblName_(*this, 1020),
       txtName_(*this, 1021),
       lblComment_(*this, 1022),
@@ -56,7 +56,10 @@ void frmTechName::cancel() {
 void frmTechName::layout() {
   const Column column{kFormMargin, kTextWidth, widest({&lblName_, &lblComment_})};
   Twips top = place_text(lblPrompt_, column, kFormMargin);
-  top = place_text(lblItem_, column, top);
+  const Twips fields = txtName_.natural_size().height + txtComment_.natural_size().height;
+  const Twips below_item = fields + 4 * kFormGap + cmdOK_.natural_size().height + kFormMargin;
+  top = place_long_text(lblItem_, column, top,
+                        work_area().height - frame().height - top - below_item);
   top = place_field(lblName_, txtName_, column, top);
   top = place_field(lblComment_, txtComment_, column, top);
   const Twips bottom = place_buttons({&cmdOK_, &cmdCancel_}, column, top + kFormGap);
@@ -64,13 +67,11 @@ void frmTechName::layout() {
 }
 
 std::optional<TechnicianNote> ask_technician(const std::wstring& item_label) {
-  auto& form = thread_form<frmTechName>();
-  if (form.is_shown()) return std::nullopt;  // asked again from within the prompt
-  form.prepare(item_label);
-  form.show_modal(nullptr);
-  std::optional<TechnicianNote> note = form.note();
-  unload_form<frmTechName>();
-  return note;
+  if (is_in_use<frmTechName>()) return std::nullopt;  // asked again from within the prompt
+  const FormUse<frmTechName> form;
+  form->prepare(item_label);
+  form->show_modal(nullptr);
+  return form->note();
 }
 
 }  // namespace pv

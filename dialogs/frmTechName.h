@@ -1,12 +1,14 @@
 #pragma once
 
 #include "dialogs/form.h"
+#include "dialogs/long_text.h"
 #include "dialogs/technician_prompt.h"
 
 namespace pv {
 
 /// The prompt of the audit log. Its control ids: 1000 OK, 1001 Cancel, 1010 prompt, 1011 item
-/// label, 1020 and 1021 name, 1022 and 1023 comment (label and field).
+/// label, 1012 item label that is too long for the screen and scrolls, 1020 and 1021 name, 1022 and
+/// 1023 comment (label and field).
 class frmTechName final : public Form {
  public:
   frmTechName();
@@ -24,7 +26,7 @@ class frmTechName final : public Form {
   void cancel();
 
   Label lblPrompt_;
-  Label lblItem_;
+  LongText lblItem_;
   FieldLabel lblName_;
   TextBox txtName_;
   FieldLabel lblComment_;

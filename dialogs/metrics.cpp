@@ -67,4 +67,18 @@ TwipSize Metrics::text_size(const std::wstring& text, UINT format, Twips width) 
   return {twips(area.right), twips(std::max(area.bottom, line.tmHeight))};
 }
 
+std::wstring Metrics::shortened(const std::wstring& text, Twips width) const {
+  constexpr wchar_t kEllipsis = L'\x2026';
+  const auto fits = [&](const std::wstring& candidate) {
+    return text_size(candidate, DT_NOPREFIX | DT_SINGLELINE).width <= width;
+  };
+  if (fits(text)) return text;
+  std::size_t length = 0;
+  for (std::size_t too_long = text.size(); length + 1 < too_long;) {
+    const std::size_t middle = (length + too_long) / 2;
+    (fits(text.substr(0, middle) + kEllipsis) ? length : too_long) = middle;
+  }
+  return text.substr(0, length) + kEllipsis;
+}
+
 }  // namespace pv

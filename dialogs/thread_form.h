@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 
 #include "com/thread_state.h"
@@ -35,10 +36,36 @@ void unload_form() {
   if (!form) return;
   if (form->is_shown()) {
     form->hide();
-  } else {
-    std::erase_if(thread_state().keepsakes,
-                  [form](const auto& keepsake) { return keepsake.get() == form; });
+    return;
   }
+  auto& keepsakes = thread_state().keepsakes;
+  const auto slot = std::ranges::find(keepsakes, form, [](const auto& each) { return each.get(); });
+  // Out of the list first: what the form lets go of may call back.
+  const auto doomed = std::move(*slot);
+  keepsakes.erase(slot);
+}
+
+/// The form of this class for one use: loaded at the beginning and unloaded at the end, however
+/// that comes.
+template <class F>
+class FormUse {
+ public:
+  FormUse() : form_(thread_form<F>()) {}
+  ~FormUse() { unload_form<F>(); }
+  FormUse(const FormUse&) = delete;
+  FormUse& operator=(const FormUse&) = delete;
+
+  F* operator->() const { return &form_; }
+
+ private:
+  F& form_;
+};
+
+/// Whether the form of this class is open on this thread: it cannot be used for another purpose.
+template <class F>
+bool is_in_use() {
+  const F* const form = loaded_form<F>();
+  return form && form->is_shown();
 }
 
 }  // namespace pv
