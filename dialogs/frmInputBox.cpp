@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "com/boundary.h"
 #include "dialogs/thread_form.h"
@@ -18,16 +19,30 @@ constexpr Twips kFieldWidth = 3000;
 constexpr Twips kTextWidth = 4200;
 constexpr Twips kLongestUnit = 2400;  // longer ones break
 
+std::optional<SYSTEMTIME> read_moment(const Variant& value) {
+  SYSTEMTIME moment{};
+  bool read = false;
+  attempt([&] { read = VariantTimeToSystemTime(converted(value, VT_DATE).date, &moment); });
+  return read ? std::optional(moment) : std::nullopt;
+}
+
+// Some locales end a date with a full stop, which the platform writes but does not always read.
+Variant without_third_stop(const Variant& value) {
+  std::wstring text = text_of(value);
+  int stops = 0;
+  for (wchar_t& c : text)
+    if (c == L'.' && ++stops == 3) c = L' ';
+  return Variant(text);
+}
+
 // A date, a number or a date text; anything else means now.
 SYSTEMTIME moment_of(const Variant& initial) {
-  SYSTEMTIME moment{};
-  GetLocalTime(&moment);
-  attempt([&] {
-    if (initial.vt == VT_EMPTY || is_empty_text(initial)) return;
-    SYSTEMTIME given{};
-    if (VariantTimeToSystemTime(converted(initial, VT_DATE).date, &given)) moment = given;
-  });
-  return moment;
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  if (initial.vt == VT_EMPTY || is_empty_text(initial)) return now;
+  if (const auto moment = read_moment(initial)) return *moment;
+  if (initial.vt != VT_BSTR) return now;
+  return read_moment(without_third_stop(initial)).value_or(now);
 }
 
 double variant_time(SYSTEMTIME moment) {

@@ -59,6 +59,10 @@ done
 run_windows_suite hostile 300 hostile_tests
 
 run_windows_suite dialogs 900 dialogs_tests
+for locale in de_DE hu_HU; do
+  in_locale "$locale.UTF-8" run_windows_suite "dialogs-$locale" 300 dialogs_tests \
+    '--gtest_filter=InputBox.*'
+done
 
 run_suite serial 600 tests/serial/run.sh
 

@@ -119,6 +119,10 @@ void HostObject::answer(std::wstring member, test::Value value) {
 }
 
 Device::Device() {
+  // What is written is recorded somewhere; not where the tests happen to run.
+  wchar_t folder[MAX_PATH];
+  GetTempPathW(MAX_PATH, folder);
+  test::Object::create(L"pvItems32.CUtility").put(L"AppDirectory", 8, folder);
   server_.answer(L"Protocols", protocols_.get());
   server_.answer(L"Items", items_);
   server_.answer(L"Dimensions", dimensions_);

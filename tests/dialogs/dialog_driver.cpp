@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cwctype>
 #include <iterator>
 #include <memory>
@@ -51,10 +50,10 @@ void close_by_any_means(const Dialog& dialog, const wchar_t* form) {
 
 }  // namespace
 
-bool wait_until(const std::function<bool()>& condition) {
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+bool wait_until(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
+  const auto end = std::chrono::steady_clock::now() + limit;
   while (!condition()) {
-    if (std::chrono::steady_clock::now() > limit) return false;
+    if (std::chrono::steady_clock::now() > end) return false;
     Sleep(1);
   }
   return true;
@@ -115,6 +114,22 @@ void Dialog::press_alt(wchar_t letter) const {
   EXPECT_TRUE(wait_until([this] { return IsChild(window_, focus_window()); }));
   constexpr LPARAM kAltIsDown = 1 << 29;
   PostMessageW(focus_window(), WM_SYSCHAR, letter, kAltIsDown);
+}
+
+bool Dialog::bring_to_front() const {
+  return wait_until([this] {
+    if (GetForegroundWindow() == window_ && IsChild(window_, focus_window())) return true;
+    SetForegroundWindow(window_);
+    return false;
+  });
+}
+
+bool Dialog::stroke(WORD key, WORD with, const std::function<bool()>& condition) const {
+  for (int attempt = 0; attempt < 5 && bring_to_front(); ++attempt) {
+    stroke_key(key, with);
+    if (wait_until(condition, std::chrono::seconds(3))) return true;
+  }
+  return false;
 }
 
 // Posted messages are handled in their order: when the mark arrived, so did all before it.

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <thread>
@@ -14,8 +15,9 @@
 // press something. Nothing here waits without a limit.
 namespace pv::dialogs_test {
 
-/// Polls until the condition holds; false after five seconds.
-bool wait_until(const std::function<bool()>& condition);
+/// Polls until the condition holds; false after half a minute, so that a busy machine does no harm.
+bool wait_until(const std::function<bool()>& condition,
+                std::chrono::milliseconds limit = std::chrono::seconds(30));
 
 /// A rectangle in twips, relative to the inside of the dialog.
 struct TwipRect {
@@ -53,6 +55,12 @@ class Dialog {
   void hold_key(WORD key) const;
   void release_key(WORD key) const;
   void press_alt(wchar_t letter) const;
+  /// Strikes a real key, with another one held down, until the condition holds. A stroke that
+  /// comes while the platform is still moving the focus gets lost; then it is repeated.
+  bool stroke(WORD key, WORD with, const std::function<bool()>& condition) const;
+  bool stroke_to_close(WORD key, WORD with = 0) const {
+    return stroke(key, with, [this] { return !open(); });
+  }
   /// Waits until the dialog has handled everything that was posted to it.
   void drain() const;
 
@@ -63,8 +71,10 @@ class Dialog {
   /// The selected range of a text box, from and up to.
   std::pair<int, int> selection(int id) const;
   /// The controls that show less than their whole text, overlap others or stand too near the
-  /// edge, in words; empty when all is well.
+  /// edge, and whether the dialog leaves the screen, in words; empty when all is well.
   std::string layout_faults() const;
+  /// Whether it stands in the middle of its owner's monitor.
+  bool is_centred() const;
 
   RECT pixels(int id) const;
   TwipRect twips(int id, int dpi) const;
@@ -74,6 +84,7 @@ class Dialog {
  private:
   static std::wstring text_of(HWND window);
   HWND focus_window() const;
+  bool bring_to_front() const;
 
   HWND window_;
 };

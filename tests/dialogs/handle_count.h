@@ -2,11 +2,13 @@
 
 namespace pv::dialogs_test {
 
-/// How many handles are in use; only differences mean something.
+/// What this process holds; only differences mean something.
 struct HandleCount {
-  long gdi;      // fonts, bitmaps, device contexts
-  long user;     // windows, icons, menus
-  long windows;  // top-level windows of this thread
+  long gdi;          // fonts, bitmaps, device contexts
+  long user;         // windows, icons, menus
+  long windows;      // top-level windows of this thread
+  long threads;      // of this process
+  long allocations;  // of C++ code
 };
 
 HandleCount count_handles();

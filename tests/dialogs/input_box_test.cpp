@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <cmath>
+#include <iterator>
 
 #include "tests/dialogs/dialog_driver.h"
 
@@ -17,7 +18,7 @@ using test::Object;
 using test::Value;
 
 constexpr wchar_t kForm[] = L"frmInputBox";
-constexpr int kOk = 1000, kCancel = 1001, kPrompt = 1010;
+constexpr int kOk = 1000, kCancel = 1001, kPrompt = 1010, kScrolledPrompt = 1011;
 constexpr int kText = 1020, kUnit = 1021, kDate = 1022, kTime = 1023;
 constexpr double kSecond = 1.0 / 86400;
 
@@ -76,6 +77,12 @@ Value date_value(double days) {
   return value;
 }
 
+std::wstring decimal_separator() {
+  wchar_t text[8] = L"";
+  GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text, static_cast<int>(std::size(text)));
+  return text;
+}
+
 TEST_F(InputBox, AsksForAText) {
   const std::wstring ok = utility_.text(200);
   const std::wstring cancel = utility_.text(201);
@@ -84,7 +91,7 @@ TEST_F(InputBox, AsksForAText) {
         EXPECT_EQ(dialog.title(), L"Input & more");
         EXPECT_EQ(dialog.text(kPrompt), L"Flow & rate?");
         EXPECT_EQ(dialog.text(kUnit), L"l/s");
-        EXPECT_EQ(dialog.text(kText), L"12.5");
+        EXPECT_EQ(dialog.text(kText), L"12" + decimal_separator() + L"5");
         EXPECT_EQ(dialog.ask(kText, EM_GETPASSWORDCHAR), 0);
         EXPECT_EQ(dialog.selection(kText), (std::pair{0, 4}));
         EXPECT_EQ(dialog.focused(), kText);
@@ -274,21 +281,102 @@ TEST_F(InputBox, ClosingFromOutsideWhileItIsOpenEndsItLikeCancel) {
       L"ShowMe", L"?"));
 }
 
-TEST_F(InputBox, NothingIsClippedInEveryLanguage) {
+std::wstring repeated(const std::wstring& text, int times) {
+  std::wstring result;
+  for (int i = 0; i < times; ++i) result += text;
+  return result;
+}
+
+TEST_F(InputBox, APromptOfAnyLengthLeavesFieldsAndButtonsOnTheScreen) {
+  const std::wstring words = repeated(L"many words ", 400);
+  const std::wstring lines = repeated(L"line\n", 300);
+  for (const int dpi : {96, 192}) {
+    const Resolution resolution(dpi);
+    for (const wchar_t* method : {L"ShowMe", L"ShowMeDT"}) {
+      for (const std::wstring& prompt : {std::wstring(), words, lines}) {
+        ask([](const Dialog& dialog) { EXPECT_EQ(dialog.layout_faults(), ""); }, method, prompt);
+      }
+    }
+  }
+}
+
+TEST_F(InputBox, APromptThatIsHigherThanTheScreenScrolls) {
+  EXPECT_TRUE(ask(
+      [](const Dialog& dialog) {
+        EXPECT_FALSE(dialog.shows(kPrompt));
+        EXPECT_TRUE(dialog.shows(kScrolledPrompt));
+        EXPECT_EQ(dialog.text(kScrolledPrompt), repeated(L"line\r\n", 300));
+        EXPECT_EQ(dialog.focused(), kText);
+        dialog.click(kOk);
+      },
+      L"ShowMe", repeated(L"line\n", 300)));
+  ask(
+      [](const Dialog& dialog) {
+        EXPECT_TRUE(dialog.shows(kPrompt));
+        EXPECT_FALSE(dialog.shows(kScrolledPrompt));
+      },
+      L"ShowMe", L"short again");
+}
+
+TEST_F(InputBox, ALongUnitBreaks) {
+  for (const wchar_t* method : {L"ShowMe", L"ShowMeDT"}) {
+    ask([](const Dialog& dialog) { EXPECT_EQ(dialog.layout_faults(), ""); }, method, L"Rate?", L"",
+        L"", repeated(L"litres per second ", 6));
+  }
+}
+
+/// A date or time format of the user, as set in the control panel, for as long as it lives.
+class UserFormat {
+ public:
+  UserFormat(LCTYPE type, const wchar_t* format) : type_(type) {
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, type, before_, static_cast<int>(std::size(before_)));
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, type, format);
+  }
+  ~UserFormat() { SetLocaleInfoW(LOCALE_USER_DEFAULT, type_, before_); }
+  UserFormat(const UserFormat&) = delete;
+  UserFormat& operator=(const UserFormat&) = delete;
+
+ private:
+  LCTYPE type_;
+  wchar_t before_[128] = L"";
+};
+
+constexpr SYSTEMTIME kMoment{2023, 3, 0, 15, 18, 4, 5, 0};
+
+std::wstring user_date() {
+  wchar_t text[128] = L"";
+  GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &kMoment, nullptr, text,
+                 static_cast<int>(std::size(text)));
+  return text;
+}
+
+std::wstring user_time() {
+  wchar_t text[128] = L"";
+  GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &kMoment, nullptr, text,
+                 static_cast<int>(std::size(text)));
+  return text;
+}
+
+void expect_user_formats(const Dialog& dialog) {
+  EXPECT_EQ(dialog.text(kDate), user_date());
+  EXPECT_EQ(dialog.text(kTime), user_time());
+  EXPECT_EQ(dialog.layout_faults(), "");
+}
+
+// The suite runs in several locales.
+TEST_F(InputBox, PickersShowTheFormatsOfTheLocale) {
   for (const int dpi : {96, 120, 144, 192}) {
     const Resolution resolution(dpi);
-    for (long language = 1; language <= 6; ++language) {
-      SCOPED_TRACE(testing::Message() << "language " << language << ", dpi " << dpi);
-      utility_.set_language(language);
-      const std::wstring prompt = utility_.text(302);
-      for (const wchar_t* method : {L"ShowMe", L"ShowMePW", L"ShowMeDT"}) {
-        const auto check = [](const Dialog& dialog) {
-          EXPECT_EQ(dialog.layout_faults(), "");
-          EXPECT_NE(dialog.access_key(kOk), dialog.access_key(kCancel));
-        };
-        ask(check, method, prompt, L"Title", 45000.75, L"m\u00B3/h");
-        ask(check, method, L"Short", L"", L"");
-      }
+    ask(expect_user_formats, L"ShowMeDT", L"When?", L"", user_date() + L" " + user_time());
+  }
+}
+
+TEST_F(InputBox, PickersShowTheFormatsThatTheUserChose) {
+  for (const wchar_t* date : {L"yyyy-MM-dd", L"dd/MM/yy", L"yyyy. M. d."}) {
+    for (const wchar_t* time : {L"HH.mm.ss", L"H:mm:ss"}) {
+      const UserFormat date_format(LOCALE_SSHORTDATE, date);
+      const UserFormat time_format(LOCALE_STIMEFORMAT, time);
+      ask(expect_user_formats, L"ShowMeDT", L"When?", L"", L"2023-03-15 18:04:05");
     }
   }
 }

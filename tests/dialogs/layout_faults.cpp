@@ -1,6 +1,7 @@
 // What is wrong with the layout of an open dialog, found with the platform's own text measures.
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 
 #include "tests/dialogs/dialog_driver.h"
@@ -8,7 +9,7 @@
 namespace pv::dialogs_test {
 namespace {
 
-constexpr LONG kMargin = 10;  // around everything, at least
+constexpr LONG kMargin = 7;  // around everything, at least
 constexpr LONG kButtonEdges = 8;
 constexpr LONG kCheckMark = 18;  // the box and its gap at 96 dpi; it grows with the font
 constexpr LONG kHeadingMargin = 16;
@@ -131,7 +132,46 @@ bool collide(const Part& one, const Part& other) {
          !(is_frame(other) && contains(other.place, one.place));
 }
 
+// Of a text in the font of title bars, with the close box and its surroundings.
+LONG title_width(const std::wstring& title) {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  const HDC context = GetDC(nullptr);
+  const HFONT font = CreateFontIndirectW(&metrics.lfCaptionFont);
+  const HGDIOBJ previous = SelectObject(context, font);
+  SIZE size{};
+  GetTextExtentPoint32W(context, title.c_str(), static_cast<int>(title.size()), &size);
+  SelectObject(context, previous);
+  DeleteObject(font);
+  ReleaseDC(nullptr, context);
+  return size.cx + 2 * GetSystemMetrics(SM_CXFIXEDFRAME) + GetSystemMetrics(SM_CXSIZE);
+}
+
+// On the monitor of the owner.
+RECT work_area(HWND dialog) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  const HWND owner = GetWindow(dialog, GW_OWNER);
+  GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
+  return monitor.rcWork;
+}
+
+RECT place_of(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  return place;
+}
+
 }  // namespace
+
+bool Dialog::is_centred() const {
+  const RECT area = work_area(window_);
+  const RECT place = place_of(window_);
+  const auto even = [](LONG before, LONG after) { return std::abs(before - after) <= 1; };
+  return even(place.left - area.left, area.right - place.right) &&
+         even(place.top - area.top, area.bottom - place.bottom);
+}
 
 std::string Dialog::layout_faults() const {
   std::string faults;
@@ -140,6 +180,8 @@ std::string Dialog::layout_faults() const {
   RECT inside{};
   GetClientRect(window_, &inside);
   InflateRect(&inside, -kMargin, -kMargin);
+  if (title_width(title()) > outer().cx) faults += "the title is cut off\n";
+  if (!contains(work_area(window_), place_of(window_))) faults += "leaves the screen\n";
   for (auto part = parts.begin(); part != parts.end(); ++part) {
     const std::string name = "control " + std::to_string(part->id);
     const SIZE size = needed(*part);

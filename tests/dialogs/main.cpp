@@ -9,6 +9,7 @@
 
 #include "tests/dialogs/automation_client.h"
 #include "tests/dialogs/gallery.h"
+#include "tests/support/allocation_spy.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -57,6 +58,7 @@ int main(int count, char** arguments) {
   // Owned by Google Test from here on; lives to the end of the program.
   const auto watchdog = new Watchdog;
   testing::UnitTest::GetInstance()->listeners().Append(watchdog);
+  pv::test::install_allocation_spy();
   const Apartment apartment;
   if (count == 3 && std::strcmp(arguments[1], "--gallery") == 0) {
     return make_gallery(arguments[2], [&](const std::string& what) { watchdog->restart(what); });

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "tests/dialogs/dialog_driver.h"
-#include "tests/dialogs/handle_count.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -372,30 +369,74 @@ TEST_F(PasswordDialog, RealKeyStrokesEnterThePassword) {
   EXPECT_EQ(raised(), (Calls{{kSetEvent, Value(short{2})}}));
 }
 
-TEST_F(PasswordDialog, QuittingEndsItLikeCancel) {
-  const DWORD thread = GetCurrentThreadId();
-  EXPECT_FALSE(edit([&](const Dialog& dialog) {
-    dialog.type(kEntry, L"Secret");
-    PostThreadMessageW(thread, WM_QUIT, 7, 0);
-    EXPECT_TRUE(dialog.wait_closed());
-  }));
-  MSG message{};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT) {
-  }
-  EXPECT_EQ(message.wParam, 7u);
-  EXPECT_EQ(current(2), L"");
+TEST_F(PasswordDialog, ARealCtrlKeyShowsTheTextUntilItIsReleasedOrTheFocusGoes) {
+  const auto masked = [](const Dialog& dialog) {
+    return dialog.ask(kEntry, EM_GETPASSWORDCHAR) == L'*';
+  };
+  edit([&](const Dialog& dialog) {
+    dialog.type(kEntry, L"typed");
+    EXPECT_TRUE(dialog.stroke(VK_END, 0, [&] { return dialog.selection(kEntry).first == 5; }));
+    keybd_event(VK_CONTROL, 0, 0, 0);
+    EXPECT_TRUE(wait_until([&] { return !masked(dialog); }));
+    keybd_event(VK_CONTROL, 0, KEYEVENTF_KEYUP, 0);
+    EXPECT_TRUE(wait_until([&] { return masked(dialog); }));
+
+    keybd_event(VK_CONTROL, 0, 0, 0);
+    EXPECT_TRUE(wait_until([&] { return !masked(dialog); }));
+    const HostWindow other;
+    SetForegroundWindow(other.window());
+    EXPECT_TRUE(wait_until([&] { return masked(dialog); }));
+    keybd_event(VK_CONTROL, 0, KEYEVENTF_KEYUP, 0);
+    EXPECT_EQ(dialog.text(kEntry), L"typed");
+  });
 }
 
-TEST_F(PasswordDialog, TwoHundredShowsLeaveNothingBehind) {
-  constexpr int kTolerance = 20;
-  const auto show_once = [&] { edit([](const Dialog& dialog) { dialog.click(kCancel); }); };
-  for (int i = 0; i < 20; ++i) show_once();
-  const HandleCount before = count_handles();
-  for (int i = 0; i < 200; ++i) show_once();
-  const HandleCount after = count_handles();
-  EXPECT_LT(after.gdi, before.gdi + kTolerance);
-  EXPECT_LT(after.user, before.user + kTolerance);
-  EXPECT_EQ(after.windows, before.windows);
+TEST_F(PasswordDialog, AWrongEntryPutsTheFocusBackIntoTheField) {
+  edit([](const Dialog& dialog) {
+    dialog.type(kEntry, L"wrong");
+    SendMessageW(dialog.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(dialog.control(kOk)),
+                 TRUE);
+    dialog.click(kOk);
+    answer_message(dialog);
+    EXPECT_TRUE(wait_until([&] { return dialog.focused() == kEntry; }));
+  });
+}
+
+TEST_F(PasswordDialog, TheLockedFieldHasTheColourOfButtonsTheOthersThatOfWindows) {
+  open_second();
+  edit([](const Dialog& dialog) {
+    const auto colour = [&](int id) {
+      const HDC context = GetDC(dialog.control(id));
+      RECT inside{};
+      GetClientRect(dialog.control(id), &inside);
+      const COLORREF found = GetPixel(context, inside.right - 4, inside.bottom / 2);
+      ReleaseDC(dialog.control(id), context);
+      return found;
+    };
+    const auto becomes = [&](int id, int system_colour) {
+      return wait_until([&] { return colour(id) == GetSysColor(system_colour); });
+    };
+    EXPECT_TRUE(becomes(kEntry, COLOR_WINDOW));
+    open_modify_mode(dialog);
+    EXPECT_TRUE(becomes(kEntry, COLOR_BTNFACE));
+    EXPECT_TRUE(becomes(kNew, COLOR_WINDOW));
+    EXPECT_TRUE(becomes(kRepeat, COLOR_WINDOW));
+  });
+}
+
+TEST_F(PasswordDialog, APasswordThatIsRemovedMeanwhileEndsItWithTheError) {
+  const HostWindow host;
+  const ULONG references = test::references_of(store_.get());
+  test::Outcome outcome;
+  drive(
+      kForm, [&] { outcome = store_.try_call(L"Edit", 2); },
+      [&](const Dialog& dialog) {
+        host.send([&] { store_.call(L"Remove", 2); });
+        dialog.click(kOk);
+        EXPECT_TRUE(dialog.wait_closed());
+      });
+  EXPECT_EQ(outcome.number(), 9);
+  EXPECT_EQ(test::references_of(store_.get()), references) << "the store is still held";
 }
 
 TEST_F(PasswordDialog, RelabellingKeepsTextsAndMode) {
@@ -414,27 +455,6 @@ TEST_F(PasswordDialog, RelabellingKeepsTextsAndMode) {
     EXPECT_FALSE(dialog.enabled(kModify));
     EXPECT_EQ(dialog.layout_faults(), "");
   });
-}
-
-TEST_F(PasswordDialog, NothingIsClippedAndAccessKeysAreUniqueInEveryLanguage) {
-  open_second();
-  for (const int dpi : {96, 120, 144, 192}) {
-    const Resolution resolution(dpi);
-    for (long language = 1; language <= 6; ++language) {
-      SCOPED_TRACE(testing::Message() << "language " << language << ", dpi " << dpi);
-      utility_.set_language(language);
-      edit([&](const Dialog& dialog) {
-        EXPECT_EQ(dialog.layout_faults(), "");
-        open_modify_mode(dialog);
-        EXPECT_EQ(dialog.layout_faults(), "");
-        std::set<wchar_t> keys;
-        const int named[] = {kLabel, kNewLabel, kRepeatLabel, kOk, kModify, kCancel};
-        for (const int id : named) keys.insert(dialog.access_key(id));
-        EXPECT_EQ(keys.size(), std::size(named));
-        EXPECT_FALSE(keys.contains(L'\0'));
-      });
-    }
-  }
 }
 
 }  // namespace
