@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "tests/support/dispatch_object.h"
+
 namespace pv::test {
 
 ActiveLanguage::ActiveLanguage(long language)
@@ -13,28 +15,12 @@ ActiveLanguage::ActiveLanguage(long language)
 
 ActiveLanguage::~ActiveLanguage() { languages_.try_put(L"ActiveLanguageID", 1); }
 
-class LanguageListener::Sink final : public IDispatch {
+class LanguageListener::Sink final : public DispatchObject {
  public:
-  explicit Sink(Kind kind) : kind_(kind) {}
-  virtual ~Sink() = default;
+  explicit Sink(Kind kind)
+      : DispatchObject(ObjectKind::kCompiled,
+                       kind == Kind::kEvents ? &__uuidof(__CLanguages) : nullptr) {}
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    *object = nullptr;
-    const bool events = iid == __uuidof(__CLanguages) && kind_ == Kind::kEvents;
-    if (iid != IID_IUnknown && iid != IID_IDispatch && !events) return E_NOINTERFACE;
-    *object = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*,
                       EXCEPINFO*, UINT*) override {
     EXPECT_EQ(id, 1);
@@ -54,8 +40,7 @@ class LanguageListener::Sink final : public IDispatch {
   HRESULT result = S_OK;
 
  private:
-  const Kind kind_;
-  ULONG references_ = 0;
+  DISPID id_of(std::wstring_view) override { return DISPID_UNKNOWN; }
 };
 
 LanguageListener::LanguageListener(Kind kind) : sink_(new Sink(kind)) {}

@@ -1,12 +1,10 @@
 #include "tests/automation/txm_support.h"
 
-#include <dispex.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "com/key_fold.h"
-#include "pvItems32.h"
 
 namespace pv::test {
 
@@ -62,38 +60,10 @@ std::string CallLog::text_of(const VARIANT& value) const {
   return content.empty() ? type : type + ' ' + content;
 }
 
-void Arguments::set(std::size_t i, const Value& value) const {
-  const VARIANT& reference = (*this)[i];
-  Value copy(value);
-  switch (reference.vt) {
-    case VT_BYREF | VT_VARIANT:
-      VariantCopy(reference.pvarVal, &copy);
-      break;
-    case VT_BYREF | VT_BSTR:
-      std::swap(*reference.pbstrVal, copy.bstrVal);
-      break;
-    case VT_BYREF | VT_DISPATCH:
-      std::swap(*reference.ppdispVal, copy.pdispVal);
-      break;
-    case VT_BYREF | VT_I2:
-      *reference.piVal = static_cast<short>(copy.number());
-      break;
-    case VT_BYREF | VT_R4:
-      *reference.pfltVal = static_cast<float>(copy.real());
-      break;
-    case VT_BYREF | VT_BOOL:
-      *reference.pboolVal = copy.boolean() ? VARIANT_TRUE : VARIANT_FALSE;
-      break;
-    default:
-      ADD_FAILURE() << "argument " << i << " of type " << reference.vt << " cannot be changed";
-  }
-}
-
-class HostDispatch final : public IDispatchEx {
+class HostDispatch final : public DispatchObject {
  public:
   HostDispatch(CallLog& log, std::string name, HostObject::Kind kind)
-      : log_(&log), name_(std::move(name)), kind_(kind) {}
-  virtual ~HostDispatch() = default;
+      : DispatchObject(kind), log_(&log), name_(std::move(name)) {}
 
   void on(const std::wstring& member, HostObject::Action action) {
     actions_[fold_key(member)] = std::move(action);
@@ -106,33 +76,6 @@ class HostDispatch final : public IDispatchEx {
     actions_.clear();
   }
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    const bool extended = iid == __uuidof(IDispatchEx) && kind_ == HostObject::Kind::kScript;
-    if (iid != IID_IUnknown && iid != IID_IDispatch && !extended) return E_NOINTERFACE;
-    *object = static_cast<IDispatchEx*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-    return kind_ == HostObject::Kind::kScript ? E_NOTIMPL : find(names[0], ids);
-  }
-  STDMETHODIMP GetDispID(BSTR name, DWORD, DISPID* id) override {
-    return find(std::wstring(view_of(name)), id);
-  }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                       EXCEPINFO* exception, UINT*) override {
     if (!log_ || id < 1 || id > static_cast<DISPID>(members_.size())) return DISP_E_MEMBERNOTFOUND;
@@ -148,39 +91,21 @@ class HostDispatch final : public IDispatchEx {
       if (result) *result = answer.detach();
       return S_OK;
     } catch (const HostError& error) {
-      if (exception) {
-        *exception = EXCEPINFO{};
-        exception->scode = error.code;
-        exception->bstrSource = Bstr(error.source).detach();
-        exception->bstrDescription = Bstr(error.description).detach();
-      }
-      return DISP_E_EXCEPTION;
+      return raise(error, exception);
     } catch (const std::exception& error) {
       ADD_FAILURE() << printable(member) << ": " << error.what();
       return E_FAIL;
     }
   }
-  STDMETHODIMP InvokeEx(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                        EXCEPINFO* exception, IServiceProvider*) override {
-    return Invoke(id, IID_NULL, locale, flags, parameters, result, exception, nullptr);
-  }
-  STDMETHODIMP DeleteMemberByName(BSTR, DWORD) override { return E_NOTIMPL; }
-  STDMETHODIMP DeleteMemberByDispID(DISPID) override { return E_NOTIMPL; }
-  STDMETHODIMP GetMemberProperties(DISPID, DWORD, DWORD*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetMemberName(DISPID, BSTR*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetNextDispID(DWORD, DISPID, DISPID*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetNameSpaceParent(IUnknown**) override { return E_NOTIMPL; }
 
  private:
-  HRESULT find(const std::wstring& name, DISPID* id) {
-    *id = DISPID_UNKNOWN;
+  DISPID id_of(std::wstring_view name) override {
     const std::wstring folded = fold_key(name);
-    if (std::count(lacking_.begin(), lacking_.end(), folded)) return DISP_E_UNKNOWNNAME;
+    if (std::count(lacking_.begin(), lacking_.end(), folded)) return DISPID_UNKNOWN;
     auto found = std::find_if(members_.begin(), members_.end(),
                               [&](const auto& member) { return fold_key(member) == folded; });
-    if (found == members_.end()) found = members_.insert(found, name);
-    *id = static_cast<DISPID>(found - members_.begin() + 1);
-    return S_OK;
+    if (found == members_.end()) found = members_.insert(found, std::wstring(name));
+    return static_cast<DISPID>(found - members_.begin() + 1);
   }
   std::string line_of(const std::wstring& member, WORD flags, const Arguments& arguments) const {
     const bool is_set = (flags & DISPATCH_PROPERTYPUTREF) != 0;
@@ -200,11 +125,9 @@ class HostDispatch final : public IDispatchEx {
 
   CallLog* log_;
   const std::string name_;
-  const HostObject::Kind kind_;
   std::vector<std::wstring> members_;
   std::vector<std::wstring> lacking_;
   std::map<std::wstring, HostObject::Action> actions_;
-  ULONG references_ = 0;
 };
 
 HostObject::HostObject(CallLog& log, std::string name, Kind kind)
@@ -292,11 +215,13 @@ BOOL CALLBACK take_dialog(HWND window, LPARAM result) {
   return FALSE;
 }
 
+// A thread that was busy with other tests for seconds counts as hung, and is waited for all the
+// same.
 std::wstring window_text(HWND window) {
   wchar_t text[1024] = L"";
   DWORD_PTR length = 0;
   SendMessageTimeoutW(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text),
-                      SMTO_ABORTIFHUNG, 2000, &length);
+                      SMTO_NORMAL, 2000, &length);
   return {text, static_cast<std::size_t>(length)};
 }
 
@@ -341,7 +266,7 @@ void DialogResponder::respond(HWND dialog) {
   SetPropW(dialog, kResponded, reinterpret_cast<HANDLE>(now));
   for (const auto& [id, text] : typed_) {
     SendMessageTimeoutW(GetDlgItem(dialog, id), WM_SETTEXT, 0,
-                        reinterpret_cast<LPARAM>(text.c_str()), SMTO_ABORTIFHUNG, 2000, nullptr);
+                        reinterpret_cast<LPARAM>(text.c_str()), SMTO_NORMAL, 2000, nullptr);
   }
   if (button_ == kCloseBox) {
     PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
@@ -350,10 +275,9 @@ void DialogResponder::respond(HWND dialog) {
   }
 }
 
-Connection::Connection(const Object& source, const HostObject& sink) {
+Connection::Connection(const Object& source, const HostObject& sink, const IID& events) {
   const auto container = source.as<IConnectionPointContainer>();
-  if (!container ||
-      FAILED(container->FindConnectionPoint(__uuidof(__CTxmEvents), point_.receive())) ||
+  if (!container || FAILED(container->FindConnectionPoint(events, point_.receive())) ||
       FAILED(point_->Advise(sink.get(), &cookie_))) {
     throw CallFailed("the object takes no listener");
   }

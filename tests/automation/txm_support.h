@@ -8,6 +8,8 @@
 #include <thread>
 #include <vector>
 
+#include "pvItems32.h"
+#include "tests/support/dispatch_object.h"
 #include "tests/support/object.h"
 
 namespace pv::test {
@@ -42,18 +44,14 @@ class Arguments {
   const VARIANT& operator[](std::size_t i) const { return given_.rgvarg[size() - 1 - i]; }
   Value value(std::size_t i) const { return Value(dereferenced((*this)[i])); }
   /// Changes the variable behind a by-reference argument.
-  void set(std::size_t i, const Value& value) const;
+  void set(std::size_t i, const Value& value) const { change_argument((*this)[i], value); }
 
  private:
   const DISPPARAMS& given_;
 };
 
 /// Thrown by an action of a host object: the error that the caller gets.
-struct HostError {
-  HRESULT code = static_cast<HRESULT>(0x800A0000u + 1234);
-  std::wstring source = L"Host";
-  std::wstring description = L"line is down";
-};
+using HostError = RaisedError;
 
 class HostDispatch;
 
@@ -61,7 +59,7 @@ class HostDispatch;
 /// the test says (nothing otherwise).
 class HostObject {
  public:
-  enum class Kind { kCompiled, kScript };
+  using Kind = ObjectKind;
   using Action = std::function<Value(const Arguments&)>;
 
   HostObject(CallLog& log, std::string name, Kind kind = Kind::kCompiled);
@@ -158,7 +156,8 @@ class DialogResponder {
 /// The listener of an event source: a host object connected to it.
 class Connection {
  public:
-  Connection(const Object& source, const HostObject& sink);
+  Connection(const Object& source, const HostObject& sink,
+             const IID& events = __uuidof(__CTxmEvents));
   ~Connection() { disconnect(); }
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;

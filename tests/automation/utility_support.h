@@ -2,38 +2,16 @@
 
 #include <functional>
 #include <memory>
-#include <string>
-#include <string_view>
 
 #include "tests/support/module.h"
 #include "tests/support/object.h"
+#include "tests/support/own_file.h"
+#include "tests/support/user_locale.h"
 
 namespace pv::test {
 
-/// A number text written with '.', as the user's locale writes it.
-std::wstring in_user_locale(std::wstring number);
-
 /// A copy of a value in another variant type.
 Value as_type(VARTYPE type, const Value& value);
-
-/// A file in an empty folder of its own, so that no test sees what another one left.
-class OwnFile {
- public:
-  explicit OwnFile(std::wstring_view name = L"settings.ini");
-  OwnFile(std::wstring_view name, std::string_view bytes);
-
-  const std::wstring& path() const { return path_; }
-  operator Value() const { return Value(path_); }
-  bool exists() const;
-  std::string bytes() const;
-  void fill(std::string_view bytes) const;
-
- private:
-  std::wstring path_;
-};
-
-/// Text as the bytes of the system's code page.
-std::string in_code_page(std::wstring_view text);
 
 /// Runs a piece of code on a thread in an apartment of its own, to its end. Exceptions fail the
 /// test.

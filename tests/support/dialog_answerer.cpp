@@ -31,7 +31,7 @@ std::wstring text_of(HWND window) {
   wchar_t text[1024] = L"";
   DWORD_PTR length = 0;
   SendMessageTimeoutW(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text),
-                      SMTO_ABORTIFHUNG, 1000, &length);
+                      SMTO_NORMAL, 1000, &length);
   return {text, static_cast<std::size_t>(length)};
 }
 

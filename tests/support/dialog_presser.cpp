@@ -21,7 +21,7 @@ HWND open_window_of(DWORD thread) {
 
 WPARAM default_button(HWND window) {
   DWORD_PTR answer = 0;
-  SendMessageTimeoutW(window, DM_GETDEFID, 0, 0, SMTO_ABORTIFHUNG, 500, &answer);
+  SendMessageTimeoutW(window, DM_GETDEFID, 0, 0, SMTO_NORMAL, 500, &answer);
   return HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : IDOK;
 }
 

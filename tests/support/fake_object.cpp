@@ -1,6 +1,5 @@
 #include "tests/support/fake_object.h"
 
-#include <dispex.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -43,7 +42,7 @@ Answer& Answer::sets(std::size_t position, Value value) {
   return *this;
 }
 Answer& Answer::raises(HRESULT code, std::wstring source, std::wstring description) {
-  error_ = Error{code, std::move(source), std::move(description)};
+  error_ = RaisedError{code, std::move(source), std::move(description)};
   return *this;
 }
 Answer& Answer::does(std::function<void()> action) {
@@ -57,32 +56,12 @@ bool same_name(std::wstring_view left, std::wstring_view right) {
   return fold_key(left) == fold_key(right);
 }
 
-void store(const VARIANT& reference, const Value& value) {
-  Value copy(value);
-  if (reference.vt == (VT_BYREF | VT_VARIANT)) {
-    VariantCopy(reference.pvarVal, &copy);
-  } else if (reference.vt == (VT_BYREF | VT_BSTR)) {
-    std::swap(*reference.pbstrVal, copy.bstrVal);
-  } else if (reference.vt == (VT_BYREF | VT_DISPATCH)) {
-    std::swap(*reference.ppdispVal, copy.pdispVal);
-  } else if (reference.vt == (VT_BYREF | VT_I4)) {
-    *reference.plVal = copy.number();
-  } else if (reference.vt == (VT_BYREF | VT_I2)) {
-    *reference.piVal = static_cast<short>(copy.number());
-  } else if (reference.vt == (VT_BYREF | VT_BOOL)) {
-    *reference.pboolVal = copy.boolean() ? VARIANT_TRUE : VARIANT_FALSE;
-  } else {
-    ADD_FAILURE() << "argument of type " << reference.vt << " cannot be changed";
-  }
-}
-
 }  // namespace
 
 /// The COM object behind a FakeObject; it may outlive it, and expects nothing then.
-class FakeDispatch final : public IDispatchEx {
+class FakeDispatch final : public DispatchObject {
  public:
-  explicit FakeDispatch(FakeObject::Kind kind) : kind_(kind) {}
-  virtual ~FakeDispatch() = default;
+  using DispatchObject::DispatchObject;
 
   enum class How { kCall, kGet, kPut, kSet };
 
@@ -99,49 +78,8 @@ class FakeDispatch final : public IDispatchEx {
     calls_.clear();
   }
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    const bool extended = iid == __uuidof(IDispatchEx) && kind_ == FakeObject::Kind::kScript;
-    if (iid != IID_IUnknown && iid != IID_IDispatch && !extended) return E_NOINTERFACE;
-    *object = static_cast<IDispatchEx*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-    if (kind_ == FakeObject::Kind::kScript) return E_NOTIMPL;
-    *ids = id_of(names[0]);
-    return *ids == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
-  }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                       EXCEPINFO* exception, UINT*) override;
-
-  STDMETHODIMP GetDispID(BSTR name, DWORD, DISPID* id) override {
-    *id = id_of(view_of(name));
-    return *id == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
-  }
-  STDMETHODIMP InvokeEx(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                        EXCEPINFO* exception, IServiceProvider*) override {
-    return Invoke(id, IID_NULL, locale, flags, parameters, result, exception, nullptr);
-  }
-  STDMETHODIMP DeleteMemberByName(BSTR, DWORD) override { return E_NOTIMPL; }
-  STDMETHODIMP DeleteMemberByDispID(DISPID) override { return E_NOTIMPL; }
-  STDMETHODIMP GetMemberProperties(DISPID, DWORD, DWORD*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetMemberName(DISPID, BSTR*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetNextDispID(DWORD, DISPID, DISPID*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetNameSpaceParent(IUnknown**) override { return E_NOTIMPL; }
 
  private:
   struct Call {
@@ -162,7 +100,7 @@ class FakeDispatch final : public IDispatchEx {
   }
   static std::string text_of(const Call& call) { return text_of(call.how, call.member); }
 
-  DISPID id_of(std::wstring_view name) const {
+  DISPID id_of(std::wstring_view name) override {
     const auto found = std::find_if(members_.begin(), members_.end(),
                                     [&](const auto& member) { return same_name(member, name); });
     return found == members_.end() ? DISPID_UNKNOWN
@@ -181,24 +119,13 @@ class FakeDispatch final : public IDispatchEx {
   void check_arguments(const Call& call, const DISPPARAMS& given) const {
     ASSERT_EQ(given.cArgs, call.arguments.size()) << "number of arguments of " << text_of(call);
     for (UINT i = 0; i < given.cArgs; ++i) {
-      const std::string mismatch = call.arguments[i].mismatch(given.rgvarg[given.cArgs - 1 - i],
-                                                              kind_ == FakeObject::Kind::kScript);
+      const std::string mismatch =
+          call.arguments[i].mismatch(given.rgvarg[given.cArgs - 1 - i], is_script());
       EXPECT_TRUE(mismatch.empty()) << text_of(call) << ": argument " << i << " " << mismatch;
     }
   }
-  static HRESULT raise(const Answer::Error& error, EXCEPINFO* exception) {
-    if (!exception) return DISP_E_EXCEPTION;
-    *exception = EXCEPINFO{};
-    exception->scode = error.code;
-    exception->bstrSource = Bstr(error.source).detach();
-    exception->bstrDescription = Bstr(error.description).detach();
-    return DISP_E_EXCEPTION;
-  }
-
-  const FakeObject::Kind kind_;
   std::vector<std::wstring> members_;
   std::deque<Call> calls_;
-  ULONG references_ = 0;
 };
 
 STDMETHODIMP FakeDispatch::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
@@ -221,7 +148,7 @@ STDMETHODIMP FakeDispatch::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAM
   if (answer.error_) return raise(*answer.error_, exception);
   for (const auto& [position, value] : answer.changes_) {
     if (position < parameters->cArgs) {
-      store(parameters->rgvarg[parameters->cArgs - 1 - position], value);
+      change_argument(parameters->rgvarg[parameters->cArgs - 1 - position], value);
     }
   }
   if (result) *result = Value(answer.result_).detach();

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/dispatch_object.h"
 #include "tests/support/object.h"
 
 namespace pv::test {
@@ -46,14 +47,9 @@ class Answer {
     std::size_t position;
     Value value;
   };
-  struct Error {
-    HRESULT code;
-    std::wstring source, description;
-  };
-
   Value result_;
   std::vector<Change> changes_;
-  std::optional<Error> error_;
+  std::optional<RaisedError> error_;
   std::function<void()> action_;
 };
 
@@ -71,8 +67,7 @@ class FakeDispatch;
 ///   EXPECT_EQ(lists.call(L"FillList", 1, list), true);
 class FakeObject {
  public:
-  /// Script objects have the extended dispatch interface, and know their members only there.
-  enum class Kind { kCompiled, kScript };
+  using Kind = ObjectKind;
 
   explicit FakeObject(Kind kind = Kind::kCompiled);
   FakeObject(const FakeObject&) = delete;
