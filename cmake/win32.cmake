@@ -6,9 +6,6 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 find_file(STDOLE2_TLB stdole2.tlb PATHS ${stdole_dirs} NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 get_filename_component(stdole_dir ${STDOLE2_TLB} DIRECTORY)
 
-# Doubles are computed in 64 bits, as the contract has it, not in the wider registers of the x87.
-add_compile_options(-msse2 -mfpmath=sse)
-
 set(contract ${CMAKE_SOURCE_DIR}/typelib/pvItems32.idl)
 set(generated ${CMAKE_BINARY_DIR}/generated)
 set(widl_options -I${CMAKE_SOURCE_DIR}/typelib/shim -L${stdole_dir})

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 
 namespace pv {
@@ -60,17 +61,41 @@ TEST(PasswordCode, AgreesWithTheFormulasForAllTextsOfUpToTwoCharacters) {
   }
 }
 
-// Every character of a group is decoded from its own bits, so varying two of three covers all
-// dependencies; the third runs through every value of a coprime walk.
-TEST(PasswordCode, AgreesWithTheFormulasForTextsOfThreeCharacters) {
-  int c = 0;
-  for (int a = 0; a < 256; ++a) {
-    for (int b = 0; b < 256; ++b) {
-      c = (c + 37) & 255;
-      const std::string text = {static_cast<char>(a), static_cast<char>(b), static_cast<char>(c)};
-      ASSERT_EQ(encode_password(text), reference_encoding(text));
-      ASSERT_EQ(decode_password(encode_password(text)), text);
+// The four digits of three bytes, each from a table of its own formula.
+struct DigitTables {
+  DigitTables() {
+    const std::wstring alphabet =
+        L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    for (std::size_t high = 0; high < 256; ++high) {
+      first[high] = alphabet[high & 63];
+      fourth[high] = alphabet[(high & 252) / 4];
+      for (std::size_t low = 0; low < 256; ++low) {
+        second[high][low] = alphabet[(high & 15) * 4 + (low & 192) / 64];
+        third[high][low] = alphabet[(high & 3) * 16 + (low & 240) / 16];
+      }
     }
+  }
+  wchar_t first[256], second[256][256], third[256][256], fourth[256];
+};
+
+bool is_coded(const std::string& text, const DigitTables& tables) {
+  const auto b1 = static_cast<unsigned char>(text[0]);
+  const auto b2 = static_cast<unsigned char>(text[1]);
+  const auto b3 = static_cast<unsigned char>(text[2]);
+  const std::wstring digits = encode_password(text);
+  return digits.size() == 4 && digits[0] == tables.first[b1] &&
+         digits[1] == tables.second[b2][b1] && digits[2] == tables.third[b3][b2] &&
+         digits[3] == tables.fourth[b3] && decode_password(digits) == text;
+}
+
+TEST(PasswordCode, AgreesWithTheFormulasForAllTextsOfThreeCharacters) {
+  const auto tables = std::make_unique<DigitTables>();
+  std::string text(3, '\0');
+  for (int number = 0; number < 1 << 24; ++number) {
+    text[0] = static_cast<char>(number);
+    text[1] = static_cast<char>(number >> 8);
+    text[2] = static_cast<char>(number >> 16);
+    if (!is_coded(text, *tables)) FAIL() << "characters of number " << number;
   }
 }
 
