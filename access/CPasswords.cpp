@@ -28,7 +28,7 @@ const std::wstring& element(const std::vector<std::wstring>& elements, std::size
 Ref<CPassword> CPasswords::add(std::wstring_view reference, std::wstring_view current) {
   const auto password = make<CPassword>();
   password->assign(reference, current);
-  password->set_index(static_cast<short>(list_.size() + 1));
+  password->set_index(short_of(Variant(list_.size() + 1)));
   list_.append(password);
   return password;
 }

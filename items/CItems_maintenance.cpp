@@ -1,3 +1,6 @@
+#include <cmath>
+#include <limits>
+
 #include "com/fetch.h"
 #include "com/shared_objects.h"
 #include "com/tolerant.h"
@@ -22,9 +25,9 @@ std::wstring item_section(long position) { return L"ITEM" + integer_text(positio
 // One file per language: the extension is the language's number in three digits.
 std::wstring text_file_of(const std::wstring& file) {
   const auto language = fetch(shared_languages(), &_CLanguages::get_ActiveLanguageID);
+  const std::wstring filled = L"00" + integer_text(language);
   FileName name = parse_file_name(file);
-  name.extension = zero_padded(language, 3);
-  name.extension.erase(0, name.extension.size() - 3);
+  name.extension = filled.substr(filled.size() - 3);
   return make_full_name(name);
 }
 
@@ -62,8 +65,12 @@ std::wstring upper(std::wstring text) {
   return text;
 }
 
-bool is_numeric(const VARIANT& key) {
-  return attempt([&] { double_of(key); });
+// Where a renamed item goes: a numeric key, even numeric text, is a position; any other is the end.
+double new_position(const VARIANT& old_key) {
+  double position = std::numeric_limits<double>::infinity();
+  attempt([&] { position = std::nearbyint(double_of(old_key)); });
+  if (position < 1) throw automation_error(ErrorCode::kSubscript, text_of(old_key));
+  return position;
 }
 
 }  // namespace
@@ -99,9 +106,9 @@ STDMETHODIMP CItems::ChangeID(short index, short new_id, VARIANT_BOOL* result) n
   return returning(result, [&] { return attempt([&] { change_id(index, new_id); }); });
 }
 
-// Renaming by key moves the item to the end; a numeric old key puts it back at that position.
 void CItems::change_key(const VARIANT& old_key, std::wstring_view new_key) {
   const Ref<CItem> former = at(old_key);
+  const double position = new_position(old_key);
   if (list_.contains(new_key) && list_.at(new_key) != former) {
     throw automation_error(ErrorCode::kKeyInUse, std::wstring(new_key));
   }
@@ -109,9 +116,8 @@ void CItems::change_key(const VARIANT& old_key, std::wstring_view new_key) {
   former->copy_to(copy.get());
   copy->identify(new_key, former->record().item_id);
   list_.remove(list_.position_of(former));
-  const long position = is_numeric(old_key) ? long_of(old_key) : list_.size() + 1;
-  if (position >= 1 && position <= list_.size()) {
-    list_.insert(position, copy, new_key);
+  if (position <= list_.size()) {
+    list_.insert(static_cast<long>(position), copy, new_key);
   } else {
     list_.append(copy, new_key);
   }

@@ -8,15 +8,12 @@
 namespace pv {
 namespace {
 
-// The platform would take the part before a NUL for the name, which is a file that nobody meant.
-bool is_name(const std::wstring& name) { return name.find(L'\0') == std::wstring::npos; }
-
 class File {
  public:
   File(const std::wstring& name, DWORD access, DWORD share, DWORD disposition)
-      : handle_(is_name(name) ? CreateFileW(name.c_str(), access, share, nullptr, disposition,
-                                            FILE_ATTRIBUTE_NORMAL, nullptr)
-                              : INVALID_HANDLE_VALUE) {}
+      : handle_(is_file_name(name) ? CreateFileW(name.c_str(), access, share, nullptr, disposition,
+                                                 FILE_ATTRIBUTE_NORMAL, nullptr)
+                                   : INVALID_HANDLE_VALUE) {}
   File(const File&) = delete;
   File& operator=(const File&) = delete;
   ~File() { close(); }
@@ -56,12 +53,6 @@ std::wstring name_beside(const std::wstring& name) {
          std::to_wstring(GetCurrentThreadId()) + L".tmp";
 }
 
-// Not every platform refuses to rename over such a file.
-bool is_read_only(const std::wstring& name) {
-  const DWORD attributes = GetFileAttributesW(name.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-}
-
 // Takes back the part of an append that found room, unless others have appended since.
 void take_back(const std::wstring& name, unsigned long long size_before, std::size_t written) {
   const File file(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -75,6 +66,13 @@ bool write_new_file(const std::wstring& name, std::string_view content) {
 }
 
 }  // namespace
+
+bool is_file_name(const std::wstring& name) { return name.find(L'\0') == std::wstring::npos; }
+
+bool is_read_only(const std::wstring& name) {
+  const DWORD attributes = GetFileAttributesW(name.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
 
 std::optional<std::string> read_file(const std::wstring& name) {
   const File file(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
@@ -97,7 +95,7 @@ std::optional<std::string> read_file(const std::wstring& name) {
 }
 
 bool replace_file(const std::wstring& name, std::string_view content) {
-  if (!is_name(name) || is_read_only(name)) return false;
+  if (!is_file_name(name) || is_read_only(name)) return false;
   const std::wstring beside = name_beside(name);
   const bool replaced =
       write_new_file(beside, content) &&
@@ -116,7 +114,8 @@ bool create_file(const std::wstring& name, std::string_view content) {
 }
 
 bool append_file(const std::wstring& name, std::string_view content) {
-  const bool is_new = !is_name(name) || GetFileAttributesW(name.c_str()) == INVALID_FILE_ATTRIBUTES;
+  const bool is_new =
+      !is_file_name(name) || GetFileAttributesW(name.c_str()) == INVALID_FILE_ATTRIBUTES;
   const unsigned long long size_before = file_size(name);
   std::size_t written = 0;
   {
@@ -133,7 +132,7 @@ bool append_file(const std::wstring& name, std::string_view content) {
 
 unsigned long long file_size(const std::wstring& name) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
-  if (!is_name(name) || !GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)) {
+  if (!is_file_name(name) || !GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)) {
     return 0;
   }
   return (static_cast<unsigned long long>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;

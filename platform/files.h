@@ -6,6 +6,12 @@
 
 namespace pv {
 
+/// The platform would take the part before a NUL for the name, which is a file that nobody meant.
+bool is_file_name(const std::wstring& name);
+
+/// Not every platform refuses to write such a file, or to rename over it.
+bool is_read_only(const std::wstring& name);
+
 /// The whole file, or nothing when it cannot be opened or read.
 std::optional<std::string> read_file(const std::wstring& name);
 

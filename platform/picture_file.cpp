@@ -21,12 +21,21 @@ Ref<IStream> stream_of(const std::string& bytes) {
   return stream;
 }
 
-Ref<ITypeInfo> class_info_of(IDispatch* object) {
-  Ref<ITypeInfo> info;
-  if (const auto provider = query<IProvideClassInfo>(object))
-    provider->GetClassInfo(info.receive());
-  if (!info) object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.receive());
-  return info;
+std::wstring name_of(const Ref<ITypeInfo>& type) {
+  BSTR name = nullptr;
+  if (!type || FAILED(type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr))) {
+    return {};
+  }
+  std::wstring text(view_of(name));
+  SysFreeString(name);
+  return text;
+}
+
+// A dispatch interface is named after its class, with a mark or letter before it.
+std::wstring without_prefix(std::wstring name) {
+  const bool lettered = name.size() > 1 && name[0] == L'I' && IsCharUpperW(name[1]);
+  if (lettered || name.starts_with(L'_')) name.erase(0, 1);
+  return name;
 }
 
 }  // namespace
@@ -41,17 +50,12 @@ Ref<IPictureDisp> picture_from_file(const std::wstring& file) {
 }
 
 std::wstring type_name_of(IDispatch* object) {
-  if (!object) return {};
-  const Ref<ITypeInfo> info = class_info_of(object);
-  BSTR name = nullptr;
-  if (!info || FAILED(info->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr))) {
-    return {};
+  Ref<ITypeInfo> type;
+  if (const auto provider = query<IProvideClassInfo>(object)) {
+    if (SUCCEEDED(provider->GetClassInfo(type.receive())) && type) return name_of(type);
   }
-  std::wstring text(view_of(name));
-  SysFreeString(name);
-  // A dispatch interface is named after its class, with a letter or mark before it.
-  if (!text.empty() && (text.front() == L'_' || text.starts_with(L"II"))) text.erase(0, 1);
-  return text;
+  if (!object || FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.receive()))) return {};
+  return without_prefix(name_of(type));
 }
 
 }  // namespace pv

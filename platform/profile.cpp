@@ -2,6 +2,7 @@
 
 #include "com/automation.h"
 #include "platform/code_page.h"
+#include "platform/files.h"
 
 namespace pv {
 namespace {
@@ -15,7 +16,17 @@ std::string narrow(const std::wstring& text) { return ansi_codec().narrow(text);
 
 // Longer names are not known to the profile functions, which may not survive them.
 bool names_fit(const std::wstring& file, const std::wstring& section, const std::wstring& key) {
-  return file.size() < MAX_PATH && section.size() <= kLongestValue && key.size() <= kLongestValue;
+  return file.size() < MAX_PATH && is_file_name(file) && section.size() <= kLongestValue &&
+         key.size() <= kLongestValue;
+}
+
+// A bare name stands for a file in the Windows folder, which is not looked at here.
+bool is_protected(const std::wstring& file) {
+  return file.find_first_of(L"\\/:") != std::wstring::npos && is_read_only(file);
+}
+
+bool is_writable(const std::wstring& file, const std::wstring& section, const std::wstring& key) {
+  return names_fit(file, section, key) && !is_protected(file);
 }
 
 }  // namespace
@@ -34,13 +45,13 @@ std::wstring read_profile(const std::wstring& file, const std::wstring& section,
 bool write_profile(const std::wstring& file, const std::wstring& section, const std::wstring& key,
                    const std::wstring& value) {
   const std::string text = narrow(value);
-  if (text.size() > kLongestValue || !names_fit(file, section, key)) return false;
+  if (text.size() > kLongestValue || !is_writable(file, section, key)) return false;
   return WritePrivateProfileStringA(narrow(section).c_str(), narrow(key).c_str(), text.c_str(),
                                     narrow(file).c_str()) != 0;
 }
 
 bool clear_profile_section(const std::wstring& file, const std::wstring& section) {
-  return names_fit(file, section, {}) &&
+  return is_writable(file, section, {}) &&
          WritePrivateProfileStringA(narrow(section).c_str(), nullptr, nullptr,
                                     narrow(file).c_str()) != 0;
 }

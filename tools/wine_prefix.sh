@@ -6,7 +6,8 @@ export WINEPREFIX=${PV_WINEPREFIX:-$PWD/build/wine}
 export WINEARCH=win32
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
-export LC_ALL=${PV_LOCALE:-en_US.UTF-8} 2>/dev/null
+# US English. Unlike en_US it is there on every machine, which file names beyond ASCII need.
+export LC_ALL=${PV_LOCALE:-C.UTF-8}
 
 run_wine() { wine "$@" </dev/null; }
 
