@@ -1,49 +1,11 @@
 // Items, variables, versions and display lists as a JScript host sees them.
 
-var suite = "ItemsJs";
-var failedChecks = 0;
-
-function check(actual, expected) {
-  if (actual === expected) return;
-  failedChecks += 1;
-  WScript.Echo("  is " + typeof actual + " " + actual + ", expected " + expected);
-}
-
-function checkError(number, word, action) {
-  var caught = 0, message = "";
-  try {
-    action();
-  } catch (error) {
-    caught = error.number & 0xFFFF;
-    message = error.message;
-  }
-  check(caught, number);
-  check(message.indexOf(word) >= 0, true);
-}
-
-function test(name, body) {
-  failedChecks = 0;
-  try {
-    body();
-  } catch (error) {
-    failedChecks += 1;
-    WScript.Echo("  " + error.number + " " + error.message);
-  }
-  if (failedChecks === 0) {
-    WScript.Echo("[       OK ] " + suite + "." + name);
-  } else {
-    WScript.Echo("[  FAILED  ] " + suite + "." + name + " (0 ms)");
-  }
-}
-
-var files = new ActiveXObject("Scripting.FileSystemObject");
-var data = files.GetParentFolderName(files.GetParentFolderName(files.GetParentFolderName(
-    WScript.ScriptFullName))) + "\\examples\\data\\";
+suite = "ItemsJs";
 
 function loadedItems() {
   var items = new ActiveXObject("pvItems32.CItems");
-  check(items.LoadSettingsNew(data + "fluxor.itm"), true);
-  check(items.Versions.LoadSettingsNew(data + "fluxor.ver"), true);
+  check(items.LoadSettingsNew(exampleData + "fluxor.itm"), true);
+  check(items.Versions.LoadSettingsNew(exampleData + "fluxor.ver"), true);
   return items;
 }
 
@@ -68,7 +30,7 @@ test("SettingsFilesLoad", function () {
   check(items.AllItemCount, 66);
   check(items.Count, 54);
   check(items.Changed, false);
-  check(items.LoadSettingsNew(data + "missing.itm"), false);
+  check(items.LoadSettingsNew(exampleData + "missing.itm"), false);
   check(items.AllItemCount, 66);
 });
 
@@ -152,18 +114,18 @@ test("WhatItemsDoNotHaveIsNull", function () {
 
 test("ErrorsHaveNumberAndMessage", function () {
   var variables = madeVariables(["a"]);
-  checkError(9, "9", function () { variables.Item(9); });
-  checkError(5, "unknown", function () { variables.Item("unknown"); });
-  checkError(457, "Add", function () { variables.Add("A", "", "", "", 0, 1, 1, 2, 0, 0, 4); });
-  checkError(9, "Remove", function () { variables.Remove(2); });
-  checkError(94, "Null", function () { variables.Item(null); });
-  checkError(91, "Copy", function () { new ActiveXObject("pvItems32.CVerItem").Copy(null); });
+  checkError(9, function () { variables.Item(9); }, "9");
+  checkError(5, function () { variables.Item("unknown"); }, "unknown");
+  checkError(457, function () { variables.Add("A", "", "", "", 0, 1, 1, 2, 0, 0, 4); }, "Add");
+  checkError(9, function () { variables.Remove(2); }, "Remove");
+  checkError(94, function () { variables.Item(null); }, "Null");
+  checkError(91, function () { new ActiveXObject("pvItems32.CVerItem").Copy(null); }, "Copy");
   check(variables.Count, 1);
 });
 
 test("ListsFillAControl", function () {
   var lists = new ActiveXObject("pvItems32.CDLists");
-  check(lists.LoadSettingsNew(data + "fluxor.lst"), true);
+  check(lists.LoadSettingsNew(exampleData + "fluxor.lst"), true);
   var control = {
     texts: ["old"],
     Clear: function () { this.texts = []; },
@@ -181,7 +143,7 @@ test("ListsFillAControl", function () {
 
 test("ControlMayChangeTheListsWhileItIsFilled", function () {
   var lists = new ActiveXObject("pvItems32.CDLists");
-  lists.LoadSettingsNew(data + "fluxor.lst");
+  lists.LoadSettingsNew(exampleData + "fluxor.lst");
   var texts = [];
   var control = {
     Clear: function () {},

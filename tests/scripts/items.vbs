@@ -1,40 +1,5 @@
 ' Items, variables, versions and display lists as a VBScript host sees them.
-Option Explicit
-
-Dim suite, failed_checks
 suite = "ItemsVbs"
-failed_checks = 0
-
-Sub Check(actual, expected)
-  Dim same
-  same = False
-  If VarType(actual) = VarType(expected) Then same = (actual = expected)
-  If Not same Then
-    failed_checks = failed_checks + 1
-    WScript.Echo "  is " & TypeName(actual) & " " & actual & ", expected " & TypeName(expected) & " " & expected
-  End If
-End Sub
-
-' The error of the statement before, as a script reads it.
-Sub CheckError(number, source, word)
-  Dim given_number, given_source, given_text
-  given_number = Err.Number
-  given_source = Err.Source
-  given_text = Err.Description
-  Err.Clear
-  Check CLng(given_number), CLng(number)
-  Check given_source, source
-  Check InStr(given_text, word) > 0, True
-End Sub
-
-Sub EndOf(name)
-  If failed_checks = 0 Then
-    WScript.Echo "[       OK ] " & suite & "." & name
-  Else
-    WScript.Echo "[  FAILED  ] " & suite & "." & name & " (0 ms)"
-  End If
-  failed_checks = 0
-End Sub
 
 ' A host's list control.
 Class ListControl
@@ -61,15 +26,10 @@ Class FailingControl
   End Sub
 End Class
 
-Dim files, data
-Set files = CreateObject("Scripting.FileSystemObject")
-data = files.GetParentFolderName(files.GetParentFolderName(files.GetParentFolderName(WScript.ScriptFullName)))
-data = data & "\examples\data\"
-
 Function LoadedItems()
   Set LoadedItems = CreateObject("pvItems32.CItems")
-  If Not LoadedItems.LoadSettingsNew(data & "fluxor.itm") Then WScript.Echo "  no items"
-  If Not LoadedItems.Versions.LoadSettingsNew(data & "fluxor.ver") Then WScript.Echo "  no versions"
+  If Not LoadedItems.LoadSettingsNew(example_data & "fluxor.itm") Then WScript.Echo "  no items"
+  If Not LoadedItems.Versions.LoadSettingsNew(example_data & "fluxor.ver") Then WScript.Echo "  no versions"
 End Function
 
 Function MadeVariables(keys)
@@ -80,10 +40,6 @@ Function MadeVariables(keys)
   Next
 End Function
 
-Function TemporaryName()
-  TemporaryName = files.GetSpecialFolder(2) & "\" & files.GetTempName()
-End Function
-
 Sub SettingsFilesLoad()
   Dim items, lists
   Set items = LoadedItems()
@@ -92,9 +48,9 @@ Sub SettingsFilesLoad()
   Check items.Changed, False
   Check items.Versions.Count, CLng(3)
   Set lists = CreateObject("pvItems32.CDLists")
-  Check lists.LoadSettingsNew(data & "fluxor.lst"), True
+  Check lists.LoadSettingsNew(example_data & "fluxor.lst"), True
   Check lists.Count, CLng(12)
-  Check lists.LoadSettingsNew(data & "missing.lst"), False
+  Check lists.LoadSettingsNew(example_data & "missing.lst"), False
   Check items.LoadSettingsNew(""), False
   Check items.AllItemCount, CLng(66)
 End Sub
@@ -159,7 +115,7 @@ Sub DefaultMembersTakePositionsAndKeys()
   Check items.Versions("2.30").ItemCount, CInt(64)
   Check items.Versions(1).VerItems("32").IndexKey, "160"
   Set lists = CreateObject("pvItems32.CDLists")
-  lists.LoadSettingsNew data & "fluxor.lst"
+  lists.LoadSettingsNew example_data & "fluxor.lst"
   Check lists("parity").ListMembers("1").Caption, "Odd"
 End Sub
 DefaultMembersTakePositionsAndKeys
@@ -261,26 +217,26 @@ Sub ErrorsHaveNumberSourceAndDescription()
   Set item = CreateObject("pvItems32.CItem")
   On Error Resume Next
   Set found = variables.Item(9)
-  CheckError 9, "pvItems32.CVariables", "9"
+  CheckErrorText 9, "pvItems32.CVariables", "9"
   Set found = variables.Item("unknown")
-  CheckError 5, "pvItems32.CVariables", "unknown"
+  CheckErrorText 5, "pvItems32.CVariables", "unknown"
   variables.Remove 0
-  CheckError 9, "pvItems32.CVariables", "Remove"
+  CheckErrorText 9, "pvItems32.CVariables", "Remove"
   variables.Add "A", "", "", "", 0, 1, 1, 2, 0, 0, 4
-  CheckError 457, "pvItems32.CVariables", "Add"
+  CheckErrorText 457, "pvItems32.CVariables", "Add"
   versions.Add "V", 1
   Check CLng(Err.Number), CLng(0)
   versions.Add "v", 2
-  CheckError 457, "pvItems32.CVersions", "key"
+  CheckErrorText 457, "pvItems32.CVersions", "key"
   versions.Add "W", 40000
-  CheckError 6, "pvItems32.CVersions", "40000"
+  CheckErrorText 6, "pvItems32.CVersions", "40000"
   members.Add "1", "On", ""
   members.Add "1", "Off", ""
-  CheckError 457, "pvItems32.CDListMembers", "Add"
+  CheckErrorText 457, "pvItems32.CDListMembers", "Add"
   found = item.Caption
-  CheckError 9, "pvItems32.CVariables", "Item"
+  CheckErrorText 9, "pvItems32.CVariables", "Item"
   item.Copy Nothing
-  CheckError 91, "pvItems32.CItem", "Copy"
+  CheckErrorText 91, "pvItems32.CItem", "Copy"
 End Sub
 ErrorsHaveNumberSourceAndDescription
 EndOf "ErrorsHaveNumberSourceAndDescription"
@@ -305,7 +261,7 @@ EndOf "TablesAreRenamed"
 Sub ListsFillAControl()
   Dim lists, control, none, failing
   Set lists = CreateObject("pvItems32.CDLists")
-  lists.LoadSettingsNew data & "fluxor.lst"
+  lists.LoadSettingsNew example_data & "fluxor.lst"
   Set control = New ListControl
   control.Texts = "old"
   Check lists.FillList(2, control), True

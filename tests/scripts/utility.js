@@ -1,45 +1,8 @@
 // Units, utilities, languages and window positions as a JScript host sees them.
 
-var suite = "UtilityJs";
-var failedChecks = 0;
-
-function check(actual, expected) {
-  if (actual === expected) return;
-  failedChecks += 1;
-  WScript.Echo("  is " + typeof actual + " " + actual + ", expected " + expected);
-}
-
-function checkError(number, action) {
-  var caught = 0;
-  try {
-    action();
-  } catch (error) {
-    caught = error.number & 0xFFFF;
-  }
-  check(caught, number);
-}
-
-function test(name, body) {
-  failedChecks = 0;
-  try {
-    body();
-  } catch (error) {
-    failedChecks += 1;
-    WScript.Echo("  " + error.number + " " + error.message);
-  }
-  if (failedChecks === 0) {
-    WScript.Echo("[       OK ] " + suite + "." + name);
-  } else {
-    WScript.Echo("[  FAILED  ] " + suite + "." + name + " (0 ms)");
-  }
-}
+suite = "UtilityJs";
 
 var utility = new ActiveXObject("pvItems32.CUtility");
-var files = new ActiveXObject("Scripting.FileSystemObject");
-
-function temporaryName() {
-  return files.BuildPath(files.GetSpecialFolder(2), files.GetTempName());
-}
 
 function flowTable() {
   var units = new ActiveXObject("pvItems32.CUnits");

@@ -1,39 +1,5 @@
 ' Units, utilities, languages and file names as a VBScript host sees them.
-Option Explicit
-
-Dim suite, failed_checks
 suite = "UtilityVbs"
-failed_checks = 0
-
-Sub Check(actual, expected)
-  Dim same
-  same = False
-  If VarType(actual) = VarType(expected) Then same = (actual = expected)
-  If Not same Then
-    failed_checks = failed_checks + 1
-    WScript.Echo "  is " & TypeName(actual) & " " & actual & ", expected " & TypeName(expected) & " " & expected
-  End If
-End Sub
-
-Sub CheckError(expected)
-  Dim number
-  number = Err.Number
-  Err.Clear
-  Check CLng(number), CLng(expected)
-End Sub
-
-Sub EndOf(name)
-  If failed_checks = 0 Then
-    WScript.Echo "[       OK ] " & suite & "." & name
-  Else
-    WScript.Echo "[  FAILED  ] " & suite & "." & name & " (0 ms)"
-  End If
-  failed_checks = 0
-End Sub
-
-Function Decimal(text)
-  Decimal = Replace(text, ".", Mid(CStr(1.5), 2, 1))
-End Function
 
 Class ApplicationInfo
   Public Title
@@ -42,9 +8,8 @@ Class ApplicationInfo
   Public Revision
 End Class
 
-Dim utility, files
+Dim utility
 Set utility = CreateObject("pvItems32.CUtility")
-Set files = CreateObject("Scripting.FileSystemObject")
 
 Sub ConversionsTakeAnyValue()
   Check utility.pvCInt("2,5"), CInt(2)
