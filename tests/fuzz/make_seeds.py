@@ -39,6 +39,7 @@ def settings():
                                     (b"DIM3", b"UNIT2", "dim"), (b"Version2", b"Name", "ver")):
         yield section + b"\n" + key + b"\n" + b"\r\n\r\n".join(sections_of(extension)[:4])
     yield b"a]b\na=b\n[a]b]\na=b=c\n[a]\n"
+    yield b"\xFF\x01\x51\n?\xFF\x20\xAC\n[?]\n??=1\n[Q]\n"
 
 
 def records():
