@@ -106,3 +106,12 @@ add_dependencies(faults_tests faults_helper)
 # The caller without manners goes by the type library, too.
 add_windows_tests(hostile)
 target_sources(hostile_tests PRIVATE tests/abi/type_library.cpp)
+
+# Found by the dialog tests in place of the platform's help viewer.
+add_library(help_viewer MODULE tests/dialogs/help_viewer/hhctrl.cpp)
+set_target_properties(help_viewer PROPERTIES PREFIX "" OUTPUT_NAME hhctrl SUFFIX .ocx
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/help_viewer)
+target_compile_definitions(help_viewer PRIVATE UNICODE _UNICODE)
+target_link_libraries(help_viewer PRIVATE pv_options)
+target_link_options(help_viewer PRIVATE -static -Wl,--kill-at)
+add_dependencies(dialogs_tests help_viewer)

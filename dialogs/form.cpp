@@ -14,6 +14,8 @@
 namespace pv {
 namespace {
 
+constexpr int kOkText = 200;
+constexpr int kCancelText = 201;
 constexpr DWORD kFormStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 
 // A dialog template with no controls, no menu and the dialog class itself.
@@ -52,6 +54,7 @@ bool Form::show_modal(HWND owner) {
   if (shown_) return false;
   const HWND root = IsWindow(owner) ? GetAncestor(owner, GA_ROOT) : nullptr;
   shown_ = true;
+  ok_ = false;
   done_ = false;
   failure_ = nullptr;
   {
@@ -71,6 +74,17 @@ void Form::hide() {
   if (std::exchange(done_, true)) return;
   // When this runs inside a sent message, the loop still waits for a posted one.
   PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+void Form::finish(bool ok) {
+  ok_ = ok;
+  hide();
+}
+
+void Form::set_answers(Button& ok, Button& cancel) {
+  ok.set_caption(kOkText);
+  cancel.set_caption(kCancelText);
+  set_default(ok);
 }
 
 void Form::refresh() {

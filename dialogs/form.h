@@ -33,6 +33,9 @@ class Form : public ThreadBound {
   bool show_modal(HWND owner);
   void hide();
   bool is_shown() const { return shown_; }
+  /// Whether the user confirmed the last show. False until then, and when it ended in any other
+  /// way.
+  bool ok() const { return ok_; }
 
   HWND window() const { return window_; }
   /// Resolution and font; only while the form is shown.
@@ -44,6 +47,10 @@ class Form : public ThreadBound {
  protected:
   void set_caption(int text_id);
   void set_title(std::wstring title);
+  /// Ends the show with the user's answer.
+  void finish(bool ok);
+  /// Captions of the two buttons that most forms have; Enter presses OK.
+  void set_answers(Button& ok, Button& cancel);
   /// Enter presses it.
   void set_default(const Button& button) { default_id_ = button.id(); }
   /// Whether the close box looks as if it worked.
@@ -115,6 +122,7 @@ class Form : public ThreadBound {
   bool sizable_ = false;
 
   bool shown_ = false;
+  bool ok_ = false;
   HWND window_ = nullptr;
   HMONITOR monitor_ = nullptr;
   bool placed_ = false;

@@ -17,8 +17,6 @@ constexpr int kEnableRead = 510;
 constexpr int kEnableWrite = 511;
 constexpr int kUpdate = 512;
 constexpr int kMask = 513;
-constexpr int kOk = 200;
-constexpr int kCancel = 201;
 constexpr int kLevels[] = {520, 521, 522, 523, 524};
 
 constexpr Twips kListWidth = 3000;
@@ -40,24 +38,21 @@ frmAccessEdit::frmAccessEdit()
       chkPWUpdate_(*this, 1030),
       chkPWMask_(*this, 1031),
       cmdOK_(*this, 1000, [this] { confirm(); }),
-      cmdCancel_(*this, 1001, [this] { cancel(); }) {
+      cmdCancel_(*this, 1001, [this] { finish(false); }) {
   set_caption(kTitle);
   lblMisc0_.set_caption(kEnableRead);
   lblMisc1_.set_caption(kEnableWrite);
   chkPWUpdate_.set_caption(kUpdate);
   chkPWMask_.set_caption(kMask);
-  cmdOK_.set_caption(kOk);
-  cmdCancel_.set_caption(kCancel);
   for (DropDownList* list : {&cmbReadPW_, &cmbWritePW_}) {
     list->set_entries({std::begin(kLevels), std::end(kLevels)});
   }
-  set_default(cmdOK_);
+  set_answers(cmdOK_, cmdCancel_);
 }
 
 bool frmAccessEdit::prepare(_CTxm* txm, _CItem* item) {
   txm_ = txm;
   item_ = item;
-  ok_ = false;
   bool complete = attempt([&] {
     fraMisc_.set_text(fetch(txm_, &_CTxm::get_TxmTypeName) + L": " +
                       integer_text(fetch(item_, &_CItem::get_ItemID)) + L" - " +
@@ -78,13 +73,7 @@ void frmAccessEdit::confirm() {
   const short word = access_word({cmbReadPW_.selection(), cmbWritePW_.selection(),
                                   chkPWUpdate_.checked(), chkPWMask_.checked()});
   call(item_, &_CItem::put_Access, word);
-  ok_ = true;
-  hide();
-}
-
-void frmAccessEdit::cancel() {
-  ok_ = false;
-  hide();
+  finish(true);
 }
 
 void frmAccessEdit::layout() {

@@ -13,7 +13,6 @@ class frmAccessEdit final : public Form {
 
   /// True when everything could be filled in; what could not stays as it was.
   bool prepare(_CTxm* txm, _CItem* item);
-  bool ok() const { return ok_; }
 
  protected:
   void layout() override;
@@ -21,7 +20,6 @@ class frmAccessEdit final : public Form {
 
  private:
   void confirm();
-  void cancel();
 
   Frame fraMisc_;
   FieldLabel lblMisc0_;
@@ -35,7 +33,6 @@ class frmAccessEdit final : public Form {
 
   Ref<_CTxm> txm_;
   Ref<_CItem> item_;
-  bool ok_ = false;
 };
 
 }  // namespace pv

@@ -12,8 +12,6 @@
 namespace pv {
 namespace {
 
-constexpr int kOk = 200;
-constexpr int kCancel = 201;
 constexpr wchar_t kMask = L'*';
 constexpr Twips kFieldWidth = 3000;
 constexpr Twips kTextWidth = 4200;
@@ -61,14 +59,11 @@ frmInputBox::frmInputBox()
       dtTime_(*this, 1023, DateTimePicker::Kind::kTime),
       lblUnit_(*this, 1021),
       butOK_(*this, 1000, [this] { confirm(); }),
-      butCancel_(*this, 1001, [this] { cancel(); }) {
-  butOK_.set_caption(kOk);
-  butCancel_.set_caption(kCancel);
-  set_default(butOK_);
+      butCancel_(*this, 1001, [this] { finish(false); }) {
+  set_answers(butOK_, butCancel_);
 }
 
 void frmInputBox::prepare(const InputRequest& request) {
-  ok_ = false;
   value_ = Variant();
   const bool asks_text = request.kind != InputKind::kDateTime;
   set_title(request.title.empty() ? library_title() : request.title);
@@ -102,13 +97,7 @@ double frmInputBox::entered_moment() const {
 
 void frmInputBox::confirm() {
   value_ = asks_for_text() ? Variant(txtInput_.typed_text()) : Variant(entered_moment());
-  ok_ = true;
-  hide();
-}
-
-void frmInputBox::cancel() {
-  ok_ = false;
-  hide();
+  finish(true);
 }
 
 TwipSize frmInputBox::unit_size() const {

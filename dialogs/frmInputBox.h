@@ -14,7 +14,6 @@ class frmInputBox final : public Form {
   frmInputBox();
 
   void prepare(const InputRequest& request);
-  bool ok() const { return ok_; }
   const Variant& value() const { return value_; }
 
  protected:
@@ -26,7 +25,6 @@ class frmInputBox final : public Form {
   Column fit_column(Twips unit_room, Twips highest_prompt) const;
   bool asks_for_text() const { return txtInput_.visible(); }
   void confirm();
-  void cancel();
   double entered_moment() const;
 
   LongText lblPrompt_;
@@ -37,7 +35,6 @@ class frmInputBox final : public Form {
   Button butOK_;
   Button butCancel_;
 
-  bool ok_ = false;
   Variant value_;
 };
 

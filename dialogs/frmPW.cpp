@@ -19,8 +19,6 @@ constexpr int kNewPassword = 603;
 constexpr int kRepeatPassword = 604;
 constexpr int kIncorrect = 610;
 constexpr int kRepeatAgain = 611;
-constexpr int kOk = 200;
-constexpr int kCancel = 201;
 constexpr int kModify = 219;
 
 constexpr short kTries = 3;
@@ -45,10 +43,8 @@ frmPW::frmPW()
   lblMisc0_.set_caption(kEnterPassword);
   lblMisc1_.set_caption(kNewPassword);
   lblMisc2_.set_caption(kRepeatPassword);
-  cmdOK_.set_caption(kOk);
   cmdModify_.set_caption(kModify);
-  cmdCancel_.set_caption(kCancel);
-  set_default(cmdOK_);
+  set_answers(cmdOK_, cmdCancel_);
 }
 
 Ref<_CPassword> frmPW::password() const {
@@ -65,7 +61,6 @@ bool frmPW::prepare(_CPasswords* passwords, const VARIANT& index) {
     // A password can be changed only while it is open.
     txtPW0_.set_text(is_open ? fetch(password(), &_CPassword::get_Reference) : std::wstring());
     cmdModify_.set_enabled(is_open);
-    ok_ = false;
     tries_left_ = kTries;
     show_mask(true);
     set_mode(Mode::kEnter);
@@ -142,11 +137,6 @@ void frmPW::confirm_change() {
   call(password(), &_CPassword::put_Current, Bstr(changed));
   call(password(), &_CPassword::put_Reference, Bstr(changed));
   finish(true);
-}
-
-void frmPW::finish(bool ok) {
-  ok_ = ok;
-  hide();
 }
 
 void frmPW::warn(int text_id) const {

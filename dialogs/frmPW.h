@@ -14,7 +14,6 @@ class frmPW final : public Form {
 
   /// False when the store has no such password.
   bool prepare(_CPasswords* passwords, const VARIANT& index);
-  bool ok() const { return ok_; }
 
  protected:
   void layout() override;
@@ -33,7 +32,6 @@ class frmPW final : public Form {
   void confirm_entry();
   void confirm_change();
   void refuse_entry();
-  void finish(bool ok);
   void warn(int text_id) const;
 
   FieldLabel lblMisc0_;
@@ -49,7 +47,6 @@ class frmPW final : public Form {
   Ref<_CPasswords> passwords_;
   Variant index_;
   Mode mode_ = Mode::kEnter;
-  bool ok_ = false;
   short tries_left_ = 0;
 };
 

@@ -15,8 +15,6 @@ namespace pv {
 namespace {
 
 constexpr int kTitle = 7001;
-constexpr int kOk = 200;
-constexpr int kCancel = 201;
 
 constexpr const wchar_t* kSection = L"SymbolEditor";
 constexpr const wchar_t* kSettingsKey = L"Settings";
@@ -47,17 +45,14 @@ frmSymbolEdit::frmSymbolEdit()
     : Form(L"frmSymbolEdit"),
       pedMisc_(make_picture_editor(*this)),
       cmdOK_(*this, 1000, [this] { confirm(); }),
-      cmdCancel_(*this, 1001, [this] { cancel(); }) {
+      cmdCancel_(*this, 1001, [this] { finish(false); }) {
   set_caption(kTitle);
-  cmdOK_.set_caption(kOk);
-  cmdCancel_.set_caption(kCancel);
-  set_default(cmdOK_);
+  set_answers(cmdOK_, cmdCancel_);
   enable_sizing();
   attempt([this] { pedMisc_->apply(stored_settings()); });
 }
 
 void frmSymbolEdit::prepare(const std::wstring& symbol) {
-  ok_ = false;
   symbol_ = symbol;
   if (symbol.empty()) {
     pedMisc_->start_empty();
@@ -69,13 +64,7 @@ void frmSymbolEdit::prepare(const std::wstring& symbol) {
 void frmSymbolEdit::confirm() {
   symbol_ = pedMisc_->symbol();
   attempt([this] { store_settings(pedMisc_->settings()); });
-  ok_ = true;
-  hide();
-}
-
-void frmSymbolEdit::cancel() {
-  ok_ = false;
-  hide();
+  finish(true);
 }
 
 Ref<IPictureDisp> frmSymbolEdit::picture(const std::wstring& symbol) const {

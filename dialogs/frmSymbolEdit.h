@@ -12,7 +12,6 @@ class frmSymbolEdit final : public Form {
   frmSymbolEdit();
 
   void prepare(const std::wstring& symbol);
-  bool ok() const { return ok_; }
   const std::wstring& symbol() const { return symbol_; }
   Ref<IPictureDisp> picture(const std::wstring& symbol) const;
 
@@ -25,14 +24,12 @@ class frmSymbolEdit final : public Form {
 
  private:
   void confirm();
-  void cancel();
 
   std::unique_ptr<PictureEditor> pedMisc_;
   Button cmdOK_;
   Button cmdCancel_;
 
   std::wstring symbol_;
-  bool ok_ = false;
 };
 
 }  // namespace pv

@@ -10,8 +10,6 @@ constexpr int kTitle = 301;
 constexpr int kPrompt = 302;
 constexpr int kName = 303;
 constexpr int kComment = 304;
-constexpr int kOk = 200;
-constexpr int kCancel = 201;
 
 constexpr Twips kTextWidth = 5400;
 
@@ -26,14 +24,12 @@ frmTechName::frmTechName()
       lblComment_(*this, 1022),
       txtComment_(*this, 1023),
       cmdOK_(*this, 1000, [this] { confirm(); }),
-      cmdCancel_(*this, 1001, [this] { cancel(); }) {
+      cmdCancel_(*this, 1001, [this] { finish(false); }) {
   set_caption(kTitle);
   lblPrompt_.set_caption(kPrompt);
   lblName_.set_caption(kName);
   lblComment_.set_caption(kComment);
-  cmdOK_.set_caption(kOk);
-  cmdCancel_.set_caption(kCancel);
-  set_default(cmdOK_);
+  set_answers(cmdOK_, cmdCancel_);
 }
 
 void frmTechName::prepare(const std::wstring& item_label) {
@@ -45,12 +41,7 @@ void frmTechName::prepare(const std::wstring& item_label) {
 
 void frmTechName::confirm() {
   note_ = TechnicianNote{txtName_.typed_text(), txtComment_.typed_text()};
-  hide();
-}
-
-void frmTechName::cancel() {
-  note_.reset();
-  hide();
+  finish(true);
 }
 
 void frmTechName::layout() {

@@ -23,7 +23,6 @@ class frmTechName final : public Form {
 
  private:
   void confirm();
-  void cancel();
 
   Label lblPrompt_;
   LongText lblItem_;

@@ -175,6 +175,22 @@ TEST_F(AccessEditor, ATransmitterWithoutServerStillGetsItsEditor) {
   EXPECT_EQ(item.get(L"Access"), 19);
 }
 
+TEST_F(AccessEditor, AnOpenListShowsAllLevels) {
+  edit(device_.add_item(33, 19), [](const Dialog& dialog) {
+    for (const int list : {kReadList, kWriteList}) {
+      dialog.ask(list, CB_SHOWDROPDOWN, TRUE);
+      COMBOBOXINFO info{};
+      info.cbSize = sizeof info;
+      dialog.ask(list, CB_GETCOMBOBOXINFO, 0, reinterpret_cast<LPARAM>(&info));
+      RECT room{};
+      GetClientRect(info.hwndList, &room);
+      EXPECT_TRUE(IsWindowVisible(info.hwndList));
+      EXPECT_GE(room.bottom, 5 * dialog.ask(list, CB_GETITEMHEIGHT));
+      dialog.ask(list, CB_SHOWDROPDOWN, FALSE);
+    }
+  });
+}
+
 TEST_F(AccessEditor, RelabellingKeepsTheChoices) {
   const HostWindow host;
   edit(device_.add_item(33, 19 + 64), [&](const Dialog& dialog) {

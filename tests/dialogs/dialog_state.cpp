@@ -96,7 +96,7 @@ Lines contents(const Dialog& dialog) {
     } else if (is(dialog, id, L"Edit")) {
       line << " " << test::printable(dialog.text(id)) << " mask "
            << dialog.ask(id, EM_GETPASSWORDCHAR) << " lock " << (style(dialog, id) & ES_READONLY);
-    } else if (is(dialog, id, L"SysDateTimePick32")) {
+    } else if (is(dialog, id, L"SysDateTimePick32") && dialog.shows(id)) {  // else it is now
       line << " " << test::printable(dialog.text(id));
     } else {
       continue;

@@ -6,13 +6,10 @@
 #include <fstream>
 #include <vector>
 
-#include "tests/dialogs/dialog_driver.h"
+#include "tests/dialogs/every_form.h"
 
 namespace pv::dialogs_test {
 namespace {
-
-using test::Object;
-using test::Value;
 
 constexpr int kResolutions[] = {96, 144};
 constexpr const char* kLanguages[] = {"us", "hu", "ger", "ita", "fra", "nl"};
@@ -86,138 +83,55 @@ bool save(const Picture& picture, const std::string& file) {
   return out.good();
 }
 
-/// One row of the page: a form in one state, in all languages.
-struct Exhibit {
-  std::string name;
-  std::function<void(const Utility&, const Script&)> show;
-};
-
-Exhibit message_box(std::string name, long prompt_id, short buttons, short picture) {
-  return {std::move(name), [=](const Utility& utility, const Script& script) {
-            show(utility,
-                 {.prompt = utility.text(prompt_id),
-                  .buttons = buttons,
-                  .picture = picture,
-                  .title = utility.text(402)},
-                 script);
-          }};
-}
-
-Exhibit long_message_box(std::string name, int repetitions, const wchar_t* separator) {
-  return {std::move(name), [=](const Utility& utility, const Script& script) {
-            std::wstring prompt;
-            for (int i = 0; i < repetitions; ++i) prompt += utility.text(302) + separator;
-            show(utility, {.prompt = prompt, .buttons = 3, .picture = 48}, script);
-          }};
-}
-
-Exhibit password_dialog(std::string name, bool modifies) {
-  return {std::move(name), [=](const Utility&, const Script& script) {
-            const Object passwords = Object::create(L"pvItems32.CPasswords");
-            passwords.call(L"Add", L"secret", modifies ? L"secret" : L"");
-            drive(
-                L"frmPW", [&] { passwords.call(L"Edit", 1); },
-                [&](const Dialog& dialog) {
-                  constexpr int kModify = 1002;
-                  if (modifies) {
-                    dialog.click(kModify);
-                    dialog.drain();
-                  }
-                  script(dialog);
-                });
-          }};
-}
-
-Exhibit access_editor() {
-  return {"frmAccessEdit", [](const Utility& utility, const Script& script) {
-            const Device device;
-            const Object item = device.add_item(33, 19, L"Damping");
-            drive(
-                L"frmAccessEdit",
-                [&] { utility.object().call(L"ItemAccessEdit", device.txm, item); }, script);
-          }};
-}
-
-Exhibit input_box(std::string name, const wchar_t* method, long prompt_id, Value initial,
-                  const wchar_t* unit) {
-  return {std::move(name), [=](const Utility& utility, const Script& script) {
-            const Object box = Object::create(L"pvItems32.CInputBox");
-            const std::wstring prompt = utility.text(prompt_id);
-            drive(
-                L"frmInputBox", [&] { box.call(method, prompt, utility.text(402), initial, unit); },
-                script);
-            box.call(L"CloseMe");
-          }};
-}
-
-Exhibit technician_prompt() {
-  return {"frmTechName", [](const Utility&, const Script& script) {
-            const Device device;
-            device.txm.put(L"Historian", 2);
-            Value item = device.add_item(33, 0, L"Damping");
-            drive(
-                L"frmTechName", [&] { device.txm.call(L"WriteTxm", test::by_ref(item), false); },
-                script);
-          }};
-}
-
-// A transmitter on its pipe, with an alarm lamp.
-constexpr const wchar_t* kSymbol =
-    L"S1:P45B6P24B3J4B3P4M5P11B2J10B2P2MO3MP10B2J12B2PMO3MP9B2J14B2MO3MP9BJ16BM5P8B2J16B2P12BJ"
-    L"2A14J2BP12BJ2AP12AJ2BP12BJ2APC2PCPC2PC2PAJ2BP11B2J2APC2PCPC2PC2PAJ2B2P11BJ2APC2PCPC2PC2P"
-    L"AJ2BP12BJ2AP12AJ2BP12BJ2A14J2BP12B2J16B2P13BJ16BP14B2J14B2P15B2J12B2P17B2J10B2P20B3J4B3P"
-    L"24B6P26I6P26I6P26I6P13I32H64I32P96";
-
-Exhibit symbol_editor(std::string name, const wchar_t* symbol) {
-  return {std::move(name), [=](const Utility& utility, const Script& script) {
-            const Device device;
-            const Object item = device.add_item(33, 0);
-            item.put(L"Symbol", symbol);
-            drive(
-                L"frmSymbolEdit", [&] { utility.object().call(L"ItemSymbolEdit", item); }, script);
-          }};
-}
-
-std::vector<Exhibit> exhibits() {
-  return {
-      message_box("frmMsgBox-0", 610, 0, 16),
-      message_box("frmMsgBox-1", 611, 1, 64),
-      message_box("frmMsgBox-2", 401, 2, 48),
-      message_box("frmMsgBox-3", 401, 3, 32),
-      message_box("frmMsgBox-4", 401, 4, 32),
-      message_box("frmMsgBox-5", 611, 5, 0),
-      message_box("frmMsgBox-short", 200, 2, 64),
-      long_message_box("frmMsgBox-wrapped", 6, L" "),
-      long_message_box("frmMsgBox-scrolled", 80, L"\r\n"),
-      password_dialog("frmPW-enter", false),
-      password_dialog("frmPW-modify", true),
-      access_editor(),
-      input_box("frmInputBox-text", L"ShowMe", 303, L"12.5", L"m\u00B3/h"),
-      input_box("frmInputBox-masked", L"ShowMePW", 602, L"secret", L""),
-      input_box("frmInputBox-moment", L"ShowMeDT", 302, 45000.75, L"UTC"),
-      technician_prompt(),
-      symbol_editor("frmSymbolEdit-new", L""),
-      symbol_editor("frmSymbolEdit-drawn", kSymbol),
+FormKind long_message_box(std::string name, int repetitions, const wchar_t* separator) {
+  FormKind kind{.name = std::move(name), .form = L"frmMsgBox", .ask = {}};
+  kind.ask = [=](const Utility& utility, HWND) {
+    std::wstring prompt;
+    for (int i = 0; i < repetitions; ++i) prompt += utility.text(302) + separator;
+    return utility.message_box({.prompt = prompt, .buttons = 3, .picture = 48}) == 6;
   };
+  return kind;
 }
 
-std::string picture_name(const Exhibit& exhibit, const char* language, int dpi) {
+FormKind short_message_box() {
+  FormKind kind{.name = "frmMsgBox-short", .form = L"frmMsgBox", .ask = {}};
+  kind.ask = [](const Utility& utility, HWND) {
+    return utility.message_box({.prompt = utility.text(200), .buttons = 2}) == 3;
+  };
+  return kind;
+}
+
+/// One part of the page for each.
+std::vector<FormKind> exhibits() {
+  std::vector<FormKind> kinds;
+  for (const FormKind& kind : every_form()) {
+    kinds.push_back(kind);
+    if (kind.name == "frmMsgBox-5") {
+      kinds.push_back(short_message_box());
+      kinds.push_back(long_message_box("frmMsgBox-wrapped", 6, L" "));
+      kinds.push_back(long_message_box("frmMsgBox-scrolled", 80, L"\r\n"));
+    }
+  }
+  return kinds;
+}
+
+std::string picture_name(const FormKind& exhibit, const char* language, int dpi) {
   return exhibit.name + "-" + language + "-" + std::to_string(dpi);
 }
 
-void write_page(const std::string& file, const std::vector<Exhibit>& rows) {
+void write_page(const std::string& file, const std::vector<FormKind>& exhibits) {
   std::ofstream page(file);
   page << "<!DOCTYPE html>\n<meta charset=\"utf-8\">\n<title>Dialogs of pvItems32</title>\n"
           "<style>body{font-family:sans-serif;background:#888}td{vertical-align:top;padding:8px}"
           "th{text-align:left;padding:8px}</style>\n<h1>Dialogs of pvItems32</h1>\n";
-  for (const int dpi : kResolutions) {
-    page << "<h2>" << dpi << " dpi</h2>\n<table>\n<tr><th>";
+  for (const FormKind& exhibit : exhibits) {
+    page << "<h2>" << exhibit.name << "</h2>\n<table>\n<tr><th>";
     for (const char* language : kLanguages) page << "<th>" << language;
     page << "\n";
-    for (const Exhibit& row : rows) {
-      page << "<tr><th>" << row.name;
+    for (const int dpi : kResolutions) {
+      page << "<tr><th>" << dpi << " dpi";
       for (const char* language : kLanguages)
-        page << "<td><img src=\"" << picture_name(row, language, dpi) << ".png\">";
+        page << "<td><img src=\"" << picture_name(exhibit, language, dpi) << ".png\">";
       page << "\n";
     }
     page << "</table>\n";
@@ -229,14 +143,14 @@ void write_page(const std::string& file, const std::vector<Exhibit>& rows) {
 int make_gallery(const std::string& folder,
                  const std::function<void(const std::string& what)>& progress) {
   const Utility utility;
-  const std::vector<Exhibit> rows = exhibits();
+  const std::vector<FormKind> rows = exhibits();
   int failures = 0;
   for (const int dpi : kResolutions) {
     const Resolution resolution(dpi);
     long index = 0;
     for (const char* language : kLanguages) {
       utility.set_language(++index);
-      for (const Exhibit& row : rows) {
+      for (const FormKind& row : rows) {
         const std::string name = picture_name(row, language, dpi);
         progress(name);
         bool saved = false;

@@ -153,17 +153,15 @@ TEST_P(MessageBoxLayout, FollowsItsRulesForEverySetAndPrompt) {
   }
 }
 
-TEST_P(MessageBoxLayout, NothingIsClippedInAnyLanguage) {
+// The buttons of the sets are compared in the tests that all forms have in common.
+TEST_P(MessageBoxLayout, NoPromptIsClippedInAnyLanguage) {
   for (long language = 1; language <= 6; ++language) {
     utility_.set_language(language);
     for (const long text : {401, 610, 611, 1101, 302}) {
-      const std::wstring prompt = utility_.text(text);
-      for (short set = 0; set <= 5; ++set) {
-        show(utility_, {.prompt = prompt, .buttons = set}, [&](const Dialog& box) {
-          SCOPED_TRACE("language " + std::to_string(language) + ", set " + std::to_string(set));
-          expect_nothing_clipped(box);
-        });
-      }
+      show(utility_, {.prompt = utility_.text(text), .buttons = 2}, [&](const Dialog& box) {
+        SCOPED_TRACE("language " + std::to_string(language) + ", text " + std::to_string(text));
+        expect_nothing_clipped(box);
+      });
     }
   }
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "tests/dialogs/dialog_driver.h"
@@ -110,14 +111,20 @@ TEST_F(MessageBoxLife, QuittingEndsTheBoxAndReachesTheHost) {
   }
 }
 
+// Not at the next message that happens to come. The best of some shows tells: a busy machine can
+// only delay them.
 TEST_F(MessageBoxLife, AClickThatIsSentEndsTheBoxAtOnce) {
-  DWORD started = 0;
-  show(utility_, {.prompt = L"Question"}, [&](const Dialog& box) {
-    started = GetTickCount();
-    SendMessageW(box.control(kButtonId), BM_CLICK, 0, 0);
-    EXPECT_TRUE(box.wait_closed());
-  });
-  EXPECT_LT(GetTickCount() - started, 1000u);
+  DWORD best = 60000;
+  for (int i = 0; i < 5; ++i) {
+    DWORD started = 0;
+    show(utility_, {.prompt = L"Question"}, [&](const Dialog& box) {
+      started = GetTickCount();
+      SendMessageW(box.control(kButtonId), BM_CLICK, 0, 0);
+      EXPECT_TRUE(box.wait_closed());
+    });
+    best = std::min(best, GetTickCount() - started);
+  }
+  EXPECT_LT(best, 1000u);
 }
 
 TEST_F(MessageBoxLife, ABoxOpensInsideAnother) {

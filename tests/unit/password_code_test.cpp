@@ -99,6 +99,22 @@ TEST(PasswordCode, AgreesWithTheFormulasForAllTextsOfThreeCharacters) {
   }
 }
 
+// All sixteen million groups, many to a text: each is coded by itself.
+TEST(PasswordCode, AgreesWithTheFormulasForEveryGroupOfThreeCharacters) {
+  std::string text(3 * 256 * 256, '\0');
+  for (int a = 0; a < 256; ++a) {
+    for (std::size_t i = 0; i < text.size(); i += 3) {
+      const std::size_t group = i / 3;
+      text[i] = static_cast<char>(a);
+      text[i + 1] = static_cast<char>(group / 256);
+      text[i + 2] = static_cast<char>(group % 256);
+    }
+    const std::wstring digits = encode_password(text);
+    ASSERT_TRUE(digits == reference_encoding(text)) << a;
+    ASSERT_TRUE(decode_password(digits) == text) << a;
+  }
+}
+
 TEST(PasswordCode, TurnsLongerTextsBack) {
   std::mt19937 random(20);
   for (int round = 0; round < 10000; ++round) {

@@ -1,0 +1,56 @@
+// What docs/dialogs.md says about windows and control ids is true.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+
+#include "tests/dialogs/dialog_state.h"
+#include "tests/dialogs/every_form.h"
+
+namespace pv::dialogs_test {
+namespace {
+
+using Controls = std::set<std::pair<int, std::string>>;  // id and window class
+
+std::string narrow(const std::wstring& ascii) { return {ascii.begin(), ascii.end()}; }
+
+// A section for each form, with one row for each control: id, name, window class, meaning.
+std::map<std::string, Controls> documented() {
+  std::ifstream page(PV_SOURCE_DIR "/docs/dialogs.md");
+  EXPECT_TRUE(page.is_open());
+  const std::regex heading("## (frm\\w+)\\r?");
+  const std::regex row("\\| (\\d+) \\| [^|]* \\| (\\w+) \\|.*");
+  std::map<std::string, Controls> forms;
+  std::string form;
+  for (std::string line; std::getline(page, line);) {
+    std::smatch match;
+    if (std::regex_match(line, match, heading)) form = match[1];
+    if (std::regex_match(line, match, row)) forms[form].insert({std::stoi(match[1]), match[2]});
+  }
+  return forms;
+}
+
+TEST(DialogDocumentation, NamesEveryControlOfEveryForm) {
+  const std::map<std::string, Controls> forms = documented();
+  const Utility utility;
+  std::set<std::string> seen;
+  for (const FormKind& kind : every_form()) {
+    const std::string form = narrow(kind.form);
+    seen.insert(form);
+    ASSERT_TRUE(forms.contains(form)) << form;
+    kind.show(utility, [&](const Dialog& dialog) {
+      Controls found;
+      for (const int id : control_ids(dialog))
+        found.insert({id, narrow(class_of(dialog.control(id)))});
+      EXPECT_EQ(found, forms.at(form)) << kind.name;
+      EXPECT_EQ(found.size(), control_ids(dialog).size()) << "an id occurs twice";
+    });
+  }
+  EXPECT_EQ(seen.size(), forms.size()) << "a form is documented that is not there";
+}
+
+}  // namespace
+}  // namespace pv::dialogs_test
