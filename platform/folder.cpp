@@ -1,16 +1,13 @@
 #include "platform/folder.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
+#include <string_view>
 
 #include "com/automation.h"
 #include "platform/files.h"
 
 namespace pv {
 namespace {
-
-namespace fs = std::filesystem;
 
 // From the root on, with backslashes; empty when the platform knows no such path.
 std::wstring full_path(const std::wstring& path) {
@@ -19,6 +16,20 @@ std::wstring full_path(const std::wstring& path) {
   full.resize(GetFullPathNameW(path.c_str(), room, full.data(), nullptr));
   return full;
 }
+
+// The folder that a path names, or that holds the file that it names, with a backslash at its end;
+// empty when there is neither.
+std::wstring existing_folder(const std::wstring& path) {
+  if (path.empty() || !is_file_name(path)) return {};
+  std::wstring folder = full_path(path);
+  const DWORD attributes = GetFileAttributesW(folder.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return {};
+  if (!(attributes & FILE_ATTRIBUTE_DIRECTORY)) folder.resize(folder.rfind(L'\\') + 1);
+  if (!folder.ends_with(L'\\')) folder += L'\\';
+  return folder;
+}
+
+bool is_itself_or_parent(std::wstring_view name) { return name == L"." || name == L".."; }
 
 // Names that differ in case alone stand in a fixed order, too.
 bool comes_before(const std::wstring& a, const std::wstring& b) {
@@ -30,19 +41,19 @@ bool comes_before(const std::wstring& a, const std::wstring& b) {
 
 }  // namespace
 
-std::optional<FolderContent> folder_content(const std::wstring& path) {
-  if (path.empty() || !is_file_name(path)) return std::nullopt;
-  std::error_code failure;
-  fs::path folder = full_path(path);
-  if (fs::is_regular_file(folder, failure)) folder = folder.parent_path();
-  fs::directory_iterator entries(folder, failure);
-  if (failure) return std::nullopt;
+FolderContent folder_content(const std::wstring& path) {
   FolderContent content;
-  for (const fs::directory_iterator end; entries != end; entries.increment(failure)) {
-    if (failure) break;
-    const bool is_folder = entries->is_directory(failure);
-    (is_folder ? content.folders : content.files).push_back(entries->path().wstring());
-  }
+  const std::wstring folder = existing_folder(path);
+  if (folder.empty()) return content;
+  WIN32_FIND_DATAW entry;
+  const HANDLE search = FindFirstFileW((folder + L"*").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return content;
+  do {
+    if (is_itself_or_parent(entry.cFileName)) continue;
+    const bool is_folder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    (is_folder ? content.folders : content.files).push_back(folder + entry.cFileName);
+  } while (FindNextFileW(search, &entry));
+  FindClose(search);
   std::sort(content.folders.begin(), content.folders.end(), comes_before);
   std::sort(content.files.begin(), content.files.end(), comes_before);
   return content;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +11,7 @@ struct FolderContent {
   std::vector<std::wstring> files;
 };
 
-/// The content of a folder, or of the folder that holds a file; nothing when it cannot be opened.
-std::optional<FolderContent> folder_content(const std::wstring& path);
+/// The content of a folder, or of the folder that holds a file; empty when it cannot be opened.
+FolderContent folder_content(const std::wstring& path);
 
 }  // namespace pv

@@ -31,11 +31,9 @@ STDMETHODIMP CDirectory::GetFileList(BSTR path, BSTR filter, _CDirectory** resul
     list_.clear();
     const auto content = folder_content(std::wstring(view_of(path)));
     const std::wstring pattern = upper(std::wstring(view_of(filter)));
-    if (content) {
-      for (const std::wstring& folder : content->folders) add(folder, dirFolder);
-      for (const std::wstring& file : content->files) {
-        if (pattern.empty() || matches(upper(file_title_of(file)), pattern)) add(file, dirFile);
-      }
+    for (const std::wstring& folder : content.folders) add(folder, dirFolder);
+    for (const std::wstring& file : content.files) {
+      if (pattern.empty() || matches(upper(file_title_of(file)), pattern)) add(file, dirFile);
     }
     return Ref<_CDirectory>(this);
   });
