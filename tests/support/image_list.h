@@ -24,8 +24,11 @@ class ImageListControl {
     std::wstring key;
     Value picture;
   };
+  /// Whether the collection finds members by key; all find them by position.
+  enum class Lookup { kByKey, kByPosition };
 
-  explicit ImageListControl(Type type = {L"ImageList", L"IImageList"});
+  explicit ImageListControl(Type type = {L"ImageList", L"IImageList"},
+                            Lookup lookup = Lookup::kByKey);
   ImageListControl(const ImageListControl&) = delete;
   ImageListControl& operator=(const ImageListControl&) = delete;
   ~ImageListControl();
