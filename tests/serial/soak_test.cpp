@@ -83,22 +83,27 @@ class Soak : public LineTest {
     transmitter_.put(L"Historian", kSilent);
     transmitter_.put(L"HistorianTechName", L"Ann");
     item(L"105").put(L"Historian", true);
-    server_.call(L"SendMessage", L"ResponseTime=0.05");
     server_.call(L"SendMessage", L"Attempts=12");  // so many are never lost in a row
   }
   ~Soak() override { utility_.put(L"AppDirectory", kHistoryFolder, L""); }
 
   void run_round(int round) {
     const int value = 1 + round % 6;
-    ASSERT_TRUE(write(L"105", value)) << round;
+    ASSERT_TRUE(write(L"105", value)) << trouble(round);
     item(L"105").put(L"Value", 1, 0);
-    ASSERT_TRUE(read(L"105")) << round;
+    ASSERT_TRUE(read(L"105")) << trouble(round);
     ASSERT_EQ(this->value(L"105"), value) << round;
     exchanges_ += 2;
     ++entries_;
     ASSERT_EQ(record().get(L"CmdItemID"), 105) << round;
     ASSERT_EQ(record().get(L"AnswItemID"), 105) << round;
     hurry_->forget();
+  }
+
+  std::string trouble(int round) const {
+    return "round " + std::to_string(round) + ": outcome " + std::to_string(com_error()) +
+           ", error " + std::to_string(answer_error()) + ", attempts " +
+           std::to_string(record().get(L"Repeat").number());
   }
 
   /// The line is pulled out for one exchange.
@@ -112,11 +117,17 @@ class Soak : public LineTest {
     ++failures_;
   }
 
-  /// Fills the record of the exchanges with the same ones each time.
+  /// Fills the record of the exchanges with the same ones each time: on a busy machine even an
+  /// answer over a good line may come late, and leave other texts there.
   Holdings holdings_at_rest() {
     set_faults("");
-    for (int i = 0; i < kKeptRecords; ++i) EXPECT_TRUE(read(L"110"));
-    exchanges_ += kKeptRecords;
+    for (int alike = 0; alike < kKeptRecords; ++exchanges_) {
+      if (!read(L"110")) throw CallFailed("a good line fails");
+      const Object last = record();
+      const bool at_once = last.get(L"Repeat") == Value(1) &&
+                           last.get(L"InBuffer").text() == last.get(L"AnswString").text();
+      alike = at_once ? alike + 1 : 0;
+    }
     hurry_->forget();
     return holdings_now();
   }
@@ -167,7 +178,7 @@ TEST_F(Soak, MemoryHandlesAndHistoriesStayExact) {
     lose_the_line();
     const Holdings now = holdings_at_rest();
     if (round <= 0) before = now;  // caches are full now
-    EXPECT_EQ(now, before) << "after " << round << " rounds";
+    ASSERT_EQ(now, before) << "after " << round << " rounds";
     expect_exact_histories();
     std::printf("%d rounds: %s\n  %s\n", round, testing::PrintToString(now).c_str(),
                 printable(server_.get(L"GetMessage").text()).c_str());
