@@ -1,0 +1,145 @@
+// Four apartments use the library at once: each has its own state, and none disturbs another.
+
+#include <gtest/gtest.h>
+
+#include <barrier>
+#include <functional>
+#include <thread>
+#include <vector>
+
+#include "tests/hostile/world.h"
+#include "tests/support/dialog_presser.h"
+#include "tests/support/members.h"
+#include "tests/support/module.h"
+#include "tests/support/silent_streams.h"
+
+namespace pv::test {
+namespace {
+
+constexpr int kApartments = 4;
+constexpr int kRounds = 200;
+constexpr int kBoxes = 5;
+
+/// Runs the action on four threads at once, each in an apartment of its own.
+void in_four_apartments(const std::function<void(int)>& action) {
+  std::vector<std::jthread> threads;
+  for (int number = 0; number < kApartments; ++number) {
+    threads.emplace_back([&action, number] {
+      ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+      action(number);
+      SetErrorInfo(0, nullptr);
+      CoUninitialize();
+    });
+  }
+}
+
+TEST(Apartments, FourCallersWithoutMannersDoNoHarm) {
+  const DialogPresser presser;
+  SetCurrentDirectoryW(scratch_folder().c_str());
+  {
+    const SilentStreams silence;
+    // The platform loads what a type library refers to without caring for threads: it is there
+    // then.
+    World first(999);
+    first.call_many(1000);
+    in_four_apartments([](int number) {
+      const DialogPresser presser;
+      World world(1000u + static_cast<unsigned>(number));
+      world.call_many(1500);
+    });
+  }
+  SetCurrentDirectoryW(program_folder().c_str());
+}
+
+constexpr long kCancel = 201, kYes = 205, kNo = 206;
+
+Texts texts_in_language(long language) {
+  const Object utility = Object::create(L"pvItems32.CUtility");
+  utility.get_object(L"Languages").put(L"ActiveLanguageID", language);
+  Texts texts;
+  for (const long id : {kCancel, kYes, kNo}) texts.push_back(utility.get(L"pvString", id).text());
+  return texts;
+}
+
+TEST(Apartments, EachHasItsOwnState) {
+  std::vector<Texts> expected;
+  for (int number = 0; number < kApartments; ++number)
+    expected.push_back(texts_in_language(number + 1));
+  texts_in_language(1);
+  std::barrier all_set(kApartments);
+  in_four_apartments([&](int number) {
+    const Object utility = Object::create(L"pvItems32.CUtility");
+    const std::wstring own = L"state of apartment " + std::to_wstring(number);
+    utility.get_object(L"Languages").put(L"ActiveLanguageID", number + 1);
+    utility.put(L"AppIniFileName", own);
+    utility.put(L"AppDirectory", 3, own);
+    const Object hub = utility.get_object(L"TxmEvents");
+    all_set.arrive_and_wait();
+    for (int round = 0; round < kRounds; ++round) {
+      const Object other = Object::create(L"pvItems32.CUtility");
+      Texts texts;
+      for (const long id : {kCancel, kYes, kNo}) texts.push_back(other.get(L"pvString", id).text());
+      ASSERT_EQ(texts, expected[static_cast<std::size_t>(number)]);
+      ASSERT_EQ(other.get(L"AppIniFileName"), own);
+      ASSERT_EQ(other.get(L"AppDirectory", 3), own);
+      ASSERT_EQ(other.get_object(L"TxmEvents"), hub);
+      ASSERT_EQ(other.get_object(L"Languages").get(L"ActiveLanguageID"), number + 1);
+    }
+  });
+}
+
+constexpr int kYesButton = 1000, kNoButton = 1001;
+
+BOOL CALLBACK find_box(HWND window, LPARAM found) {
+  if (!IsWindowVisible(window) || !GetDlgItem(window, kNoButton)) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+std::wstring caption_of(HWND box, int button) {
+  wchar_t marked[64] = L"";
+  InternalGetWindowText(GetDlgItem(box, button), marked, 64);
+  std::wstring caption(marked);
+  std::erase(caption, L'&');
+  return caption;
+}
+
+/// Waits for the message box of a thread, presses its second button and tells what its buttons say.
+Texts answer_box_of(DWORD thread) {
+  HWND box = nullptr;
+  for (int look = 0; look < 4000 && !box; ++look) {
+    EnumThreadWindows(thread, find_box, reinterpret_cast<LPARAM>(&box));
+    if (!box) Sleep(5);
+  }
+  SendMessageTimeoutW(box, WM_NULL, 0, 0, SMTO_NORMAL, 20'000, nullptr);  // it is laid out then
+  const Texts captions{caption_of(box, kYesButton), caption_of(box, kNoButton)};
+  PostMessageW(GetDlgItem(box, kNoButton), BM_CLICK, 0, 0);
+  return captions;
+}
+
+TEST(Apartments, EachShowsItsFormsInItsOwnLanguage) {
+  std::vector<Texts> expected;
+  for (int number = 0; number < kApartments; ++number)
+    expected.push_back(texts_in_language(number + 1));
+  texts_in_language(1);
+  std::barrier all_set(kApartments);
+  in_four_apartments([&](int number) {
+    const Object utility = Object::create(L"pvItems32.CUtility");
+    utility.get_object(L"Languages").put(L"ActiveLanguageID", number + 1);
+    const DWORD thread = GetCurrentThreadId();
+    for (int box = 0; box < kBoxes; ++box) {
+      all_set.arrive_and_wait();  // all boxes are open at the same time
+      Texts seen;
+      {
+        const std::jthread user([&] { seen = answer_box_of(thread); });
+        constexpr short kYesNo = 4;
+        utility.call(L"pvMsgBox", L"Question", kYesNo);
+      }
+      const Texts& texts = expected[static_cast<std::size_t>(number)];
+      EXPECT_EQ(seen, (Texts{texts[1], texts[2]}));
+    }
+  });
+}
+
+}  // namespace
+}  // namespace pv::test
