@@ -20,7 +20,11 @@ constexpr DWORD kFormStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 
 // A dialog template with no controls, no menu and the dialog class itself.
 struct EmptyTemplate {
-  explicit EmptyTemplate(DWORD border) { header.style = kFormStyle | border; }
+  // The extended style keeps a form whose border is none of a dialog without an icon.
+  explicit EmptyTemplate(DWORD border) {
+    header.style = kFormStyle | border;
+    header.dwExtendedStyle = WS_EX_DLGMODALFRAME;
+  }
 
   DLGTEMPLATE header{};
   WORD menu = 0;
