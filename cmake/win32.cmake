@@ -46,6 +46,11 @@ target_compile_options(pvItems32 PRIVATE -fstack-protector-strong)
 target_link_options(pvItems32 PRIVATE -static -fstack-protector-strong -Wl,--kill-at
   -Wl,--enable-stdcall-fixup)
 
+if(PV_COVERAGE)
+  target_compile_options(pvItems32 PRIVATE --coverage -O0)
+  target_link_options(pvItems32 PRIVATE --coverage)
+endif()
+
 # For use without registration: what a program's manifest refers to, beside the DLL.
 set(manifest ${CMAKE_BINARY_DIR}/pvItems32.manifest)
 add_custom_command(

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build git python3 imagemagick
-  googletest clang libclang-rt-14-dev clang-format clang-tidy cppcheck
+  googletest clang libclang-rt-14-dev clang-format clang-tidy cppcheck gcovr
   g++-mingw-w64-i686-posix mingw-w64-tools
   wine wine32:i386 libwine:i386 xvfb socat
   fonts-wine fonts-dejavu-core fonts-dejavu-extra
