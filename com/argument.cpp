@@ -32,12 +32,6 @@ std::size_t size_of(VARTYPE type) {
 
 bool is_object(VARTYPE type) { return type == VT_DISPATCH || type == VT_UNKNOWN; }
 
-// Variables of scripts arrive as references to values, possibly through more than one level.
-const VARIANT* innermost(const VARIANT* value) {
-  while (value->vt == (VT_BYREF | VT_VARIANT)) value = value->pvarVal;
-  return value;
-}
-
 HRESULT as_dispatch_error(HRESULT result) {
   return result == E_INVALIDARG || result == DISP_E_BADVARTYPE ? DISP_E_TYPEMISMATCH : result;
 }
@@ -64,7 +58,6 @@ HRESULT store_typed(const VARIANT& reference, VARIANT& value) {
 
 Argument::~Argument() {
   if (owned_) VariantClear(&value_);
-  VariantClear(&before_);
 }
 
 std::size_t Argument::words_of(const Parameter& parameter) {
@@ -77,7 +70,7 @@ void* Argument::payload() {
 
 HRESULT Argument::bind(const VARIANT* source, const Parameter& parameter) {
   parameter_ = &parameter;
-  const VARIANT* inner = source ? innermost(source) : nullptr;
+  const VARIANT* inner = source ? &innermost(*source) : nullptr;
   if (!inner || is_missing(*inner)) return bind_default();
   if (parameter.by_ref) return bind_by_reference(source);
   return bind_by_value(*inner);
@@ -107,7 +100,7 @@ HRESULT Argument::bind_default() {
 }
 
 HRESULT Argument::bind_by_reference(const VARIANT* origin) {
-  const VARIANT* inner = innermost(origin);
+  const VARIANT* inner = &innermost(*origin);
   const bool is_variable = inner != origin || (inner->vt & VT_BYREF);
   if (parameter_->type == VT_VARIANT && inner != origin && !(inner->vt & VT_BYREF)) {
     direct_ = const_cast<VARIANT*>(inner);

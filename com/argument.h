@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/dispatch_table.h"
+#include "com/variant.h"
 #include "com/vtable_call.h"
 
 namespace pv {
@@ -42,7 +43,7 @@ class Argument {
 
   const Parameter* parameter_ = nullptr;
   VARIANT value_{};                  // the typed value, or the VARIANT itself
-  VARIANT before_{};                 // what the value was before the call, when it can go back
+  Variant before_;                   // what the value was before the call, when it can go back
   bool owned_ = false;               // value_ must be cleared
   const VARIANT* origin_ = nullptr;  // where a changed value goes back to
   void* direct_ = nullptr;  // the caller's own variable, when it has the right type already

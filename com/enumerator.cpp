@@ -1,37 +1,19 @@
 #include "com/enumerator.h"
 
 #include <algorithm>
-#include <atomic>
 #include <memory>
 
 #include "com/boundary.h"
-#include "com/module.h"
+#include "com/simple_object.h"
 
 namespace pv {
 namespace {
 
 using Snapshot = std::shared_ptr<const std::vector<Ref<IDispatch>>>;
 
-class Enumerator final : public IEnumVARIANT {
+class Enumerator final : public SimpleObject<Enumerator, IEnumVARIANT> {
  public:
-  Enumerator(Snapshot objects, std::size_t next) : objects_(std::move(objects)), next_(next) {
-    add_living_object();
-  }
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IEnumVARIANT) return E_NOINTERFACE;
-    *object = static_cast<IEnumVARIANT*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
-  STDMETHODIMP_(ULONG) Release() override {
-    const long left = --references_;
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-  }
+  Enumerator(Snapshot objects, std::size_t next) : objects_(std::move(objects)), next_(next) {}
 
   STDMETHODIMP Next(ULONG count, VARIANT* values, ULONG* fetched) override {
     if (fetched) *fetched = 0;
@@ -62,13 +44,10 @@ class Enumerator final : public IEnumVARIANT {
   }
 
  private:
-  ~Enumerator() { remove_living_object(); }
-
   std::size_t left() const { return objects_->size() - next_; }
 
   Snapshot objects_;
   std::size_t next_;
-  std::atomic<long> references_{0};
 };
 
 }  // namespace

@@ -1,34 +1,20 @@
 #include "com/event_source.h"
 
 #include <algorithm>
-#include <atomic>
+
+#include "com/simple_object.h"
 
 namespace pv {
 namespace {
 
 // The two connection enumerators differ only in what they hand out.
 template <class Interface, class Element>
-class ConnectionEnumerator final : public Interface {
+class ConnectionEnumerator final
+    : public SimpleObject<ConnectionEnumerator<Interface, Element>, Interface> {
  public:
   explicit ConnectionEnumerator(std::vector<Element> elements, std::size_t next = 0)
       : elements_(std::move(elements)), next_(next) {
-    add_living_object();
     for (const Element& element : elements_) object_of(element)->AddRef();
-  }
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != __uuidof(Interface)) return E_NOINTERFACE;
-    *object = static_cast<Interface*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
-  STDMETHODIMP_(ULONG) Release() override {
-    const long left = --references_;
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
   }
 
   STDMETHODIMP Next(ULONG count, Element* elements, ULONG* fetched) override {
@@ -58,18 +44,16 @@ class ConnectionEnumerator final : public Interface {
                    [&] { *copy = make<ConnectionEnumerator>(elements_, next_).detach(); });
   }
 
- private:
   ~ConnectionEnumerator() {
     for (const Element& element : elements_) object_of(element)->Release();
-    remove_living_object();
   }
 
+ private:
   static IUnknown* object_of(IConnectionPoint* point) { return point; }
   static IUnknown* object_of(const CONNECTDATA& connection) { return connection.pUnk; }
 
   std::vector<Element> elements_;
   std::size_t next_;
-  std::atomic<long> references_{0};
 };
 
 using PointEnumerator = ConnectionEnumerator<IEnumConnectionPoints, IConnectionPoint*>;
@@ -107,18 +91,29 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
   if (!listener) listener = query<IDispatch>(sink);
   if (!listener) return CONNECT_E_CANNOTCONNECT;
   return guarded(L"ConnectionPoint", "Advise", [&] {
-    connections_.push_back({next_cookie_, listener});
+    Connections changed = *connections_;
+    changed.push_back({next_cookie_, listener});
+    replace(std::move(changed));
     *cookie = next_cookie_++;
   });
 }
 
 STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
-  const auto found = std::find_if(connections_.begin(), connections_.end(),
-                                  [&](const Connection& c) { return c.cookie == cookie; });
-  if (found == connections_.end()) return CONNECT_E_NOCONNECTION;
-  const Connection doomed = std::move(*found);
-  connections_.erase(found);
-  return S_OK;
+  const auto is_meant = [&](const Connection& connection) { return connection.cookie == cookie; };
+  if (std::none_of(connections_->begin(), connections_->end(), is_meant)) {
+    return CONNECT_E_NOCONNECTION;
+  }
+  return guarded(L"ConnectionPoint", "Unadvise", [&] {
+    Connections changed = *connections_;
+    std::erase_if(changed, is_meant);
+    replace(std::move(changed));
+  });
+}
+
+// A listener that goes may look at the list: it is the new one by then.
+void ConnectionPoint::replace(Connections connections) {
+  auto next = std::make_shared<const Connections>(std::move(connections));
+  connections_.swap(next);
 }
 
 STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
@@ -126,7 +121,7 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
   *connections = nullptr;
   return guarded(L"ConnectionPoint", "EnumConnections", [&] {
     std::vector<CONNECTDATA> data;
-    for (const Connection& connection : connections_) {
+    for (const Connection& connection : *connections_) {
       data.push_back({connection.sink.get(), connection.cookie});
     }
     *connections = make<SinkEnumerator>(std::move(data)).detach();
@@ -134,17 +129,17 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
 }
 
 void ConnectionPoint::fire(DISPID id, std::span<VARIANT> arguments) {
-  std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
-  DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-  const std::vector<Connection> listeners = connections_;
-  for (const Connection& listener : listeners) {
+  std::reverse(arguments.begin(), arguments.end());
+  DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+  const auto listeners = connections_;
+  for (const Connection& listener : *listeners) {
     Variant ignored;
     EXCEPINFO exception{};
     listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &ignored,
                           &exception, nullptr);
-    SysFreeString(exception.bstrSource);
-    SysFreeString(exception.bstrDescription);
-    SysFreeString(exception.bstrHelpFile);
+    for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile}) {
+      if (text) SysFreeString(text);
+    }
   }
 }
 

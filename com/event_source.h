@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
@@ -9,8 +10,9 @@
 
 namespace pv {
 
-/// The connection point of one event interface: keeps the listeners and calls them in order, on a
-/// copy of the list, so that a listener may connect or disconnect anyone while it is called.
+/// The connection point of one event interface: keeps the listeners and calls them in order. A
+/// listener may connect or disconnect anyone while it is called: the list that is being called
+/// stays as it was.
 class ConnectionPoint final : public IConnectionPoint {
  public:
   /// `owner` is the object whose events these are; the point lives and dies with it.
@@ -27,10 +29,11 @@ class ConnectionPoint final : public IConnectionPoint {
   STDMETHODIMP Unadvise(DWORD cookie) override;
   STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
 
-  bool has_listeners() const { return !connections_.empty(); }
+  bool has_listeners() const { return !connections_->empty(); }
 
-  /// Calls every listener's event `id`. Arguments stand in the order of the event's parameters;
-  /// by-reference ones are changed in place. What a listener answers does not matter.
+  /// Calls every listener's event `id`. Arguments come in the order of the event's parameters and
+  /// are left reversed; by-reference ones are changed in place. What a listener answers does not
+  /// matter.
   void fire(DISPID id, std::span<VARIANT> arguments = {});
 
  private:
@@ -38,10 +41,14 @@ class ConnectionPoint final : public IConnectionPoint {
     DWORD cookie;
     Ref<IDispatch> sink;
   };
+  using Connections = std::vector<Connection>;
+
+  void replace(Connections connections);
 
   IConnectionPointContainer& owner_;
   IID events_;
-  std::vector<Connection> connections_;
+  // A list is never changed, only replaced: an event that is under way keeps the one it began with.
+  std::shared_ptr<const Connections> connections_ = std::make_shared<const Connections>();
   DWORD next_cookie_ = 1;
 };
 

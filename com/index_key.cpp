@@ -5,14 +5,15 @@
 namespace pv {
 
 IndexKey index_key_of(const VARIANT& value) {
-  const Variant plain = dereferenced(value);
+  const VARIANT& inner = innermost(value);
+  if (inner.vt == VT_BSTR) return view_of(inner.bstrVal);
+  if (inner.vt == (VT_BYREF | VT_BSTR)) return view_of(*inner.pbstrVal);
+  const Variant plain = dereferenced(inner);
   switch (plain.vt) {
     case VT_I2:
       return static_cast<long>(plain.iVal);
     case VT_I4:
       return plain.lVal;
-    case VT_BSTR:
-      return std::wstring(view_of(plain.bstrVal));
     case VT_I1:
     case VT_UI1:
     case VT_UI2:

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <string>
-#include <utility>
+#include <string_view>
 #include <variant>
 
 #include "com/variant.h"
@@ -10,9 +10,10 @@ namespace pv {
 
 /// How a client names a member of a collection: a number of any type is a 1-based position, text
 /// is always a key, even numeric text.
-using IndexKey = std::variant<long, std::wstring>;
+using IndexKey = std::variant<long, std::wstring_view>;
 
-/// Errors: kTypeMismatch for a value that is neither, kInvalidNull for Null.
+/// A key views the text in `value`. Errors: kTypeMismatch for a value that is neither, kInvalidNull
+/// for Null.
 IndexKey index_key_of(const VARIANT& value);
 
 /// The text of an optional argument; empty when none is given.

@@ -94,29 +94,28 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
 
   const std::size_t count = member.parameters.size();
   if (count > kMostParameters) return E_UNEXPECTED;
-  Argument bound[kMostParameters];
+  std::optional<Argument> bound[kMostParameters];  // made as the member needs them
   Argument result_value;
   CallWords words;
   words.push(object);
   for (std::size_t i = 0; i < count; ++i) {
     const std::optional<UINT> index = arguments.index_of(i);
-    const HRESULT binding = bound[i].bind(arguments.at(index), member.parameters[i]);
+    const HRESULT binding = bound[i].emplace().bind(arguments.at(index), member.parameters[i]);
     if (!index && binding == DISP_E_PARAMNOTOPTIONAL) return DISP_E_BADPARAMCOUNT;
     if (FAILED(binding)) return argument_failed(binding, index.value_or(0), argument_error);
     if (!words.has_room_for(Argument::words_of(member.parameters[i]) + 1)) return E_UNEXPECTED;
-    bound[i].push_to(words);
+    bound[i]->push_to(words);
   }
   if (member.result) {
     result_value.bind_result(*member.result);
     result_value.push_to(words);
   }
 
-  SetErrorInfo(0, nullptr);  // what an earlier call left must not explain a failure of this one
   const HRESULT called = call_vtable(object, member.slot, words);
   if (FAILED(called)) return fill_exception(called, exception);
 
   for (std::size_t i = 0; i < count; ++i) {
-    const HRESULT written = bound[i].write_back();
+    const HRESULT written = bound[i]->write_back();
     if (FAILED(written)) {
       return argument_failed(written, arguments.index_of(i).value_or(0), argument_error);
     }

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "com/automation_error.h"
-#include "com/key_fold.h"
+#include "com/key_index.h"
 
 namespace pv {
 
@@ -19,9 +19,10 @@ namespace pv {
 /// duplicate. A failed operation changes nothing.
 template <class T>
 class KeyedList {
-  struct Entry {
+  struct Entry : Keyed<Entry> {
+    Entry(T member, std::wstring_view key) : Keyed<Entry>(key), value(std::move(member)) {}
+    bool has_key() const { return !this->folded_key.empty(); }
     T value;
-    std::wstring folded_key;
   };
   using Entries = std::vector<std::unique_ptr<Entry>>;
 
@@ -44,7 +45,7 @@ class KeyedList {
   const_iterator end() const { return const_iterator(entries_.end()); }
   long size() const { return static_cast<long>(entries_.size()); }
   bool empty() const { return entries_.empty(); }
-  bool contains(std::wstring_view key) const { return keys_.contains(fold_key(key)); }
+  bool contains(std::wstring_view key) const { return find(key) != nullptr; }
 
   const T& at(long position) const { return entries_[index_of(position)]->value; }
   const T& at(std::wstring_view key) const { return entry_of(key).value; }
@@ -58,6 +59,9 @@ class KeyedList {
     }
     return 0;
   }
+
+  /// Makes room for members to come; sparing with memory where their number is known.
+  void reserve(std::size_t count) { entries_.reserve(count); }
 
   void append(T value, std::wstring_view key = {}) {
     insert_at(entries_.size(), std::move(value), key);
@@ -76,7 +80,7 @@ class KeyedList {
   }
 
   void clear() {
-    keys_.clear();
+    index_.clear();
     // Members may run foreign code when they go: the list is empty by then.
     Entries doomed = std::exchange(entries_, {});
   }
@@ -97,37 +101,57 @@ class KeyedList {
     return static_cast<std::size_t>(position - 1);
   }
 
+  Entry* find(std::wstring_view key) const {
+    if (key.empty()) return nullptr;
+    if (!index_.empty()) return index_.find(key);
+    const auto has_key = [&](const auto& entry) { return folds_to(key, entry->folded_key); };
+    const auto found = std::find_if(entries_.begin(), entries_.end(), has_key);
+    return found == entries_.end() ? nullptr : found->get();
+  }
+
   const Entry& entry_of(std::wstring_view key) const {
-    const auto found = keys_.find(fold_key(key));
-    if (found == keys_.end()) {
+    const Entry* found = find(key);
+    if (!found) {
       throw automation_error(ErrorCode::kInvalidCall, L"key \"" + std::wstring(key) + L"\"");
     }
-    return *found->second;
+    return *found;
   }
 
   void insert_at(std::size_t index, T value, std::wstring_view key) {
-    auto entry = std::make_unique<Entry>(Entry{std::move(value), fold_key(key)});
-    entries_.reserve(entries_.size() < 8 ? 8 : grown(entries_.size()));
-    if (!key.empty() && !keys_.emplace(entry->folded_key, entry.get()).second) {
+    auto entry = std::make_unique<Entry>(std::move(value), key);
+    if (find(key)) {
       throw automation_error(ErrorCode::kKeyInUse, L"key \"" + std::wstring(key) + L"\"");
     }
+    make_room();
+    if (entry->has_key() && !index_.empty()) index_.link(entry.get());
     entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(index), std::move(entry));
   }
 
-  // Room is made before the key is entered, so that nothing can fail half-way.
-  std::size_t grown(std::size_t size) const {
-    return size < entries_.capacity() ? entries_.capacity() : size * 2;
+  // For one more entry, so that nothing can fail once its key is known.
+  void make_room() {
+    if (entries_.size() == entries_.capacity()) {
+      entries_.reserve(std::max<std::size_t>(1, entries_.size() * 2));
+    }
+    if (entries_.size() < kFew) return;
+    const bool is_first = index_.empty();
+    index_.reserve(entries_.capacity());
+    if (!is_first) return;
+    for (const auto& entry : entries_) {
+      if (entry->has_key()) index_.link(entry.get());
+    }
   }
 
   void remove_at(std::size_t index) {
     const auto at = entries_.begin() + static_cast<std::ptrdiff_t>(index);
     std::unique_ptr<Entry> doomed = std::move(*at);
     entries_.erase(at);
-    if (!doomed->folded_key.empty()) keys_.erase(doomed->folded_key);
+    if (doomed->has_key() && !index_.empty()) index_.unlink(doomed.get());
   }
 
+  static constexpr std::size_t kFew = 8;  // up to so many, looking at each is as fast
+
   Entries entries_;
-  std::unordered_map<std::wstring_view, Entry*> keys_;  // views the entries' own keys
+  KeyIndex<Entry> index_;  // of all entries with a key, once there are more than a few entries
 };
 
 }  // namespace pv

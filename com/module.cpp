@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "com/boundary.h"
+#include "com/simple_object.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
@@ -11,24 +11,9 @@ namespace {
 
 std::atomic<long> living{0};
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public SimpleObject<ClassFactory, IClassFactory> {
  public:
-  explicit ClassFactory(const ClassEntry& entry) : entry_(entry) { add_living_object(); }
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IClassFactory) return E_NOINTERFACE;
-    *object = static_cast<IClassFactory*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
-  STDMETHODIMP_(ULONG) Release() override {
-    const long left = --references_;
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-  }
+  explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
 
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
     if (!object) return E_POINTER;
@@ -45,10 +30,7 @@ class ClassFactory final : public IClassFactory {
   }
 
  private:
-  ~ClassFactory() { remove_living_object(); }
-
   const ClassEntry& entry_;
-  std::atomic<long> references_{0};
 };
 
 }  // namespace

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <source_location>
 #include <utility>
 
@@ -9,6 +8,7 @@
 #include "com/invoke.h"
 #include "com/module.h"
 #include "com/out.h"
+#include "com/simple_object.h"
 #include "com/type_library.h"
 
 namespace pv {
@@ -40,14 +40,9 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
     AddRef();
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
+  STDMETHODIMP_(ULONG) AddRef() override { return references_.add(); }
   STDMETHODIMP_(ULONG) Release() override {
-    const long left = --references_;
-    if (left == 0) {
-      references_ = 1;  // a reference taken and dropped while dying must not start over
-      delete static_cast<Derived*>(this);
-    }
-    return static_cast<ULONG>(left);
+    return references_.release(static_cast<Derived*>(this));
   }
 
   // IDispatch
@@ -147,7 +142,7 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
     }
   }
 
-  std::atomic<long> references_{0};
+  ReferenceCount references_;
 };
 
 }  // namespace pv

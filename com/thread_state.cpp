@@ -1,28 +1,28 @@
 #include "com/thread_state.h"
 
+#include <atomic>
 #include <utility>
 
-#include "com/boundary.h"
-#include "com/module.h"
+#include "com/simple_object.h"
 
 namespace pv {
 namespace {
 
 void NTAPI release_at_thread_end(void* owner);
 
+std::atomic<DWORD> slot_in_use{FLS_OUT_OF_INDEXES};
+
 // One slot per thread whose value is released with the thread. A thread_local object with a
 // destructor would pin the DLL in memory.
 DWORD thread_slot() {
-  static const DWORD slot = FlsAlloc(&release_at_thread_end);
+  static const DWORD slot = slot_in_use = FlsAlloc(&release_at_thread_end);
   return slot;
 }
 
 // Owns a thread's state and hears when the thread leaves COM: host objects must be released
 // before that.
-class StateOwner final : public IInitializeSpy {
+class StateOwner final : public SimpleObject<StateOwner, IInitializeSpy> {
  public:
-  StateOwner() { add_living_object(); }
-
   ThreadState& state() { return state_; }
 
   void attach() {
@@ -38,21 +38,6 @@ class StateOwner final : public IInitializeSpy {
     Release();
   }
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != __uuidof(IInitializeSpy)) return E_NOINTERFACE;
-    *object = static_cast<IInitializeSpy*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
-  STDMETHODIMP_(ULONG) Release() override {
-    const long left = --references_;
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-  }
-
   STDMETHODIMP PreInitialize(DWORD, DWORD) override { return S_OK; }
   STDMETHODIMP PostInitialize(HRESULT result, DWORD, DWORD) override { return result; }
   STDMETHODIMP PreUninitialize(DWORD references) override {
@@ -62,15 +47,14 @@ class StateOwner final : public IInitializeSpy {
   STDMETHODIMP PostUninitialize(DWORD) override { return S_OK; }
 
  private:
-  ~StateOwner() { remove_living_object(); }
-
   ThreadState state_;
   ULARGE_INTEGER cookie_{};
-  long references_ = 0;
 };
 
+// A host that unloads the library by force leaves states behind. They are given up: releasing host
+// objects inside the loader could hang the process.
 void NTAPI release_at_thread_end(void* owner) {
-  if (owner) static_cast<StateOwner*>(owner)->detach();
+  if (owner && slot_in_use != FLS_OUT_OF_INDEXES) static_cast<StateOwner*>(owner)->detach();
 }
 
 }  // namespace
@@ -87,6 +71,11 @@ ThreadState& thread_state() {
     owner->attach();
   }
   return owner->state();
+}
+
+void free_thread_slot() {
+  const DWORD slot = slot_in_use.exchange(FLS_OUT_OF_INDEXES);
+  if (slot != FLS_OUT_OF_INDEXES) FlsFree(slot);
 }
 
 }  // namespace pv

@@ -40,4 +40,7 @@ ThreadState& thread_state();
 /// The state of a thread that has touched it already, else null.
 ThreadState* existing_thread_state();
 
+/// Gives back what the library holds in every thread; the last thing before it is unloaded.
+void free_thread_slot();
+
 }  // namespace pv

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "com/boundary.h"
+#include "util/number_text.h"
 
 namespace pv {
 
@@ -11,43 +12,17 @@ Bstr::Bstr(std::wstring_view text)
   if (!text_) throw std::bad_alloc();
 }
 
-Variant::Variant(const VARIANT& other) {
-  VariantInit(this);
-  check(VariantCopy(this, const_cast<VARIANT*>(&other)));
-}
-
-Variant::Variant(Variant&& other) noexcept {
-  VariantInit(this);
-  static_cast<VARIANT&>(*this) = other.detach();
-}
-
-Variant::Variant(bool value) {
-  vt = VT_BOOL;
-  boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
-}
-
-Variant::Variant(short value) {
-  vt = VT_I2;
-  iVal = value;
-}
-
-Variant::Variant(long value) {
-  vt = VT_I4;
-  lVal = value;
-}
-
-Variant::Variant(float value) {
-  vt = VT_R4;
-  fltVal = value;
-}
-
-Variant::Variant(double value) {
-  vt = VT_R8;
-  dblVal = value;
+void Variant::copy(const VARIANT& other) {
+  vt = VT_EMPTY;
+  if (is_self_contained(other.vt)) {
+    static_cast<VARIANT&>(*this) = other;
+  } else {
+    check(VariantCopy(this, const_cast<VARIANT*>(&other)));
+  }
 }
 
 Variant::Variant(std::wstring_view text) {
-  VariantInit(this);
+  vt = VT_EMPTY;
   bstrVal = Bstr(text).detach();
   vt = VT_BSTR;
 }
@@ -56,17 +31,6 @@ Variant::Variant(IDispatch* object) {
   vt = VT_DISPATCH;
   pdispVal = object;
   if (object) object->AddRef();
-}
-
-Variant& Variant::operator=(Variant other) noexcept {
-  std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
-  return *this;
-}
-
-VARIANT Variant::detach() noexcept {
-  VARIANT content = *this;
-  VariantInit(this);
-  return content;
 }
 
 Variant Variant::missing() {
@@ -85,8 +49,10 @@ bool is_empty_text(const VARIANT& value) {
 }
 
 Variant dereferenced(const VARIANT& value) {
+  const VARIANT& inner = innermost(value);
+  if (!(inner.vt & VT_BYREF)) return inner;
   Variant copy;
-  check(VariantCopyInd(&copy, const_cast<VARIANT*>(&value)));
+  check(VariantCopyInd(&copy, const_cast<VARIANT*>(&inner)));
   return copy;
 }
 
@@ -104,18 +70,27 @@ Variant converted(const VARIANT& value, VARTYPE type) {
 
 std::wstring text_of(const VARIANT& value) {
   if (value.vt == VT_BSTR) return std::wstring(view_of(value.bstrVal));
+  if (value.vt == VT_I2) return integer_text(value.iVal);
+  if (value.vt == VT_I4) return integer_text(value.lVal);
   return std::wstring(view_of(converted(value, VT_BSTR).bstrVal));
 }
 
 bool boolean_of(const VARIANT& value) { return converted(value, VT_BOOL).boolVal != VARIANT_FALSE; }
 
 double double_of(const VARIANT& value) {
-  return value.vt == VT_R8 ? value.dblVal : converted(value, VT_R8).dblVal;
+  if (value.vt == VT_R8) return value.dblVal;
+  if (value.vt == VT_I2) return value.iVal;
+  if (value.vt == VT_I4) return value.lVal;
+  return converted(value, VT_R8).dblVal;
 }
 
-short short_of(const VARIANT& value) { return converted(value, VT_I2).iVal; }
+short short_of(const VARIANT& value) {
+  return value.vt == VT_I2 ? value.iVal : converted(value, VT_I2).iVal;
+}
 
-long long_of(const VARIANT& value) { return converted(value, VT_I4).lVal; }
+long long_of(const VARIANT& value) {
+  return value.vt == VT_I4 ? value.lVal : converted(value, VT_I4).lVal;
+}
 
 Ref<IDispatch> object_of(const VARIANT& value) {
   const Variant plain = dereferenced(value);

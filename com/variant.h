@@ -26,34 +26,79 @@ inline std::wstring_view view_of(BSTR text) {
   return text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
 }
 
+/// Whether a value of this type is all in the VARIANT itself, so that it may be copied and
+/// forgotten as it is.
+inline bool is_self_contained(VARTYPE type) {
+  return type <= VT_DATE || type == VT_BOOL || type == VT_ERROR;
+}
+
 /// An automation value that owns what it holds.
 class Variant : public VARIANT {
  public:
-  Variant() noexcept { VariantInit(this); }
-  Variant(const VARIANT& other);
-  Variant(const Variant& other) : Variant(static_cast<const VARIANT&>(other)) {}
-  Variant(Variant&& other) noexcept;
-  explicit Variant(bool value);
-  explicit Variant(short value);
-  explicit Variant(long value);
-  explicit Variant(float value);
-  explicit Variant(double value);
+  Variant() noexcept : VARIANT() {}  // all zero: an empty value, and Nothing once it is an object
+  Variant(const VARIANT& other) : VARIANT() { copy(other); }
+  Variant(const Variant& other) : VARIANT() { copy(other); }
+  Variant(Variant&& other) noexcept : VARIANT(other.detach()) {}
+  explicit Variant(bool value) : VARIANT() {
+    vt = VT_BOOL;
+    boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
+  }
+  explicit Variant(short value) : VARIANT() {
+    vt = VT_I2;
+    iVal = value;
+  }
+  explicit Variant(long value) : VARIANT() {
+    vt = VT_I4;
+    lVal = value;
+  }
+  explicit Variant(float value) : VARIANT() {
+    vt = VT_R4;
+    fltVal = value;
+  }
+  explicit Variant(double value) : VARIANT() {
+    vt = VT_R8;
+    dblVal = value;
+  }
   explicit Variant(std::wstring_view text);
   explicit Variant(const wchar_t* text) : Variant(std::wstring_view(text)) {}  // else it is a bool
   explicit Variant(IDispatch* object);
-  ~Variant() { VariantClear(this); }
+  ~Variant() {
+    if (!is_self_contained(vt)) VariantClear(this);
+  }
 
-  Variant& operator=(Variant other) noexcept;
+  Variant& operator=(Variant other) noexcept {
+    std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
+    return *this;
+  }
 
   /// Gives the content away and leaves the value empty.
-  [[nodiscard]] VARIANT detach() noexcept;
+  [[nodiscard]] VARIANT detach() noexcept {
+    const VARIANT content = *this;
+    vt = VT_EMPTY;
+    return content;
+  }
 
   /// The value of an omitted optional argument.
   static Variant missing();
+
+ private:
+  void copy(const VARIANT& other);
 };
 
 bool is_missing(const VARIANT& value);
 bool is_empty_text(const VARIANT& value);
+
+/// The value that references to values lead to, possibly through more than one level: script
+/// variables arrive so. It may still be a reference: to a typed variable, or of a chain without
+/// end.
+inline const VARIANT& innermost(const VARIANT& value) {
+  constexpr int kMostLevels = 16;
+  const VARIANT* inner = &value;
+  for (int level = 0; inner->vt == (VT_BYREF | VT_VARIANT) && level < kMostLevels; ++level) {
+    inner = inner->pvarVal;
+  }
+  return *inner;
+}
 
 /// A copy in which a reference is replaced by what it refers to.
 Variant dereferenced(const VARIANT& value);

@@ -46,7 +46,7 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
   STDMETHODIMP CheckVarIndex(short index, short* result) noexcept override;
 
   const ItemRecord& record() const { return record_; }
-  void assign(const ItemRecord& record) { record_ = record; }
+  void assign(ItemRecord record) { record_ = std::move(record); }
   void identify(std::wstring_view key, short item_id) {
     record_.key = key;
     record_.item_id = item_id;

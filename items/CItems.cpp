@@ -14,44 +14,69 @@ namespace {
 
 constexpr short kCriticalPicture = 16;
 
-void report_refused_variable(const VariableRecord& record) {
+void report_refused_variable(const std::wstring& key) {
   MessageBoxRequest message;
-  message.prompt = L"Could not create item:" + record.key;
+  message.prompt = L"Could not create item:" + key;
   message.picture = kCriticalPicture;
   message.title = L"KalVOS";
   show_message_box(message);
 }
 
-VariableRecord record_of(const Ref<_CVariable>& variable) {
-  VariableRecord record;
-  record.key = fetch(variable, &_CVariable::get_Key);
-  record.caption = fetch(variable, &_CVariable::get_Caption);
-  record.description = fetch(variable, &_CVariable::get_Description);
+// Into a text that is there already: its room is used again.
+void read_text(std::wstring& text, const Ref<_CVariable>& variable,
+               HRESULT (STDMETHODCALLTYPE _CVariable::*property)(BSTR*)) {
+  Variant value;
+  call(variable, property, &value.bstrVal);
+  value.vt = VT_BSTR;
+  text = view_of(value.bstrVal);
+}
+
+void read_record(VariableRecord& record, const Ref<_CVariable>& variable) {
+  read_text(record.key, variable, &_CVariable::get_Key);
+  read_text(record.caption, variable, &_CVariable::get_Caption);
+  read_text(record.description, variable, &_CVariable::get_Description);
   record.parent_variable = fetch(variable, &_CVariable::get_ParentVariable);
   record.dimension_id = fetch(variable, &_CVariable::get_DimensionID);
   record.unit_id = fetch(variable, &_CVariable::get_UnitID);
   record.decimals = fetch(variable, &_CVariable::get_Decimals);
+  record.list_id.clear();
   attempt([&] { record.list_id = text_of(fetch(variable, &_CVariable::get_ListID)); });
   record.data_type = fetch(variable, &_CVariable::get_DataType);
-  record.symbol = fetch(variable, &_CVariable::get_Symbol);
-  return record;
+  read_text(record.symbol, variable, &_CVariable::get_Symbol);
 }
 
-LoadedItem record_of(CItem& item) {
-  LoadedItem saved{item.record(), {}};
-  const auto& variables = item.variables();
+void write(ItemFileWriter& file, CItem& item) {
+  const Ref<_CVariables> variables = item.variables();
   const long count = fetch(variables, &_CVariables::get_Count);
+  file.item(item.record(), static_cast<std::size_t>(count));
+  VariableRecord record;
   for (long i = 1; i <= count; ++i) {
-    saved.variables.push_back(record_of(fetch(variables, &_CVariables::get_Item, Variant(i))));
+    read_record(record, fetch(variables, &_CVariables::get_Item, Variant(i)));
+    file.variable(record);
   }
-  return saved;
+}
+
+// An item that the collection refuses is passed over with its variables, a variable that its item
+// refuses is reported.
+void add_from_file(CItems::Members& items, LoadedItem& loaded) {
+  const auto item = make<CItem>();
+  item->assign(std::move(loaded.item));
+  if (!attempt([&] { items.append(item, item->record().key); })) return;
+  const auto variables = make<CVariables>();
+  variables->list().reserve(loaded.variables.size());
+  item->set_variables(variables.get());
+  for (VariableRecord& record : loaded.variables) {
+    const auto variable = make<CVariable>();
+    variable->assign(std::move(record));
+    if (!variables->add(variable)) report_refused_variable(variable->key());
+  }
 }
 
 }  // namespace
 
 std::wstring CItems::lookup_key(const VARIANT& index) const {
   const IndexKey key = index_key_of(index);
-  if (const auto* text = std::get_if<std::wstring>(&key)) return *text;
+  if (const auto* text = std::get_if<std::wstring_view>(&key)) return std::wstring(*text);
   return integer_text(list_.at(std::get<long>(key))->record().item_id);
 }
 
@@ -90,12 +115,12 @@ STDMETHODIMP CItems::get_Versions(_CVersions** result) noexcept {
   return returning(result, [&] { return versions_; });
 }
 
-Ref<CItem> CItems::add(const ItemRecord& record, _CVariables* variables) {
+Ref<CItem> CItems::add(ItemRecord record, _CVariables* variables) {
   changed_ = true;
   const auto item = make<CItem>();
-  item->assign(record);
+  item->assign(std::move(record));
   item->set_variables(variables);
-  return added(record.key, item);
+  return added(item->record().key, item);
 }
 
 STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short access,
@@ -108,34 +133,27 @@ STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short
   });
 }
 
-// An item that the collection refuses is passed over with its variables.
-void CItems::add_from_file(const LoadedItem& loaded) {
-  const auto variables = make<CVariables>();
-  if (!add(loaded.item, variables.get())) return;
-  for (const VariableRecord& record : loaded.variables) {
-    if (!variables->add(record)) report_refused_variable(record);
-  }
-}
-
 STDMETHODIMP CItems::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
     const auto bytes = read_file(std::wstring(view_of(file_name)));
-    const auto items = bytes ? read_item_file(*bytes, ansi_codec()) : std::nullopt;
+    auto items = bytes ? read_item_file(*bytes, ansi_codec()) : std::nullopt;
     if (!items) return false;
     list_.clear();
-    for (const LoadedItem& loaded : *items) add_from_file(loaded);
+    for (LoadedItem& loaded : *items) add_from_file(list_, loaded);
     changed_ = false;
     return true;
   });
 }
 
+// What a variable holds may be an object that changes the collection when it is asked for its text,
+// so the items that are there at the beginning are written.
 STDMETHODIMP CItems::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
-    std::vector<LoadedItem> records;
-    for (const auto& item : list_) records.push_back(record_of(*item));
-    const bool saved =
-        replace_file(std::wstring(view_of(file_name)),
-                     write_item_file(records, library_stamp(), ansi_codec(), decimal_separator()));
+    std::vector<Ref<CItem>> items;
+    for (const auto& item : list_) items.push_back(item);
+    ItemFileWriter file(items.size(), library_stamp(), ansi_codec(), decimal_separator());
+    for (const auto& item : items) write(file, *item);
+    const bool saved = replace_file(std::wstring(view_of(file_name)), file.take());
     if (saved) changed_ = false;
     return saved;
   });

@@ -43,8 +43,7 @@ class CItems final : public ItemsBase {
   Ref<CItem> find(const VARIANT& index) const;
   std::wstring lookup_key(const VARIANT& index) const;
   long version_item_count() const;
-  Ref<CItem> add(const ItemRecord& record, _CVariables* variables);
-  void add_from_file(const LoadedItem& loaded);
+  Ref<CItem> add(ItemRecord record, _CVariables* variables);
   bool sort(bool ascending);
   void change_id(short index, short new_id);
   void change_key(const VARIANT& old_key, std::wstring_view new_key);

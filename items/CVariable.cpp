@@ -20,10 +20,10 @@ VariableRecord CVariable::record() const {
   return record;
 }
 
-void CVariable::assign(const VariableRecord& record) {
-  key_ = record.key;
-  caption_ = record.caption;
-  description_ = record.description;
+void CVariable::assign(VariableRecord record) {
+  key_ = std::move(record.key);
+  caption_ = std::move(record.caption);
+  description_ = std::move(record.description);
   parent_variable_ = record.parent_variable;
   dimension_id_ = record.dimension_id;
   unit_id_ = record.unit_id;
@@ -32,16 +32,16 @@ void CVariable::assign(const VariableRecord& record) {
   value_ = record.data_type == edtFloat ? Variant(0.0f) : Variant(L"0");
   list_id_ = Variant(integer_of<short>(record.list_id));
   data_type_ = record.data_type;
-  symbol_ = record.symbol;
+  symbol_ = std::move(record.symbol);
 }
 
 STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
     std::wstring text;
     if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
-    const VariableFields fields = parse_variable_record(text, record_without_list());
+    VariableFields fields = parse_variable_record(text, record_without_list());
     Variant list_id = list_id_;
-    assign(fields.record);
+    assign(std::move(fields.record));
     if (fields.present <= kListIdField) list_id_ = std::move(list_id);
     return fields.present >= kVariableFieldCount;
   });

@@ -29,7 +29,9 @@ class CVariable final : public Dual<CVariable, _CVariable, ::CVariable> {
 
   /// The fields that a variable record holds.
   VariableRecord record() const;
-  void assign(const VariableRecord& record);
+  void assign(VariableRecord record);
+
+  const std::wstring& key() const { return key_; }
 
  private:
   // The list may be a value that has no text.

@@ -27,10 +27,8 @@ STDMETHODIMP CVariables::Add(BSTR key, BSTR caption, BSTR description, BSTR symb
   });
 }
 
-Ref<CVariable> CVariables::add(const VariableRecord& record) {
-  const auto variable = make<CVariable>();
-  variable->assign(record);
-  return added(record.key, variable);
+bool CVariables::add(const Ref<CVariable>& variable) {
+  return static_cast<bool>(added(variable->key(), variable));
 }
 
 }  // namespace pv

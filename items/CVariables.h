@@ -14,8 +14,8 @@ class CVariables final : public Collection<CVariables, _CVariables, ::CVariables
                    short dimension_id, short unit_id, short decimals, VARIANT value,
                    VARIANT list_id, short data_type, _CVariable** result) noexcept override;
 
-  /// Adds a variable read from a file; Nothing when its key is in use.
-  Ref<CVariable> add(const VariableRecord& record);
+  /// Adds a variable under its own key; false when the key is in use.
+  bool add(const Ref<CVariable>& variable);
 };
 
 }  // namespace pv

@@ -11,15 +11,15 @@ namespace {
 constexpr std::wstring_view kDefaultItem = L"59|59|4|True|0|True|False|0|4|";
 constexpr std::wstring_view kDefaultVariable = L"1|||0|3|6|2|0|0||";
 
-LoadedItem read_item(SettingsReader& reader) {
-  // The file's order finds the lines: neither search looks for a section.
+// The file's order finds the lines: neither search looks for a section.
+void read_item(SettingsReader& reader, LoadedItem& loaded) {
   const auto variable_count = integer_of<std::int16_t>(reader.next_value(L"Count", L"1"));
-  LoadedItem loaded{parse_item_record(reader.next_value(L"Settings", kDefaultItem)), {}};
+  loaded.item = parse_item_record(reader.next_value(L"Settings", kDefaultItem));
   for (int j = 1; j <= variable_count; ++j) {
-    const std::wstring record = reader.next_value(L"VAR" + integer_text(j), kDefaultVariable);
-    loaded.variables.push_back(parse_variable_record(record).record);
+    loaded.variables.push_back(
+        parse_variable_record(reader.next_value(L"VAR" + integer_text(j), kDefaultVariable))
+            .record);
   }
-  return loaded;
 }
 
 }  // namespace
@@ -30,23 +30,33 @@ std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
   const auto count = integer_of<std::int16_t>(reader.value(L"Items", L"Count", L"0", true, true));
   if (count < 1) return std::nullopt;
   std::vector<LoadedItem> items;
-  for (int i = 1; i <= count; ++i) items.push_back(read_item(reader));
+  for (int i = 1; i <= count; ++i) read_item(reader, items.emplace_back());
   return items;
+}
+
+ItemFileWriter::ItemFileWriter(std::size_t count, const FileStamp& stamp, const TextCodec& codec,
+                               wchar_t decimal)
+    : writer_(codec), decimal_(decimal) {
+  writer_.head(L"Items", count, stamp);
+}
+
+void ItemFileWriter::item(const ItemRecord& item, std::size_t variable_count) {
+  writer_.section(L"ITEM" + integer_text(++items_));
+  writer_.count(variable_count);
+  writer_.value(L"Settings", format_item_record(item, decimal_));
+  variables_ = 0;
+}
+
+void ItemFileWriter::variable(const VariableRecord& variable) {
+  writer_.value(L"VAR" + integer_text(++variables_), format_variable_record(variable));
 }
 
 std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
                             const TextCodec& codec, wchar_t decimal) {
-  SettingsWriter writer(codec);
-  writer.head(L"Items", items.size(), stamp);
-  long i = 0;
+  ItemFileWriter writer(items.size(), stamp, codec, decimal);
   for (const LoadedItem& loaded : items) {
-    writer.section(L"ITEM" + integer_text(++i));
-    writer.count(loaded.variables.size());
-    writer.value(L"Settings", format_item_record(loaded.item, decimal));
-    long j = 0;
-    for (const VariableRecord& variable : loaded.variables) {
-      writer.value(L"VAR" + integer_text(++j), format_variable_record(variable));
-    }
+    writer.item(loaded.item, loaded.variables.size());
+    for (const VariableRecord& variable : loaded.variables) writer.variable(variable);
   }
   return writer.take();
 }

@@ -16,9 +16,9 @@ struct LoadedItem {
   std::vector<VariableRecord> variables;
 };
 
-/// Reads the file front to back; nullopt when it announces no item. Missing lines give default
-/// records, so a key may come more than once: which items and variables their collections refuse is
-/// the caller's matter.
+/// Reads the file front to back. Missing lines give default records, so a key may come more than
+/// once: which items and variables their collections refuse is the caller's matter. Views the
+/// bytes: the caller keeps them alive.
 ///
 /// Counts that the file does not keep cannot exhaust memory: the first missing line takes the
 /// search to the end of the file, and behind it each further item has one default variable. So at
@@ -26,6 +26,25 @@ struct LoadedItem {
 /// record has a line of its own.
 std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
                                                       const TextCodec& codec);
+
+/// Makes the text of a file: each item, followed by its variables.
+class ItemFileWriter {
+ public:
+  ItemFileWriter(std::size_t count, const FileStamp& stamp, const TextCodec& codec,
+                 wchar_t decimal);
+
+  void item(const ItemRecord& item, std::size_t variable_count);
+  void variable(const VariableRecord& variable);
+
+  /// The bytes of the file.
+  std::string take() { return writer_.take(); }
+
+ private:
+  SettingsWriter writer_;
+  wchar_t decimal_;
+  long items_ = 0;
+  long variables_ = 0;
+};
 
 std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
                             const TextCodec& codec, wchar_t decimal);

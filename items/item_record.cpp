@@ -1,8 +1,9 @@
 #include "items/item_record.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <utility>
-#include <vector>
 
 #include "util/number_text.h"
 #include "util/settings_text.h"
@@ -13,31 +14,48 @@ namespace {
 constexpr std::size_t kItemFieldCount = 8;
 constexpr wchar_t kSeparator = L'|';
 
-std::wstring boolean_text(bool value) { return value ? L"-1" : L"0"; }
-
 bool equal_ignoring_case(std::wstring_view text, std::wstring_view lower) {
   return std::equal(text.begin(), text.end(), lower.begin(), lower.end(), [](wchar_t a, wchar_t b) {
     return (a >= L'A' && a <= L'Z' ? static_cast<wchar_t>(a - L'A' + L'a') : a) == b;
   });
 }
 
-std::wstring joined(std::initializer_list<std::wstring_view> fields) {
-  std::wstring record;
-  for (const std::wstring_view field : fields) record.append(field).push_back(kSeparator);
-  return record;
-}
+/// A record as it grows, field by field.
+class RecordText {
+ public:
+  RecordText() { record_.reserve(kUsualLength); }
+
+  RecordText& text(std::wstring_view field) {
+    record_.append(field).push_back(kSeparator);
+    return *this;
+  }
+  RecordText& number(int field) {
+    std::array<char, 12> digits{};
+    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), field).ptr;
+    record_.append(static_cast<const char*>(digits.data()), end).push_back(kSeparator);
+    return *this;
+  }
+  RecordText& boolean(bool field) { return number(field ? -1 : 0); }
+  std::wstring take() { return std::move(record_); }
+
+ private:
+  static constexpr std::size_t kUsualLength = 120;
+
+  std::wstring record_;
+};
 
 }  // namespace
 
 bool boolean_of(std::wstring_view text) {
   if (equal_ignoring_case(text, L"true")) return true;
+  if (const auto value = plain_integer(text)) return *value != 0;
   return whole_number_text(text).value_or(0.0) != 0.0;
 }
 
 ItemRecord parse_item_record(std::wstring_view text) {
-  std::vector<std::wstring> fields = split_record(text, kSeparator, kItemFieldCount);
-  fields.resize(kItemFieldCount);
-  return {.key = std::move(fields[0]),
+  std::array<std::wstring_view, kItemFieldCount> fields;
+  split_record(text, kSeparator, fields);
+  return {.key = std::wstring(fields[0]),
           .item_id = integer_of<std::int16_t>(fields[1]),
           .by_meaning = boolean_of(fields[2]),
           .access = integer_of<std::int16_t>(fields[3]),
@@ -48,20 +66,27 @@ ItemRecord parse_item_record(std::wstring_view text) {
 }
 
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
-  return joined({item.key, integer_text(item.item_id), boolean_text(item.by_meaning),
-                 integer_text(item.access), boolean_text(item.historian),
-                 boolean_text(item.restore), general_text(item.smart_wait, decimal),
-                 integer_text(item.length)});
+  return RecordText()
+      .text(item.key)
+      .number(item.item_id)
+      .boolean(item.by_meaning)
+      .number(item.access)
+      .boolean(item.historian)
+      .boolean(item.restore)
+      .text(general_text(item.smart_wait, decimal))
+      .number(item.length)
+      .take();
 }
 
 VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial) {
-  std::vector<std::wstring> fields = split_record(text, kSeparator, kVariableFieldCount);
+  std::array<std::wstring_view, kVariableFieldCount> fields;
+  const std::size_t present = split_record(text, kSeparator, fields);
   VariableRecord& record = initial;
   const auto take_text = [&](std::size_t i, std::wstring& target) {
-    if (i < fields.size()) target = std::move(fields[i]);
+    if (i < present) target = std::wstring(fields[i]);  // no room to spare: it may be kept for long
   };
   const auto take_integer = [&](std::size_t i, std::int16_t& target) {
-    if (i < fields.size()) target = integer_of<std::int16_t>(fields[i]);
+    if (i < present) target = integer_of<std::int16_t>(fields[i]);
   };
   take_text(0, record.key);
   take_text(1, record.caption);
@@ -74,14 +99,23 @@ VariableFields parse_variable_record(std::wstring_view text, VariableRecord init
   take_text(8, record.list_id);
   take_integer(9, record.data_type);
   take_text(10, record.symbol);
-  return {std::move(record), fields.size()};
+  return {std::move(record), present};
 }
 
 std::wstring format_variable_record(const VariableRecord& variable) {
-  return joined({variable.key, variable.caption, variable.description,
-                 integer_text(variable.parent_variable), integer_text(variable.dimension_id),
-                 integer_text(variable.unit_id), integer_text(variable.decimals), L"",
-                 variable.list_id, integer_text(variable.data_type), variable.symbol});
+  return RecordText()
+      .text(variable.key)
+      .text(variable.caption)
+      .text(variable.description)
+      .number(variable.parent_variable)
+      .number(variable.dimension_id)
+      .number(variable.unit_id)
+      .number(variable.decimals)
+      .text({})
+      .text(variable.list_id)
+      .number(variable.data_type)
+      .text(variable.symbol)
+      .take();
 }
 
 }  // namespace pv

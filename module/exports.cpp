@@ -4,6 +4,13 @@
 #include "com/automation.h"
 #include "com/module.h"
 #include "com/registration.h"
+#include "com/thread_state.h"
+
+// At the end of the process the system takes everything back itself.
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID process_ends) {
+  if (reason == DLL_PROCESS_DETACH && !process_ends) pv::free_thread_slot();
+  return TRUE;
+}
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
   return pv::get_class_object(clsid, iid, object);

@@ -11,9 +11,9 @@ constexpr short kPictureNotConnected = 201;
 
 template <class I>
 Ref<I> object_in(const Variant& answer) {
-  const bool is_nothing = (answer.vt == VT_DISPATCH || answer.vt == VT_UNKNOWN) && !answer.punkVal;
-  if (is_nothing || answer.vt == VT_EMPTY) return {};
-  if (auto object = query<I>(object_of(answer).get())) return object;
+  const bool is_object = answer.vt == VT_DISPATCH || answer.vt == VT_UNKNOWN;
+  if (answer.vt == VT_EMPTY || (is_object && !answer.punkVal)) return {};
+  if (auto object = query<I>(is_object ? answer.punkVal : object_of(answer).get())) return object;
   throw automation_error(ErrorCode::kTypeMismatch,
                          L"the server answered an object of another class");
 }

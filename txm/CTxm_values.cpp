@@ -22,9 +22,10 @@ Variant without_value(ShowModeTypes display) {
 }
 
 Ref<_CVariable> variable_of(_CItem* item, long index) {
-  const long count = fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Count);
+  const auto variables = fetch(item, &_CItem::get_Variables);
+  const long count = fetch(variables, &_CVariables::get_Count);
   const long checked = index >= 1 && index <= count ? index : 1;
-  return fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Item, Variant(checked));
+  return fetch(variables, &_CVariables::get_Item, Variant(checked));
 }
 
 bool has_list(const Ref<_CVariable>& variable) {
@@ -63,8 +64,8 @@ Variant CTxm::meaning(const Ref<_CVariable>& variable, ShowModeTypes display,
 
 Variant CTxm::shown_value(_CItem* item, short index, short unit, short decimals,
                           ShowModeTypes display, bool period_as_decimal, bool show_meaning) const {
-  const short dimension = dimension_of(item, index);
   const auto variable = variable_of(item, index);
+  const short dimension = dimension_of(item, variable);
   if (has_list(variable)) return meaning(variable, display, show_meaning);
   const Variant value = fetch(variable, &_CVariable::get_Value);
   if (dimension == edimNone) return shows_value(display) ? value : without_value(display);
@@ -92,8 +93,8 @@ STDMETHODIMP CTxm::get_ItemValue(_CItem* item, short variable, short unit, short
 }
 
 void CTxm::enter_value(_CItem* item, short index, short unit, const VARIANT& entered) const {
-  const short dimension = dimension_of(item, index);
   const auto variable = variable_of(item, index);
+  const short dimension = dimension_of(item, variable);
   Variant value = dereferenced(entered);
   if (dimension == edimNone) {
     call(variable, &_CVariable::put_Value, value);
@@ -144,8 +145,7 @@ std::optional<CTxm::Resolved> CTxm::resolve(_CItem* item, short parent) const {
 }
 
 // What is found by reference is kept in the variable, for the display and for later calls.
-short CTxm::dimension_of(_CItem* item, short index) const {
-  const auto variable = variable_of(item, index);
+short CTxm::dimension_of(_CItem* item, const Ref<_CVariable>& variable) const {
   const short parent = fetch(variable, &_CVariable::get_ParentVariable);
   std::optional<Resolved> found;
   if (parent != 0) attempt([&] { found = resolve(item, parent); });
@@ -159,7 +159,7 @@ short CTxm::dimension_of(_CItem* item, short index) const {
 STDMETHODIMP CTxm::get_ItemDimID(_CItem* item, short variable, short* result) noexcept {
   return returning(result, [&] {
     short dimension = 0;
-    attempt([&] { dimension = dimension_of(item, variable); });
+    attempt([&] { dimension = dimension_of(item, variable_of(item, variable)); });
     return dimension;
   });
 }
@@ -171,10 +171,10 @@ STDMETHODIMP CTxm::put_ItemDimID(_CItem* item, short variable, short value) noex
   });
 }
 
-Ref<_CUnit> CTxm::unit_of(_CItem* item, short variable, short unit) const {
+Ref<_CUnit> CTxm::unit_of(_CItem* item, short index, short unit) const {
+  const auto variable = variable_of(item, index);
   const short dimension = dimension_of(item, variable);
-  const short wanted =
-      unit == kOwnUnit ? fetch(variable_of(item, variable), &_CVariable::get_UnitID) : unit;
+  const short wanted = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
   const auto found = fetch(dimensions(), &_CDimensions::get_Item, Variant(dimension));
   return fetch(fetch(found, &_CDimension::get_Units), &_CUnits::get_Item, Variant(wanted));
 }

@@ -52,6 +52,12 @@ DimensionRecord record_of(const CDimension& dimension) {
   return record;
 }
 
+// A caption that is not shown is not asked for.
+UnitRecord record_for(const Ref<_CUnit>& unit, ShowModeTypes mode) {
+  if (mode != smValueOnly) return record_of(unit);
+  return {{}, fetch(unit, &_CUnit::get_Slope), fetch(unit, &_CUnit::get_Offset)};
+}
+
 bool shows_value(ShowModeTypes mode, bool dirty) { return mode != smUnitOnly && !dirty; }
 
 }  // namespace
@@ -68,7 +74,7 @@ STDMETHODIMP CDimensions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) 
       const auto dimension = make<CDimension>(record.caption, record.caption, units);
       attempt([&] { loaded.append(dimension, record.caption); });  // the first of a name stands
     }
-    list_ = std::move(loaded);
+    std::swap(list_, loaded);  // the former ones go when the new ones are there
     changed_ = false;
     return true;
   });
@@ -121,7 +127,8 @@ STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit,
     std::wstring text;
     attempt([&] {
       if (number) {
-        text = unit_text(*number, record_of(found), wanted, mode, is_dirty, decimal_separator());
+        text = unit_text(*number, record_for(found, mode), wanted, mode, is_dirty,
+                         decimal_separator());
       }
     });
     return text;

@@ -9,7 +9,7 @@
 namespace pv {
 namespace {
 
-constexpr int kSignificantDigits = 15;  // what the ordinary text of a double shows
+constexpr std::size_t kSignificantDigits = 15;  // what the ordinary text of a double shows
 constexpr int kMostDecimals = 8;
 
 bool is_blank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\r' || c == L'\n'; }
@@ -140,7 +140,7 @@ std::wstring general(Float value, int digits, wchar_t decimal) {
 
 /// The 15 significant digits of a finite value, and the power of ten of the first one.
 struct Significant {
-  std::string digits;
+  std::array<char, kSignificantDigits> digits;
   int exponent = 0;
 };
 
@@ -148,13 +148,12 @@ Significant significant_digits(double magnitude) {
   std::array<char, 40> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
                                  std::chars_format::scientific, kSignificantDigits - 1);
-  const std::string_view text(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
-  const std::size_t e = text.find('e');
-  Significant result{std::string(text.substr(0, e)), 0};
-  result.digits.erase(1, 1);  // the point
-  const char* first = text.data() + e + 1;
-  if (*first == '+') ++first;
-  std::from_chars(first, text.data() + text.size(), result.exponent);
+  Significant result;
+  result.digits[0] = buffer[0];  // the point follows
+  std::copy_n(buffer.data() + 2, kSignificantDigits - 1, result.digits.data() + 1);
+  const char* exponent = buffer.data() + 2 + kSignificantDigits;  // behind the e
+  if (*exponent == '+') ++exponent;
+  std::from_chars(exponent, end.ptr, result.exponent);
   return result;
 }
 
@@ -164,10 +163,10 @@ std::string scaled_digits(double magnitude, int decimals) {
   const int kept = number.exponent + 1 + decimals;  // how many of the significant digits stay
   if (kept < 0) return "0";
   const auto keep = static_cast<std::size_t>(kept);
-  std::string digits = "0" + number.digits;  // the zero takes a carry
-  const bool up = keep < number.digits.size() && number.digits[keep] >= '5';
-  digits.resize(keep + 1, '0');
-  if (up) {
+  const std::size_t known = std::min(keep, number.digits.size());
+  std::string digits = "0";  // takes a carry
+  digits.append(number.digits.data(), known).append(keep - known, '0');
+  if (known < number.digits.size() && number.digits[known] >= '5') {
     std::size_t i = keep;
     for (; digits[i] == '9'; --i) digits[i] = '0';
     ++digits[i];
@@ -201,9 +200,11 @@ std::wstring fixed_text(double value, int decimals, wchar_t decimal) {
   const auto after_point = static_cast<std::size_t>(decimals);
   if (digits.size() <= after_point) digits.insert(0, after_point + 1 - digits.size(), '0');
 
-  std::wstring text = widened(digits);
-  if (decimals > 0) text.insert(text.size() - after_point, 1, decimal);
-  return negative ? L"-" + text : text;
+  const auto point = digits.end() - decimals;
+  std::wstring text(negative ? 1 : 0, L'-');
+  text.append(digits.begin(), point);
+  if (decimals > 0) text.append(1, decimal).append(point, digits.end());
+  return text;
 }
 
 std::wstring normalized_number(std::wstring_view text, wchar_t decimal) {
@@ -212,8 +213,27 @@ std::wstring normalized_number(std::wstring_view text, wchar_t decimal) {
 }
 
 double number_of(std::wstring_view text) {
-  // Through the text: the largest doubles have no 15-digit text that can be read back.
-  return leading_number(normalized_number(text, L'.')).value_or(0.0);
+  if (const std::optional<std::int32_t> value = plain_integer(text)) return *value;
+  const Decimal number = take_decimal(with_point(text));
+  const std::optional<double> value = value_of(number);
+  if (!value) return 0.0;
+  // A double keeps 15 digits: their text would give the same value again.
+  const bool is_normal = std::fabs(*value) >= std::numeric_limits<double>::min();
+  if (is_normal && number.digits.size() <= kSignificantDigits) return *value;
+  // The largest doubles have no 15-digit text that can be read back.
+  return leading_number(general_text(*value, L'.')).value_or(0.0);
+}
+
+std::optional<std::int32_t> plain_integer(std::wstring_view text) {
+  const bool negative = text.starts_with(L'-');
+  if (negative) text.remove_prefix(1);
+  if (text.empty() || text.size() > 9) return std::nullopt;
+  std::int32_t value = 0;
+  for (const wchar_t c : text) {
+    if (!is_digit(c)) return std::nullopt;
+    value = value * 10 + (c - L'0');
+  }
+  return negative ? -value : value;
 }
 
 std::optional<float> single_of(double value) {
@@ -229,8 +249,7 @@ std::optional<double> round_half_even(double value) {
   const double magnitude = std::fabs(value);
   double whole = std::floor(magnitude);
   const double rest = magnitude - whole;  // exact
-  const bool odd = std::fmod(whole, 2.0) != 0;
-  if (rest > 0.5 || (rest == 0.5 && odd)) whole += 1;
+  if (rest > 0.5 || (rest == 0.5 && std::fmod(whole, 2.0) != 0)) whole += 1;
   return std::copysign(whole, value) + 0.0;  // + 0.0: no negative zero
 }
 
@@ -242,6 +261,10 @@ std::wstring zero_padded(long value, int digits) {
   return text;
 }
 
-std::wstring integer_text(long value) { return std::to_wstring(value); }
+std::wstring integer_text(long value) {
+  std::array<char, 24> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  return widened({buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data())});
+}
 
 }  // namespace pv

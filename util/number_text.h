@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace pv {
 
@@ -62,9 +63,16 @@ Int integer_or_zero(double value) {
   return static_cast<Int>(*whole);
 }
 
+/// The value of a text of one to nine digits, with or without a minus sign, and nothing else.
+std::optional<std::int32_t> plain_integer(std::wstring_view text);
+
 /// The number at the start of `text` as an integer: the rule of the tolerant integer conversions.
 template <class Int>
 Int integer_of(std::wstring_view text) {
+  // Nearly all texts that are asked for an integer hold one.
+  if (const std::optional<std::int32_t> value = plain_integer(text)) {
+    return std::in_range<Int>(*value) ? static_cast<Int>(*value) : Int{0};
+  }
   return integer_or_zero<Int>(number_of(text));
 }
 

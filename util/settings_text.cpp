@@ -21,32 +21,7 @@ std::optional<std::string_view> take_line(std::string_view bytes, std::size_t& o
   return line;
 }
 
-std::wstring text_after(const std::wstring& line, wchar_t mark) {
-  return line.substr(line.find(mark) + 1);
-}
-
-std::wstring latin1_widen(std::string_view bytes) {
-  std::wstring text(bytes.size(), L'\0');
-  std::transform(bytes.begin(), bytes.end(), text.begin(),
-                 [](char c) { return static_cast<wchar_t>(static_cast<unsigned char>(c)); });
-  return text;
-}
-
-std::string latin1_narrow(std::wstring_view text) {
-  std::string bytes(text.size(), '\0');
-  std::transform(text.begin(), text.end(), bytes.begin(), [](wchar_t c) {
-    return static_cast<std::uint32_t>(c) <= 0xFF ? static_cast<char>(static_cast<unsigned char>(c))
-                                                 : '?';
-  });
-  return bytes;
-}
-
 }  // namespace
-
-const TextCodec& latin1_codec() {
-  static constexpr TextCodec kCodec{latin1_widen, latin1_narrow};
-  return kCodec;
-}
 
 std::wstring settings_section_line(std::wstring_view name) {
   std::wstring line = L"[";
@@ -72,31 +47,52 @@ std::vector<std::wstring> split_record(std::wstring_view record, wchar_t separat
   return fields;
 }
 
+std::size_t split_record(std::wstring_view record, wchar_t separator,
+                         std::span<std::wstring_view> fields) {
+  std::size_t found = 0;
+  while (found < fields.size()) {
+    const std::size_t end = record.find(separator);
+    fields[found++] = record.substr(0, end);
+    if (end == std::wstring_view::npos) break;
+    record.remove_prefix(end + 1);
+  }
+  return found;
+}
+
 SettingsReader::SettingsReader(std::string_view bytes, const TextCodec& codec)
     : bytes_(bytes), codec_(&codec) {}
 
 void SettingsReader::rewind() { offset_ = 0; }
 
-std::optional<std::wstring> SettingsReader::next_line() {
-  const std::optional<std::string_view> line = take_line(bytes_, offset_);
-  if (!line) return std::nullopt;
-  return codec_->widen(*line);
+// Names are nearly always ASCII, and such a start of a line can be told from its bytes.
+std::optional<std::string_view> SettingsReader::find_line(std::wstring_view open,
+                                                          std::wstring_view name,
+                                                          std::wstring_view close) {
+  if (!is_ascii(name)) return find_text(std::wstring(open).append(name).append(close));
+  std::string start;
+  for (const std::wstring_view part : {open, name, close}) codec_->append_narrowed(part, start);
+  while (const std::optional<std::string_view> line = take_line(bytes_, offset_)) {
+    if (line->starts_with(start)) return line;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string_view> SettingsReader::find_text(std::wstring_view start) {
+  while (const std::optional<std::string_view> line = take_line(bytes_, offset_)) {
+    if (codec_->widen(*line).starts_with(start)) return line;
+  }
+  return std::nullopt;
 }
 
 bool SettingsReader::find_section(std::wstring_view section) {
-  const std::wstring header = settings_section_line(section);
-  while (const std::optional<std::wstring> line = next_line()) {
-    if (line->starts_with(header)) return true;
-  }
-  return false;
+  return find_line(L"[", section, L"]").has_value();
 }
 
-std::optional<std::wstring> SettingsReader::find_key(std::wstring_view key) {
-  const std::wstring start = settings_value_line(key, {});
-  while (const std::optional<std::wstring> line = next_line()) {
-    if (line->starts_with(start)) return text_after(*line, L'=');
-  }
-  return std::nullopt;
+std::optional<std::wstring_view> SettingsReader::find_key(std::wstring_view key) {
+  const std::optional<std::string_view> line = find_line(L"", key, L"=");
+  if (!line) return std::nullopt;
+  codec_->widen(*line, value_);
+  return std::wstring_view(value_).substr(value_.find(L'=') + 1);
 }
 
 std::wstring SettingsReader::value(std::wstring_view section, std::wstring_view key,
@@ -106,19 +102,21 @@ std::wstring SettingsReader::value(std::wstring_view section, std::wstring_view 
     if (reset) rewind();
     if (!find_section(section)) return std::wstring(fallback);
   }
-  return next_value(key, fallback);
+  return std::wstring(next_value(key, fallback));
 }
 
-std::wstring SettingsReader::next_value(std::wstring_view key, std::wstring_view fallback) {
-  return find_key(key).value_or(std::wstring(fallback));
+std::wstring_view SettingsReader::next_value(std::wstring_view key, std::wstring_view fallback) {
+  if (const std::optional<std::wstring_view> found = find_key(key)) return *found;
+  return value_ = fallback;
 }
 
 SettingsIndex::SettingsIndex(std::string_view bytes, const TextCodec& codec) : codec_(&codec) {
+  std::wstring text;
   std::size_t offset = 0;
   while (const std::optional<std::string_view> raw = take_line(bytes, offset)) {
     const std::size_t number = lines_.size();
     lines_.push_back(*raw);
-    const std::wstring text = codec_->widen(*raw);
+    codec_->widen(*raw, text);
     if (const std::size_t equals = text.find(L'='); equals != std::wstring::npos) {
       keys_[text.substr(0, equals)].push_back(number);
     }
@@ -161,7 +159,8 @@ std::optional<std::wstring> SettingsIndex::find(std::wstring_view section,
   if (!header) return std::nullopt;
   const std::optional<std::size_t> found = first_line(keys_, L"", key, L'=', *header + 1);
   if (!found) return std::nullopt;
-  return text_after(line(*found), L'=');
+  const std::wstring text = line(*found);
+  return text.substr(text.find(L'=') + 1);
 }
 
 bool SettingsIndex::has_key(std::wstring_view key) const {
@@ -171,18 +170,19 @@ bool SettingsIndex::has_key(std::wstring_view key) const {
 SettingsWriter::SettingsWriter(const TextCodec& codec, bool continues_a_file)
     : codec_(&codec), empty_line_first_(continues_a_file) {}
 
-void SettingsWriter::line(std::wstring_view text) {
-  bytes_.append(codec_->narrow(text)).append("\r\n");
+void SettingsWriter::line(std::initializer_list<std::wstring_view> texts) {
+  for (const std::wstring_view text : texts) codec_->append_narrowed(text, bytes_);
+  bytes_.append("\r\n");
 }
 
 void SettingsWriter::section(std::wstring_view name) {
   if (empty_line_first_) line({});
   empty_line_first_ = true;
-  line(settings_section_line(name));
+  line({L"[", name, L"]"});
 }
 
 void SettingsWriter::value(std::wstring_view key, std::wstring_view value) {
-  line(settings_value_line(key, value));
+  line({key, L"=", value});
 }
 
 void SettingsWriter::count(std::size_t count) {

@@ -6,22 +6,17 @@
 
 #include <cstddef>
 #include <functional>
+#include <initializer_list>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "util/text_codec.h"
+
 namespace pv {
-
-/// Translates between the bytes of a file and text. The platform supplies its code page.
-struct TextCodec {
-  std::wstring (*widen)(std::string_view bytes);
-  std::string (*narrow)(std::wstring_view text);
-};
-
-/// One byte per character, U+0000 to U+00FF; other characters are written as '?'.
-const TextCodec& latin1_codec();
 
 /// Who wrote a file: goes into the "Version" and "Date" keys of its first section.
 struct FileStamp {
@@ -31,7 +26,7 @@ struct FileStamp {
 
 /// Reads a file front to back. Lines end with LF (one CR before it is dropped), the last one may
 /// lack its end; there is no limit of length, and any byte is harmless. Views the bytes: the caller
-/// keeps them alive.
+/// keeps them alive. A view that a search gives is good until the next search.
 class SettingsReader {
  public:
   SettingsReader(std::string_view bytes, const TextCodec& codec);
@@ -44,7 +39,7 @@ class SettingsReader {
 
   /// Reads on, past any section header, to the first line that begins with key "=", and gives the
   /// text after the line's first "=". Stands after that line, or at the end when there is none.
-  std::optional<std::wstring> find_key(std::wstring_view key);
+  std::optional<std::wstring_view> find_key(std::wstring_view key);
 
   /// The two-step search: the section first when `search_section_first` (from the start when
   /// `reset`, which has no effect alone), then the key from there on. `fallback` when either is not
@@ -53,17 +48,20 @@ class SettingsReader {
                      bool reset, bool search_section_first);
 
   /// The second step alone: the next value of `key` in the file's order, or `fallback`.
-  std::wstring next_value(std::wstring_view key, std::wstring_view fallback);
+  std::wstring_view next_value(std::wstring_view key, std::wstring_view fallback);
 
   /// Bytes read so far.
   std::size_t offset() const { return offset_; }
 
  private:
-  std::optional<std::wstring> next_line();
+  std::optional<std::string_view> find_line(std::wstring_view open, std::wstring_view name,
+                                            std::wstring_view close);
+  std::optional<std::string_view> find_text(std::wstring_view start);
 
   std::string_view bytes_;
   const TextCodec* codec_;
   std::size_t offset_ = 0;
+  std::wstring value_;
 };
 
 /// Answers searches that start at the top of the file without reading it again: what value() gives
@@ -124,7 +122,7 @@ class SettingsWriter {
   std::string take();
 
  private:
-  void line(std::wstring_view text);
+  void line(std::initializer_list<std::wstring_view> texts);
 
   const TextCodec* codec_;
   bool empty_line_first_;
@@ -135,6 +133,11 @@ class SettingsWriter {
 /// Only the first `most` fields are kept.
 std::vector<std::wstring> split_record(std::wstring_view record, wchar_t separator = L'|',
                                        std::size_t most = static_cast<std::size_t>(-1));
+
+/// The same without copies: fills `fields`, which sets the most, and gives the number of fields
+/// found.
+std::size_t split_record(std::wstring_view record, wchar_t separator,
+                         std::span<std::wstring_view> fields);
 
 /// "[name]" and "key=value", without a line end.
 std::wstring settings_section_line(std::wstring_view name);

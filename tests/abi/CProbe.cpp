@@ -189,6 +189,9 @@ STDMETHODIMP CProbe::FireChanging(BSTR* text) noexcept {
   return doing([&] { fire(1, value(42L), ref(*text)); });
 }
 
-STDMETHODIMP CProbe::FailSilently() noexcept { return E_ACCESSDENIED; }
+STDMETHODIMP CProbe::FailSilently() noexcept {
+  doing([] {});
+  return E_ACCESSDENIED;
+}
 
 }  // namespace pv::test

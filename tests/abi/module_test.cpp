@@ -6,8 +6,10 @@
 #include <set>
 #include <thread>
 
+#include "pvItems32.h"
 #include "tests/abi/type_library.h"
 #include "tests/support/module.h"
+#include "tests/support/object.h"
 #include "tests/support/value.h"
 
 namespace pv::test {
@@ -187,6 +189,31 @@ TEST(Unloading, CanBeRepeated) {
     const Copy copy;
     use_on_a_thread(*copy, clsid);
   }
+}
+
+DWORD next_free_slot() {
+  const DWORD slot = FlsAlloc(nullptr);
+  FlsFree(slot);
+  return slot;
+}
+
+TEST(Unloading, GivesBackTheSlotOfWhatAThreadShares) {
+  const DWORD before = next_free_slot();
+  {
+    const Copy copy;
+    std::thread([&] {
+      CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+      {
+        Ref<IDispatch> utility;
+        copy->class_factory(__uuidof(CUtility))
+            ->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(utility.receive()));
+        Object(utility).put(L"AppHelpFileName", L"manual.chm");
+      }
+      CoUninitialize();
+    }).join();
+    EXPECT_NE(next_free_slot(), before);
+  }
+  EXPECT_EQ(next_free_slot(), before);
 }
 
 }  // namespace

@@ -49,6 +49,25 @@ TEST(KeyFold, KeepsEmbeddedNulAndWhatFollows) {
   EXPECT_NE(fold_key(L"A\0B"s), fold_key(L"A\0C"s));
 }
 
+TEST(KeyFold, HashIsTheSameWhateverTheCase) {
+  using namespace std::string_literals;
+  EXPECT_EQ(key_hash(L"FlowRate"), key_hash(L"fLOWrATE"));
+  EXPECT_EQ(key_hash(L"\u20acA"), key_hash(L"\u20aca"));
+  EXPECT_EQ(key_hash(L"A\0B"s), key_hash(L"a\0b"s));
+  EXPECT_NE(key_hash(L"A\0B"s), key_hash(L"A\0C"s));
+}
+
+TEST(KeyFold, ComparesAKeyWithAFoldedOne) {
+  using namespace std::string_literals;
+  EXPECT_TRUE(folds_to(L"FlowRate", L"flowrate"));
+  EXPECT_TRUE(folds_to(L"A \u20ac", L"a \u20ac"));
+  EXPECT_TRUE(folds_to(L"", L""));
+  EXPECT_FALSE(folds_to(L"flowrate", L"flowrates"));
+  EXPECT_FALSE(folds_to(L"flowrates", L"flowrate"));
+  EXPECT_FALSE(folds_to(L"[", L"{"));
+  EXPECT_FALSE(folds_to(L"A\0B"s, L"a\0c"s));
+}
+
 TEST(KeyFold, LeavesTextWithoutCaseAlone) { EXPECT_EQ(fold_key(L"12.5 %\u20ac"), L"12.5 %\u20ac"); }
 
 TEST(KeyedList, IsEmptyAtFirst) {
@@ -219,6 +238,23 @@ TEST(KeyedList, MoveTakesMembersAndKeysAlong) {
   const List list = std::move(from);
   EXPECT_EQ(list.at(L"b"), L"two");
   EXPECT_EQ(list.size(), 3);
+}
+
+// Long lists find their keys another way than short ones.
+TEST(KeyedList, KeysStayKnownWhileTheListGrowsAndShrinks) {
+  KeyedList<int> list;
+  const auto key_of = [](int i) { return L"Key" + std::to_wstring(i); };
+  constexpr int kCount = 40;
+  for (int i = 0; i < kCount; ++i) {
+    i % 5 == 0 ? list.append(i) : list.append(i, key_of(i));
+    for (int k = 0; k <= i; ++k) EXPECT_EQ(list.contains(key_of(k)), k % 5 != 0);
+    if (i % 5 != 0) expect_error(ErrorCode::kKeyInUse, [&] { list.append(0, key_of(i)); });
+    EXPECT_EQ(list.size(), i + 1);
+  }
+  for (int i = 0; i < kCount; ++i) {
+    list.remove(1);
+    for (int k = 0; k < kCount; ++k) EXPECT_EQ(list.contains(key_of(k)), k > i && k % 5 != 0);
+  }
 }
 
 TEST(KeyedList, ManyMembersKeepPositionsAndKeysTogether) {

@@ -373,5 +373,47 @@ TEST(IntegerText, WritesTheWholeRange) {
   EXPECT_EQ(integer_text(-2147483647L - 1), L"-2147483648");
 }
 
+TEST(PlainInteger, IsDigitsWithOrWithoutAMinusAndNothingElse) {
+  EXPECT_EQ(plain_integer(L"0"), 0);
+  EXPECT_EQ(plain_integer(L"-0"), 0);
+  EXPECT_EQ(plain_integer(L"007"), 7);
+  EXPECT_EQ(plain_integer(L"-32768"), -32768);
+  EXPECT_EQ(plain_integer(L"999999999"), 999999999);
+  EXPECT_EQ(plain_integer(L"-999999999"), -999999999);
+  for (const wchar_t* text :
+       {L"", L"-", L"--1", L"+1", L" 1", L"1 ", L"1.", L"1,0", L"1e2", L"1000000000", L"x"}) {
+    EXPECT_EQ(plain_integer(text), std::nullopt) << std::wstring(text).size();
+  }
+}
+
+// The short ways of reading must not be seen in the results.
+TEST(NumberOf, TakesNoShortWayThatShows) {
+  for (const wchar_t* text : {L"0",
+                              L"-0",
+                              L"12",
+                              L"-32769",
+                              L"1.5",
+                              L"-0,25",
+                              L"0.1",
+                              L"123456789012345",
+                              L"1234567890123456",
+                              L"0.1000000000000000055",
+                              L"1e-300",
+                              L"1e-310",
+                              L"4.9e-324",
+                              L"1.79769313486231e308",
+                              L"1.7976931348623157e308",
+                              L"1e309",
+                              L"999999999999999.9",
+                              L"3.14 kg",
+                              L"x",
+                              L""}) {
+    const double through_text = leading_number(normalized_number(text, L'.')).value_or(0.0);
+    EXPECT_EQ(number_of(text), through_text) << std::string(text, text + std::wcslen(text));
+    EXPECT_EQ(integer_of<std::int16_t>(text), integer_or_zero<std::int16_t>(through_text));
+    EXPECT_EQ(integer_of<unsigned char>(text), integer_or_zero<unsigned char>(through_text));
+  }
+}
+
 }  // namespace
 }  // namespace pv

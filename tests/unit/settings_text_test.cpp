@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -300,6 +302,26 @@ TEST(SplitRecord, KeepsOnlyTheFieldsAskedFor) {
   EXPECT_EQ(split_record(L"a|b|c", L'|', 2), (Fields{L"a", L"b"}));
   EXPECT_EQ(split_record(L"a|b", L'|', 5), (Fields{L"a", L"b"}));
   EXPECT_EQ(split_record(std::wstring(1'000'000, L'|'), L'|', 3), (Fields{L"", L"", L""}));
+}
+
+TEST(SplitRecord, FillsTheViewsGiven) {
+  std::array<std::wstring_view, 3> fields{L"x", L"x", L"x"};
+  EXPECT_EQ(split_record(L"a||", L'|', fields), 3U);
+  EXPECT_EQ(fields, (std::array<std::wstring_view, 3>{L"a", L"", L""}));
+  EXPECT_EQ(split_record(L"b|c|d|e", L'|', fields), 3U);
+  EXPECT_EQ(fields, (std::array<std::wstring_view, 3>{L"b", L"c", L"d"}));
+  EXPECT_EQ(split_record(L"f", L'|', fields), 1U);
+  EXPECT_EQ(fields, (std::array<std::wstring_view, 3>{L"f", L"c", L"d"}));
+  EXPECT_EQ(split_record(L"f|g", L'|', std::span<std::wstring_view>()), 0U);
+}
+
+// Names beyond ASCII are looked for in the text, not in the bytes.
+TEST(SettingsReader, FindsNamesBeyondAscii) {
+  SettingsReader reader("[\xc4]\nx=1\n\xe9=2\n\xe9\xe9=a\xb0=b\n", kCodec);
+  EXPECT_TRUE(reader.find_section(L"\u00c4"));
+  EXPECT_EQ(reader.find_key(L"\u00e9\u00e9"), L"a\u00b0=b");
+  EXPECT_EQ(reader.value(L"\u00c4", L"\u00e9", L"none", true, true), L"2");
+  EXPECT_EQ(reader.value(L"\u20ac", L"\u00e9", L"none", true, true), L"none");
 }
 
 }  // namespace
