@@ -20,7 +20,7 @@ memory=$(awk '/^MemTotal/ { printf "%.0f GB", $2 / 1048576 }' /proc/meminfo)
   echo "# Performance"
   echo
   echo "Measured by \`./run bench\`: ratios between the library and the platform's own way, side by side in one run."
-  echo "Each figure is the median of nine alternating rounds. A ratio below 1 means that the library is faster. Times"
+  echo "Each figure is the median of fifteen to two hundred alternating rounds. A ratio below 1 means that the library is faster. Times"
   echo "depend on the machine, ratios much less. docs/performance_notes.md explains the figures that miss their goal."
   echo
   echo "- Date: $(date -u +%Y-%m-%d)"

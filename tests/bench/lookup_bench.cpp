@@ -8,12 +8,6 @@ namespace {
 constexpr int kItems = 10'000;
 constexpr double kLookupGoal = 80;  // nanoseconds
 
-Ref<ITypeInfo> type_info_of(IDispatch* object) {
-  Ref<ITypeInfo> info;
-  check(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.receive()));
-  return info;
-}
-
 // Names in the order of the published contract; the members of IDispatch are not among them.
 std::vector<std::wstring> member_names(ITypeInfo* info) {
   constexpr DISPID kFirstOfDispatch = 0x60000000;
@@ -58,16 +52,6 @@ void measure_names(Report& report) {
     measure_name(report, object, names.front(), std::string("first member of ") + name);
     measure_name(report, object, names.back(), std::string("last member of ") + name);
   }
-}
-
-// What a host without an Invoke of its own would do for the same member.
-void get_through_type_info(ITypeInfo* info, void* object, const wchar_t* member) {
-  auto* name = const_cast<LPOLESTR>(member);
-  DISPID id = 0;
-  check(info->GetIDsOfNames(&name, 1, &id));
-  DISPPARAMS none{};
-  Variant result;
-  check(info->Invoke(object, id, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr));
 }
 
 void measure_property_get(Report& report, const Ref<_CItem>& item, const Dictionary& dictionary) {

@@ -23,7 +23,9 @@ int run() {
   measure_values(report);
   measure_exchanges(report);
   measure_events(report);
+  measure_statistics(report);
   measure_files(report);
+  measure_memory(report);
   report.print();
   return 0;
 }

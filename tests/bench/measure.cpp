@@ -9,8 +9,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kRounds = 9;
-constexpr double kRoundNanoseconds = 10e6;  // far above the resolution of the clock
+// Many short rounds: on a busy machine most of them are not interrupted, and the median is one of
+// those. They are far above the resolution of the clock.
+constexpr int kRounds = 15;
+constexpr int kMostRounds = 201;
+constexpr double kRoundNanoseconds = 1e6;
+constexpr double kAllNanoseconds = 400e6;
 constexpr long kMostCalls = 1'000'000;
 
 double nanoseconds_of(const Task& task, long calls) {
@@ -43,7 +47,12 @@ Medians compare(const Task& ours, const Task& theirs) {
   const long our_calls = calls_per_round(ours);
   const long their_calls = calls_per_round(theirs);
   std::vector<double> our_times, their_times;
-  for (int round = 0; round < kRounds; ++round) {
+  const auto start = Clock::now();
+  const auto is_enough = [&](int rounds) {
+    const std::chrono::duration<double, std::nano> spent = Clock::now() - start;
+    return rounds >= kRounds && (rounds >= kMostRounds || spent.count() >= kAllNanoseconds);
+  };
+  for (int round = 0; !is_enough(round); ++round) {
     our_times.push_back(per_operation(ours, our_calls));
     their_times.push_back(per_operation(theirs, their_calls));
   }

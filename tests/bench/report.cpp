@@ -22,25 +22,32 @@ const char* verdict(bool met) { return met ? "met" : "missed"; }
 
 }  // namespace
 
-void Report::add(std::string work, std::string against, const Medians& medians, std::string goal,
-                 std::string verdict) {
-  lines_.push_back({std::move(work), time_text(medians.ours), std::move(against),
-                    time_text(medians.theirs), formatted("%.3g", medians.ratio()), std::move(goal),
-                    std::move(verdict)});
+void Report::add(std::string work, std::string ours, std::string against, std::string theirs,
+                 double ratio, std::string goal, std::string verdict) {
+  lines_.push_back({std::move(work), std::move(ours), std::move(against), std::move(theirs),
+                    formatted("%.3g", ratio), std::move(goal), std::move(verdict)});
   std::fprintf(stderr, ".");
 }
 
 void Report::ratio(std::string work, std::string against, const Medians& medians, double goal) {
-  add(std::move(work), std::move(against), medians, formatted("%.3g", goal),
-      verdict(medians.ratio() <= goal));
+  add(std::move(work), time_text(medians.ours), std::move(against), time_text(medians.theirs),
+      medians.ratio(), formatted("%.3g", goal), verdict(medians.ratio() <= goal));
 }
 
 void Report::time(std::string work, std::string against, const Medians& medians, double goal) {
-  add(std::move(work), std::move(against), medians, time_text(goal), verdict(medians.ours <= goal));
+  add(std::move(work), time_text(medians.ours), std::move(against), time_text(medians.theirs),
+      medians.ratio(), time_text(goal), verdict(medians.ours <= goal));
+}
+
+void Report::size(std::string work, std::string against, const Medians& bytes, double goal) {
+  add(std::move(work), formatted("%.0f bytes", bytes.ours), std::move(against),
+      formatted("%.0f bytes", bytes.theirs), bytes.ratio(), formatted("%.3g", goal),
+      verdict(bytes.ratio() <= goal));
 }
 
 void Report::information(std::string work, std::string against, const Medians& medians) {
-  add(std::move(work), std::move(against), medians, "", "");
+  add(std::move(work), time_text(medians.ours), std::move(against), time_text(medians.theirs),
+      medians.ratio(), "", "");
 }
 
 void Report::print() const {

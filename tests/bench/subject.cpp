@@ -64,16 +64,31 @@ std::string read_bytes(const std::wstring& file) {
 }
 
 Variant late_bound(IDispatch* object, const wchar_t* member, WORD flags,
-                   std::vector<VARIANT> reversed_arguments) {
+                   std::initializer_list<VARIANT> reversed_arguments) {
   auto* name = const_cast<LPOLESTR>(member);
   DISPID id = DISPID_UNKNOWN;
   check(object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
-  DISPPARAMS parameters{reversed_arguments.data(), nullptr,
+  DISPPARAMS parameters{const_cast<VARIANT*>(reversed_arguments.begin()), nullptr,
                         static_cast<UINT>(reversed_arguments.size()), 0};
   Variant result;
   check(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &result, nullptr,
                        nullptr));
   return result;
+}
+
+Ref<ITypeInfo> type_info_of(IDispatch* object) {
+  Ref<ITypeInfo> info;
+  check(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.receive()));
+  return info;
+}
+
+void get_through_type_info(ITypeInfo* info, void* object, const wchar_t* member) {
+  auto* name = const_cast<LPOLESTR>(member);
+  DISPID id = 0;
+  check(info->GetIDsOfNames(&name, 1, &id));
+  DISPPARAMS none{};
+  Variant result;
+  check(info->Invoke(object, id, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr));
 }
 
 VARIANT borrowed(BSTR text) {

@@ -2,6 +2,7 @@
 // the platform's own objects beside them.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +33,12 @@ std::string read_bytes(const std::wstring& file);
 /// A late-bound call as a script host makes it: the name is looked up, then the member invoked.
 /// Arguments stand in reverse order.
 Variant late_bound(IDispatch* object, const wchar_t* member, WORD flags,
-                   std::vector<VARIANT> reversed_arguments = {});
+                   std::initializer_list<VARIANT> reversed_arguments = {});
+
+Ref<ITypeInfo> type_info_of(IDispatch* object);
+
+/// What a host without an Invoke of its own would do for a property get.
+void get_through_type_info(ITypeInfo* info, void* object, const wchar_t* member);
 
 VARIANT borrowed(BSTR text);
 VARIANT borrowed(IDispatch** object);
@@ -44,5 +50,7 @@ void measure_files(Report& report);
 void measure_values(Report& report);
 void measure_exchanges(Report& report);
 void measure_events(Report& report);
+void measure_statistics(Report& report);
+void measure_memory(Report& report);
 
 }  // namespace pv::bench
