@@ -38,7 +38,7 @@ void RunningStatistics::add(float reading) {
   max = sample == 1 ? reading : larger_of(max, reading);
   value = reading;
   sum += reading;
-  sum_of_squares += static_cast<double>(reading * reading);
+  sum_of_squares += static_cast<double>(reading) * reading;  // exact: no square is lost or rounded
   square_of_sum = sum * sum;
 }
 

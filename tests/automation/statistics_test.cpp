@@ -19,9 +19,8 @@ constexpr float kLargest = std::numeric_limits<float>::max();
 struct Figures {
   explicit Figures(const std::vector<float>& readings) {
     for (const float reading : readings) {
-      const volatile float square = reading * reading;
       sum += reading;
-      squares += square;
+      squares += static_cast<double>(reading) * static_cast<double>(reading);
       if (++sample == 1 || is_above(reading, max)) max = reading;
       if (sample == 1 || is_above(min, reading)) min = reading;
       value = reading;

@@ -74,10 +74,10 @@ TEST(RunningStatistics, WhatIsNoNumberIsIgnored) {
   EXPECT_EQ(series.value, 3);
 }
 
-TEST(RunningStatistics, SquaresAreTakenInSinglePrecision) {
-  const float reading = 1.1f;
-  const RunningStatistics series = series_of({reading});
-  EXPECT_EQ(series.sum_of_squares, static_cast<double>(static_cast<float>(reading * reading)));
+TEST(RunningStatistics, SquaresAreExact) {
+  EXPECT_EQ(series_of({1.1f}).sum_of_squares, 1.1f * static_cast<double>(1.1f));
+  EXPECT_EQ(series_of({3e38f}).sum_of_squares, 3e38f * static_cast<double>(3e38f));
+  EXPECT_GT(series_of({1e-30f}).sum_of_squares, 0);
 }
 
 // Equal readings may make the sum-of-squares formula slightly negative.
