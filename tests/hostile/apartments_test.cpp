@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <barrier>
 #include <functional>
 #include <thread>
@@ -104,34 +105,65 @@ std::wstring caption_of(HWND box, int button) {
   return caption;
 }
 
-/// Waits for the message box of a thread, presses its second button and tells what its buttons say.
-Texts answer_box_of(DWORD thread) {
+/// Waits for the message box of a thread; null after a while.
+HWND box_of(DWORD thread) {
   HWND box = nullptr;
   for (int look = 0; look < 4000 && !box; ++look) {
     EnumThreadWindows(thread, find_box, reinterpret_cast<LPARAM>(&box));
     if (!box) Sleep(5);
   }
   SendMessageTimeoutW(box, WM_NULL, 0, 0, SMTO_NORMAL, 20'000, nullptr);  // it is laid out then
-  const Texts captions{caption_of(box, kYesButton), caption_of(box, kNoButton)};
-  PostMessageW(GetDlgItem(box, kNoButton), BM_CLICK, 0, 0);
-  return captions;
+  return box;
 }
 
+void answer(HWND box) {
+  PostMessageW(GetDlgItem(box, kNoButton), BM_CLICK, 0, 0);
+  for (int look = 0; look < 4000 && IsWindow(box); ++look) Sleep(5);
+}
+
+/// Counts what happened in a row of turns.
+class Turns {
+ public:
+  void wait_for(int turn) const {
+    for (int now = taken_; now < turn; now = taken_) taken_.wait(now);
+  }
+  void take() {
+    ++taken_;
+    taken_.notify_all();
+  }
+
+ private:
+  std::atomic<int> taken_{0};
+};
+
+// All boxes are open at the same time, but they come and go one after the other: this platform's
+// text boxes share a cache that does not care for threads.
 TEST(Apartments, EachShowsItsFormsInItsOwnLanguage) {
   std::vector<Texts> expected;
   for (int number = 0; number < kApartments; ++number)
     expected.push_back(texts_in_language(number + 1));
   texts_in_language(1);
-  std::barrier all_set(kApartments);
+  Turns opened;
+  Turns closed;
   in_four_apartments([&](int number) {
     const Object utility = Object::create(L"pvItems32.CUtility");
     utility.get_object(L"Languages").put(L"ActiveLanguageID", number + 1);
     const DWORD thread = GetCurrentThreadId();
-    for (int box = 0; box < kBoxes; ++box) {
-      all_set.arrive_and_wait();  // all boxes are open at the same time
+    for (int round = 0; round < kBoxes; ++round) {
+      const int first = round * kApartments;
+      closed.wait_for(first);
+      opened.wait_for(first + number);
       Texts seen;
       {
-        const std::jthread user([&] { seen = answer_box_of(thread); });
+        const std::jthread user([&] {
+          const HWND box = box_of(thread);
+          opened.take();
+          opened.wait_for(first + kApartments);
+          closed.wait_for(first + number);
+          seen = {caption_of(box, kYesButton), caption_of(box, kNoButton)};
+          answer(box);
+          closed.take();
+        });
         constexpr short kYesNo = 4;
         utility.call(L"pvMsgBox", L"Question", kYesNo);
       }
