@@ -49,10 +49,11 @@ frmSymbolEdit::frmSymbolEdit()
   set_caption(kTitle);
   set_answers(cmdOK_, cmdCancel_);
   enable_sizing();
-  attempt([this] { pedMisc_->apply(stored_settings()); });
 }
 
+// The form may have been loaded for pictures long before: the settings of now count.
 void frmSymbolEdit::prepare(const std::wstring& symbol) {
+  attempt([this] { pedMisc_->apply(stored_settings()); });
   symbol_ = symbol;
   if (symbol.empty()) {
     pedMisc_->start_empty();

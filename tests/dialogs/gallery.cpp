@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/dialogs/every_form.h"
+#include "tests/dialogs/picture_control.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -101,6 +102,19 @@ FormKind short_message_box() {
   return kind;
 }
 
+// With a registered control in the place of the library's own drawing part.
+FormKind hosted_symbol_editor() {
+  FormKind kind = every_form().back();
+  kind.name = "frmSymbolEdit-control";
+  kind.ask = [](const Utility& utility, HWND) {
+    const RegisteredPictureControl control;
+    const Device device;
+    const test::Object item = device.add_item(33, 0);
+    return utility.object().call(L"ItemSymbolEdit", item).boolean();
+  };
+  return kind;
+}
+
 /// One part of the page for each.
 std::vector<FormKind> exhibits() {
   std::vector<FormKind> kinds;
@@ -112,6 +126,7 @@ std::vector<FormKind> exhibits() {
       kinds.push_back(long_message_box("frmMsgBox-scrolled", 80, L"\r\n"));
     }
   }
+  kinds.push_back(hosted_symbol_editor());
   return kinds;
 }
 
