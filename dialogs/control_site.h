@@ -1,9 +1,8 @@
 #pragma once
 
-#include <atomic>
-
 #include "com/automation.h"
 #include "com/ref.h"
+#include "com/simple_object.h"
 
 namespace pv {
 
@@ -16,6 +15,9 @@ class ControlSite final : public IOleClientSite,
                           public IDispatch {
  public:
   ControlSite();
+  ~ControlSite();
+  ControlSite(const ControlSite&) = delete;
+  ControlSite& operator=(const ControlSite&) = delete;
 
   /// The window to live in, or none.
   void set_window(HWND window) { window_ = window; }
@@ -24,8 +26,8 @@ class ControlSite final : public IOleClientSite,
 
   // IUnknown
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
-  STDMETHODIMP_(ULONG) Release() override;
+  STDMETHODIMP_(ULONG) AddRef() override { return references_.add(); }
+  STDMETHODIMP_(ULONG) Release() override { return references_.release(this); }
 
   // IOleClientSite
   STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
@@ -83,11 +85,9 @@ class ControlSite final : public IOleClientSite,
                       UINT*) override;
 
  private:
-  ~ControlSite();
-
   HWND window_ = nullptr;
   Ref<IOleInPlaceActiveObject> active_;
-  std::atomic<long> references_{0};
+  ReferenceCount references_;
 };
 
 }  // namespace pv

@@ -39,20 +39,9 @@ PixelEditor::PixelEditor(Form& form)
       lblPreview_(form, 1109),
       preview_(form, 1110, drawing_),
       cmdUndo_(form, 1111, [this] { undo(); }),
-      cmdClear_(form, 1112,
-                [this] {
-                  drawing_.clear();
-                  show_drawing();
-                }),
-      cmdMirrorAcross_(form, 1113,
-                       [this] {
-                         drawing_.mirror_left_right();
-                         show_drawing();
-                       }),
-      cmdMirrorUpright_(form, 1114, [this] {
-        drawing_.mirror_top_bottom();
-        show_drawing();
-      }) {
+      cmdClear_(form, 1112, [this] { change(&SymbolDrawing::clear); }),
+      cmdMirrorAcross_(form, 1113, [this] { change(&SymbolDrawing::mirror_left_right); }),
+      cmdMirrorUpright_(form, 1114, [this] { change(&SymbolDrawing::mirror_top_bottom); }) {
   optPencil_.set_caption(kPencil);
   optLine_.set_caption(kLine);
   optRectangle_.set_caption(kRectangle);
@@ -116,6 +105,11 @@ void PixelEditor::show_drawing() {
   grid_.repaint();
   preview_.repaint();
   cmdUndo_.set_enabled(drawing_.can_undo());
+}
+
+void PixelEditor::change(void (SymbolDrawing::*operation)()) {
+  (drawing_.*operation)();
+  show_drawing();
 }
 
 void PixelEditor::undo() {

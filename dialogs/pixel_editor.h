@@ -33,6 +33,7 @@ class PixelEditor final : public PictureEditor {
   void choose(Tool tool);
   void update_pen();
   void show_drawing();
+  void change(void (SymbolDrawing::*operation)());
   void undo();
   Twips tool_width() const;
   Twips side_width() const;
