@@ -283,7 +283,23 @@ void TextBox::fill_window() {
 void TextBox::read_window() { text_ = typed_text(); }
 
 void TextBox::on_notification(WORD code) {
-  if (code == EN_SETFOCUS && kind_ != Kind::kScrolledReading) select_all();
+  if (code != EN_SETFOCUS) return;
+  if (kind_ == Kind::kScrolledReading) {
+    show_beginning();
+  } else {
+    select_all();
+  }
+}
+
+// The dialog manager selects a text as a whole before it gives it the focus, also when a dialog
+// opens: a long one would stand at its end. What the user selected stays.
+void TextBox::show_beginning() {
+  DWORD first = 0;
+  DWORD end = 0;
+  send(EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&end));
+  if (first != 0 || end != static_cast<DWORD>(GetWindowTextLengthW(window()))) return;
+  send(EM_SETSEL, 0, 0);
+  send(EM_SCROLLCARET);
 }
 
 DropDownList::DropDownList(Form& form, int id)

@@ -211,6 +211,8 @@ class TextBox : public Control {
   void on_notification(WORD code) override;
 
  private:
+  void show_beginning();
+
   Kind kind_;
   wchar_t mask_;
   bool locked_;

@@ -306,6 +306,7 @@ TEST_F(InputBox, APromptThatIsHigherThanTheScreenScrolls) {
         EXPECT_FALSE(dialog.shows(kPrompt));
         EXPECT_TRUE(dialog.shows(kScrolledPrompt));
         EXPECT_EQ(dialog.text(kScrolledPrompt), repeated(L"line\r\n", 300));
+        EXPECT_EQ(dialog.ask(kScrolledPrompt, EM_GETFIRSTVISIBLELINE), 0);
         EXPECT_EQ(dialog.focused(), kText);
         dialog.click(kOk);
       },

@@ -215,6 +215,35 @@ TEST_P(MessageBoxLayout, APromptThatIsHigherThanTheScreenScrolls) {
   EXPECT_EQ(result, 7);
 }
 
+TEST_P(MessageBoxLayout, AScrolledPromptOpensAtItsBeginningWithNothingSelected) {
+  show(utility_, {.prompt = repeated(L"line\n", 300)}, [&](const Dialog& box) {
+    EXPECT_EQ(box.ask(kScrolledPromptId, EM_GETFIRSTVISIBLELINE), 0);
+    EXPECT_EQ(box.selection(kScrolledPromptId), std::pair(0, 0));
+  });
+}
+
+TEST_P(MessageBoxLayout, TheTabKeyReachesAScrolledPromptAtItsBeginning) {
+  show(utility_, {.prompt = repeated(L"line\n", 300)}, [&](const Dialog& box) {
+    box.press_key(VK_TAB);
+    EXPECT_TRUE(wait_until([&] { return box.focused() == kScrolledPromptId; }));
+    box.drain();
+    EXPECT_EQ(box.ask(kScrolledPromptId, EM_GETFIRSTVISIBLELINE), 0);
+    EXPECT_EQ(box.selection(kScrolledPromptId), std::pair(0, 0));
+  });
+}
+
+TEST_P(MessageBoxLayout, AScrolledPromptStaysWhereItWasScrolledToWhenItGetsTheFocusByTheMouse) {
+  show(utility_, {.prompt = repeated(L"line\n", 300)}, [&](const Dialog& box) {
+    box.ask(kScrolledPromptId, EM_LINESCROLL, 0, 20);
+    const LPARAM place = MAKELPARAM(5, 5);
+    PostMessageW(box.control(kScrolledPromptId), WM_LBUTTONDOWN, MK_LBUTTON, place);
+    PostMessageW(box.control(kScrolledPromptId), WM_LBUTTONUP, 0, place);
+    EXPECT_TRUE(wait_until([&] { return box.focused() == kScrolledPromptId; }));
+    box.drain();
+    EXPECT_EQ(box.ask(kScrolledPromptId, EM_GETFIRSTVISIBLELINE), 20);
+  });
+}
+
 TEST_P(MessageBoxLayout, AHighPromptIsFirstMadeWider) {
   const RECT area = work_area();
   const LONG usual_limit = (area.right - area.left) * 5 / 8;

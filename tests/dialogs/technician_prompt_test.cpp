@@ -141,6 +141,7 @@ TEST_F(TechnicianPrompt, ALongItemLabelBreaksAndOneThatIsTooLongForTheScreenScro
       EXPECT_FALSE(dialog.shows(kItem));
       EXPECT_TRUE(dialog.shows(kScrolledItem));
       EXPECT_EQ(dialog.text(kScrolledItem), dialog.text(kItem));
+      EXPECT_EQ(dialog.ask(kScrolledItem, EM_GETFIRSTVISIBLELINE), 0);
       EXPECT_EQ(dialog.focused(), kName);
     });
   }
