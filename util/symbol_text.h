@@ -25,10 +25,12 @@ struct Symbol {
 
   bool operator==(const Symbol&) const = default;
 
-  std::array<std::uint8_t, std::size_t{kSide} * kSide> pixels;
+  std::array<std::uint8_t, std::size_t{kSide} * kSide> pixels{};
 
  private:
-  static std::size_t index(int x, int y) { return static_cast<std::size_t>(y * kSide + x); }
+  static std::size_t index(int x, int y) {
+    return static_cast<std::size_t>(y) * kSide + static_cast<std::size_t>(x);
+  }
 };
 
 /// A colour of the palette.
