@@ -6,7 +6,7 @@
 namespace fluxor {
 namespace {
 
-constexpr DWORD kSendTimeOut = 1000;  // milliseconds
+constexpr DWORD kPatience = 50, kSendTimeOut = 1000;  // milliseconds
 
 struct LineSettings {
   DWORD baud = 0;
@@ -60,7 +60,7 @@ bool configure(HANDLE port, const LineSettings& line) {
 
 bool set_time_outs(HANDLE port) {
   COMMTIMEOUTS time_outs{};
-  time_outs.ReadTotalTimeoutConstant = SerialPort::kPatience;
+  time_outs.ReadTotalTimeoutConstant = kPatience;
   time_outs.WriteTotalTimeoutConstant = kSendTimeOut;
   return SetCommTimeouts(port, &time_outs) != FALSE;
 }
@@ -104,11 +104,16 @@ bool SerialPort::send(const std::string& characters) {
 
 SerialPort::Received SerialPort::receive(char& character) {
   DWORD count = 0;
-  const ULONGLONG begin = GetTickCount64();
   if (!ReadFile(handle_, &character, 1, &count, nullptr)) return Received::kBroken;
   if (count == 1) return Received::kCharacter;
-  // A port that is there waits its whole time; one that was pulled out returns at once.
-  return GetTickCount64() - begin >= kPatience / 2 ? Received::kNothing : Received::kBroken;
+  // How soon nothing came proves nothing: the system's tick count may stand still meanwhile.
+  return still_there() ? Received::kNothing : Received::kBroken;
+}
+
+bool SerialPort::still_there() const {
+  DCB control{};
+  control.DCBlength = sizeof control;
+  return GetCommState(handle_, &control) != FALSE;
 }
 
 }  // namespace fluxor

@@ -11,7 +11,6 @@ namespace fluxor {
 /// such as 4800,n,8,1.
 class SerialPort final : public AutomationObject {
  public:
-  static constexpr unsigned kPatience = 50;  // milliseconds
   enum class Received { kCharacter, kNothing, kBroken };
 
   SerialPort();
@@ -32,10 +31,13 @@ class SerialPort final : public AutomationObject {
 
   bool send(const std::string& characters);
 
-  /// The next character, waiting for it up to kPatience.
+  /// The next character, waiting for it for a moment only.
   Received receive(char& character);
 
  private:
+  /// Asks the port itself: reading from one that was pulled out brings nothing, but need not fail.
+  bool still_there() const;
+
   HANDLE handle_ = INVALID_HANDLE_VALUE;
   short number_ = 0;
   std::wstring settings_;
