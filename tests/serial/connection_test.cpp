@@ -72,6 +72,7 @@ TEST_F(Connection, AProtocolThatTheServerDoesNotSpeakFails) {
 }
 
 TEST_F(Connection, EventsTellOfTheAttempt) {
+  be_patient();
   const Listener listener;
   ASSERT_TRUE(connect());
   EXPECT_EQ(listener.events(), (std::vector<DISPID>{kAutoConnet, kSending, kReceiving,
@@ -109,6 +110,7 @@ TEST_F(Connection, ReadsTheDisplay) {
 }
 
 TEST_F(Connection, TwoTransmittersShareNothing) {
+  be_patient();
   const Object other = Object::create(L"Fluxor.Server");
   ASSERT_TRUE(connect());
   EXPECT_EQ(other.get(L"GetMessage"), L"Norvak: 0 exchanges, 0 repeats, 0 time-outs, 0 failed");

@@ -219,6 +219,7 @@ TEST_F(Exchange, EachRefusalHasItsReason) {
 }
 
 TEST_F(Exchange, ARefusalIsNotRepeatedButReported) {
+  be_patient();
   const Listener listener;
   EXPECT_EQ(write(L"32", 1.5), false);
   EXPECT_EQ(listener.events(), (std::vector<DISPID>{kSending, kReceiving, kHistoryChanged,

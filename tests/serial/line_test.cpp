@@ -69,6 +69,12 @@ void LineTest::set_faults(const std::string& faults) {
   if (!file.flush()) throw CallFailed("the faults cannot be written to " + *path);
 }
 
+void LineTest::allow_attempts(int count) const {
+  server_.call(L"SendMessage", L"Attempts=" + std::to_wstring(count));
+}
+
+void LineTest::be_patient() const { server_.call(L"SendMessage", L"ResponseTime=10"); }
+
 Object LineTest::record(long age) const { return history_.get_object(L"Item", age + 1); }
 
 }  // namespace pv::test

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -52,6 +53,12 @@ class LineTest : public testing::Test {
   /// What goes wrong on the line from the next telegram on: lines of name=value.
   static void set_faults(const std::string& faults);
 
+  /// How often a telegram is sent until an exchange fails.
+  void allow_attempts(int count) const;
+
+  /// Leaves the device more time than it takes on a busy machine, so that nothing is repeated.
+  void be_patient() const;
+
   long com_error() const { return transmitter_.get(L"ComError").number(); }
   long answer_error() const { return transmitter_.get(L"ComAnswerError").number(); }
 
@@ -70,10 +77,12 @@ class LineTest : public testing::Test {
 /// Seconds since it was made.
 class StopWatch {
  public:
-  double seconds() const { return static_cast<double>(GetTickCount64() - begin_) / 1000; }
+  double seconds() const { return std::chrono::duration<double>(Clock::now() - begin_).count(); }
 
  private:
-  ULONGLONG begin_ = GetTickCount64();
+  using Clock = std::chrono::steady_clock;  // the system's tick count may stand still for a while
+
+  Clock::time_point begin_ = Clock::now();
 };
 
 }  // namespace pv::test
