@@ -283,7 +283,8 @@ TEST_F(MessageBoxAnswer, RealKeyStrokesReachIt) {
     keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
   };
   const auto in_front = [](const Dialog& box) {
-    return wait_until([&] { return GetForegroundWindow() == box.window(); });
+    return wait_until(
+        [&] { return GetForegroundWindow() == box.window() && box.focused() == kButtonId; });
   };
   const Box question{.prompt = L"Question", .buttons = 3};
   EXPECT_EQ(7, show(utility_, question, [&](const Dialog& box) {
