@@ -11,11 +11,17 @@ bool has_key(const Variant& image, const std::wstring& key) {
   return fold_key(text_of(object.get(L"Key"))) == fold_key(key);
 }
 
+// Called like a method: script objects answer to nothing else. Controls, whose Item is a property,
+// are asked again as such.
+Variant image_at(const LateBound& images, const VARIANT& index) {
+  return images.call(L"Item", {index});
+}
+
 bool finds(const LateBound& images, const std::wstring& key) {
   bool found = false;
   attempt([&] {
     const Bstr wanted(key);
-    found = has_key(images.get(L"Item", {value(wanted)}), key);
+    found = has_key(image_at(images, value(wanted)), key);
   });
   return found;
 }
@@ -25,8 +31,7 @@ bool lists(const LateBound& images, const std::wstring& key) {
   bool found = false;
   attempt([&] {
     const long count = long_of(images.get(L"Count"));
-    for (long i = 1; i <= count && !found; ++i)
-      found = has_key(images.get(L"Item", {value(i)}), key);
+    for (long i = 1; i <= count && !found; ++i) found = has_key(image_at(images, value(i)), key);
   });
   return found;
 }

@@ -18,19 +18,23 @@ void put_bound(const LateBound& form, std::wstring_view property, double bound) 
   form.put(property, Variant(static_cast<float>(bound)));
 }
 
+// As the form gives it: only numbers in single precision have seven digits.
+std::wstring bound_text(const LateBound& form, std::wstring_view property) {
+  const Variant bound = form.get(property);
+  return bound.vt == VT_R4 ? number_text(bound.fltVal) : number_text(double_of(bound));
+}
+
 }  // namespace
 
 bool save_placement(const LateBound& form, const PlacementSlot& slot) {
-  WindowPlacement placement;
-  placement.state = short_of(form.get(L"WindowState"));
-  if (placement.state == kMinimized || placement.state == kMaximized) {
-    form.put(L"WindowState", Variant(kNormal));
-  }
-  placement.left = double_of(form.get(L"Left"));
-  placement.top = double_of(form.get(L"Top"));
-  placement.width = double_of(form.get(L"Width"));
-  placement.height = double_of(form.get(L"Height"));
-  return store_placement(placement, slot);
+  const short state = short_of(form.get(L"WindowState"));
+  if (state == kMinimized || state == kMaximized) form.put(L"WindowState", Variant(kNormal));
+  const std::wstring left = bound_text(form, L"Left");
+  const std::wstring top = bound_text(form, L"Top");
+  const std::wstring width = bound_text(form, L"Width");
+  const std::wstring height = bound_text(form, L"Height");
+  return write_profile(slot.file, slot.section, slot.key,
+                       placement_record({left, top, width, height}, state));
 }
 
 bool store_placement(const WindowPlacement& placement, const PlacementSlot& slot) {

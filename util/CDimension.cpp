@@ -9,10 +9,10 @@ CDimension::CDimension() : units_(make<CUnits>()) {}
 
 void CDimension::copy_to(_CDimension* dest) const {
   if (dest == this) return;
-  if (units_) {
+  const long count = units_ ? fetch(units_, &_CUnits::get_Count) : 0;
+  if (count > 0) {
     const auto target = fetch(dest, &_CDimension::get_Units);
     call(target, &_CUnits::Clear);
-    const long count = fetch(units_, &_CUnits::get_Count);
     for (long i = 1; i <= count; ++i) {
       const auto unit = fetch(units_, &_CUnits::get_Item, Variant(i));
       const Bstr caption(fetch(unit, &_CUnit::get_Caption));
@@ -25,7 +25,7 @@ void CDimension::copy_to(_CDimension* dest) const {
 
 STDMETHODIMP CDimension::Copy(_CDimension* dest, _CDimension** result) noexcept {
   return returning(result, [&] {
-    copy_to(dest);
+    attempt([&] { copy_to(dest); });
     return Ref<_CDimension>(dest);
   });
 }

@@ -1,6 +1,5 @@
 #include "util/window_placement.h"
 
-#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -22,12 +21,19 @@ std::optional<WindowPlacement> parse_placement(std::wstring_view text) {
   return WindowPlacement{bounds[0], bounds[1], bounds[2], bounds[3], integer_of<short>(fields[4])};
 }
 
-std::wstring format_placement(const WindowPlacement& placement, wchar_t decimal) {
+std::wstring placement_record(const std::array<std::wstring, 4>& bounds, short state) {
   std::wstring record;
-  for (const double bound : {placement.left, placement.top, placement.width, placement.height}) {
-    record += general_text(single_of(bound).value_or(0.0F), decimal) + L"|";
-  }
-  return record + integer_text(placement.state) + L"|";
+  for (const std::wstring& bound : bounds) record += bound + L"|";
+  return record + integer_text(state) + L"|";
+}
+
+std::wstring format_placement(const WindowPlacement& placement, wchar_t decimal) {
+  const auto text = [decimal](double bound) {
+    return general_text(single_of(bound).value_or(0.0F), decimal);
+  };
+  return placement_record(
+      {text(placement.left), text(placement.top), text(placement.width), text(placement.height)},
+      placement.state);
 }
 
 WindowPlacement fitted(WindowPlacement placement, double screen_width, double screen_height) {

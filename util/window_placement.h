@@ -1,6 +1,7 @@
 // The record that remembers where a window stood.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,9 @@ struct WindowPlacement {
 std::optional<WindowPlacement> parse_placement(std::wstring_view text);
 
 /// left|top|width|height|state|
+std::wstring placement_record(const std::array<std::wstring, 4>& bounds, short state);
+
+/// The same with the bounds as single-precision numbers.
 std::wstring format_placement(const WindowPlacement& placement, wchar_t decimal);
 
 /// A placement that would leave the screen to the right starts at its left edge with 0.9 of its

@@ -82,6 +82,14 @@ TEST_F(SaveWindowPos, WritesFractionsInTheUsersLocale) {
   EXPECT_EQ(record(L"Main"), in_user_locale(L"0.1|2.5|7|4|0|"));
 }
 
+TEST_F(SaveWindowPos, WritesEachBoundAsTheFormGivesIt) {
+  FakeObject form;
+  form.expect_get(L"WindowState").returns(0);
+  expect_bounds_asked(form, 1234.5678, 12345678L, 1234.5678F, short{-7});
+  EXPECT_EQ(utility.call(L"SaveWindowPos", form, file, L"Main"), true);
+  EXPECT_EQ(record(L"Main"), in_user_locale(L"1234.5678|12345678|1234.568|-7|0|"));
+}
+
 TEST_F(SaveWindowPos, AsksScriptObjectsToo) {
   FakeObject form(FakeObject::Kind::kScript);
   form.expect_get(L"WindowState").returns(2);

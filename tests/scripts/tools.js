@@ -58,6 +58,30 @@ test("SymbolsNeedAnImageList", function () {
   check(newItems([]).LoadItemSymbols(null, "C:\\"), 0);
 });
 
+test("SymbolsAreAddedOnceToAnImageListOfTheScript", function () {
+  var images = [];
+  var list = {
+    ListImages: {
+      Add: function (index, key, picture) { images.push({ Key: key, Picture: picture }); },
+      Item: function (wanted) {
+        for (var i = 0; i < images.length; i += 1) if (images[i].Key === wanted) return images[i];
+        throw new Error("no such image");
+      }
+    }
+  };
+  var item = newItems(["120"])(1);
+  item.Variables.Add("1", "Flow", "Text", "S1:A1024", 0, 1, 1, 2, 0, 0, 4);
+  item.ItemID = 120;
+  var txm = new ActiveXObject("pvItems32.CTxm");
+  txm.TxmType = 1;
+  var utility = new ActiveXObject("pvItems32.CUtility");
+  for (var round = 0; round < 2; round += 1) {
+    check(utility.SymbolManager(list, txm, item), "SYM1.120.1");
+  }
+  check(images.length, 2);
+  check(images[0].Key + " " + images[1].Key, "NOSYMBOL SYM1.120.1");
+});
+
 test("StatisticsOfASeries", function () {
   var series = new ActiveXObject("pvItems32.CStatistics");
   var readings = [2, 4, 4, 4, 5, 5, 7, 9];

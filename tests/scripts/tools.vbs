@@ -82,6 +82,49 @@ End Sub
 SymbolsNeedAnImageList
 EndOf "SymbolsNeedAnImageList"
 
+' A collection whose members are found through its default property.
+Class FoundImages
+  Private images
+  Private Sub Class_Initialize
+    Set images = CreateObject("Scripting.Dictionary")
+  End Sub
+  Public Sub Add(index, key, picture)
+    Dim image
+    Set image = New FoundImage
+    image.Key = key
+    images.Add key, image
+  End Sub
+  Public Default Property Get Item(key)
+    If Not images.Exists(key) Then Err.Raise 35601
+    Set Item = images(key)
+  End Property
+  Public Property Get Count
+    Count = images.Count
+  End Property
+End Class
+
+Class FoundImage
+  Public Key
+End Class
+
+Sub SymbolsAreAddedOnceToAnImageListOfTheScript()
+  Dim list, item, txm, utility
+  Set list = New ImageList
+  Set list.ListImages = New FoundImages
+  Set item = NewItems(Array("120"))(1)
+  item.Variables.Add "1", "Flow", "Text", "S1:A1024", 0, 1, 1, 2, 0, 0, 4
+  item.ItemID = 120
+  Set txm = CreateObject("pvItems32.CTxm")
+  txm.TxmType = 1
+  Set utility = CreateObject("pvItems32.CUtility")
+  Check utility.SymbolManager(list, txm, item), "SYM1.120.1"
+  Check utility.SymbolManager(list, txm, item), "SYM1.120.1"
+  Check list.ListImages.Count, CLng(2)
+  Check list.ListImages.Item("NOSYMBOL").Key, "NOSYMBOL"
+End Sub
+SymbolsAreAddedOnceToAnImageListOfTheScript
+EndOf "SymbolsAreAddedOnceToAnImageListOfTheScript"
+
 Sub StatisticsOfASeries()
   Dim series, reading
   Set series = CreateObject("pvItems32.CStatistics")
