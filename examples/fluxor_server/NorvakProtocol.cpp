@@ -184,6 +184,7 @@ void NorvakProtocol::attempt(const std::string& telegram, const Command& command
   port_->forget_input();
   if (!port_->send(telegram)) {
     error_ = ComErrSendTimeOut;
+    if (!port_->is_there()) lose_port();
     return;
   }
   state_ = State::kReceiving;
@@ -205,8 +206,7 @@ void NorvakProtocol::receive(const Command& command, Answer& answer, double seco
       case SerialPort::Received::kNothing:
         continue;
       case SerialPort::Received::kBroken:
-        port_->close();
-        error_ = ComErrPortNotOpen;
+        lose_port();
         return;
       case SerialPort::Received::kCharacter:
         break;
@@ -224,6 +224,12 @@ void NorvakProtocol::receive(const Command& command, Answer& answer, double seco
     state_ = State::kAnswered;
     return;
   }
+}
+
+// Closed, it is opened anew by the next exchange, and may be plugged in again by then.
+void NorvakProtocol::lose_port() {
+  port_->close();
+  error_ = ComErrPortNotOpen;
 }
 
 void NorvakProtocol::finish(const ComPtr<_CComDetail>& detail, const Answer& answer) {

@@ -52,6 +52,7 @@ class NorvakProtocol final : public AutomationObject {
   bool exchange(const Command& command, std::size_t room, Answer& answer);
   void attempt(const std::string& telegram, const Command& command, Answer& answer);
   void receive(const Command& command, Answer& answer, double seconds);
+  void lose_port();
   void finish(const ComPtr<_CComDetail>& detail, const Answer& answer);
   ComPtr<_CComDetail> new_detail(const Command& command, const std::wstring& telegram) const;
   void wait(float seconds);

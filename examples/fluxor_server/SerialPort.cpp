@@ -106,11 +106,12 @@ SerialPort::Received SerialPort::receive(char& character) {
   DWORD count = 0;
   if (!ReadFile(handle_, &character, 1, &count, nullptr)) return Received::kBroken;
   if (count == 1) return Received::kCharacter;
-  // How soon nothing came proves nothing: the system's tick count may stand still meanwhile.
-  return still_there() ? Received::kNothing : Received::kBroken;
+  // Reading from a port that was pulled out need not fail. How soon nothing came proves nothing:
+  // the system's tick count may stand still meanwhile.
+  return is_there() ? Received::kNothing : Received::kBroken;
 }
 
-bool SerialPort::still_there() const {
+bool SerialPort::is_there() const {
   DCB control{};
   control.DCBlength = sizeof control;
   return GetCommState(handle_, &control) != FALSE;

@@ -21,6 +21,8 @@ class SerialPort final : public AutomationObject {
   bool open(short number, const std::wstring& settings);
   void close();
 
+  /// False once the port was pulled out.
+  bool is_there() const;
   bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
   short number() const { return number_; }
   const std::wstring& settings() const { return settings_; }
@@ -35,9 +37,6 @@ class SerialPort final : public AutomationObject {
   Received receive(char& character);
 
  private:
-  /// Asks the port itself: reading from one that was pulled out brings nothing, but need not fail.
-  bool still_there() const;
-
   HANDLE handle_ = INVALID_HANDLE_VALUE;
   short number_ = 0;
   std::wstring settings_;

@@ -20,7 +20,8 @@ run_tests() {
   : >"$faults"
   start_simulator "$native/fluxor_simulator" --faults "$faults" --store 0 "$@" || return 1
   OANOCACHE=1 wine "$windows/serial_tests.exe" --gtest_filter="$filter" \
-    --faults "$(windows_path "$faults")" </dev/null || failed=1
+    --faults "$(windows_path "$faults")" --line "$(windows_path "$WINEPREFIX/dosdevices/com1")" \
+    </dev/null || failed=1
   stop_simulator
 }
 
@@ -52,7 +53,9 @@ run_wine regsvr32 /s "$(windows_path "$windows/fluxor_server.dll")" ||
   { echo "[  FAILED  ] Server.IsRegistered (0 ms)"; exit 1; }
 
 run_tests '-HangUp.*:OldSoftware.*:Soak.*' || exit 1
-run_tests 'HangUp.*' --hang-up 5 || exit 1
+for test in EndsInTimeAndSaysWhy BetweenTwoExchangesIsNoticedByTheNextOne; do
+  run_tests "HangUp.$test" --hang-up 5 || exit 1
+done
 run_tests 'OldSoftware.*' --software 1.10 || exit 1
 
 tools/soak.sh 2000 "$native" "$windows" || failed=1
