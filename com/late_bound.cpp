@@ -86,6 +86,16 @@ WORD other_kind(WORD flags) {
   }
 }
 
+// What script objects answer to the call of a member that holds an object.
+constexpr auto kFunctionExpected = static_cast<HRESULT>(0x800A138A);
+
+// Functions of script languages are objects.
+bool is_function(const Variant& value) {
+  if (value.vt != VT_DISPATCH || !value.pdispVal || !query<IDispatchEx>(value.pdispVal))
+    return false;
+  return LateBound(Ref<IDispatch>(value.pdispVal)).has(L"apply");
+}
+
 // Objects that pass calls on to each other in a circle must not exhaust the stack of the host.
 class NestedCall {
  public:
@@ -156,6 +166,20 @@ HRESULT LateBound::try_invoke(DISPID id, WORD flags, DISPPARAMS& parameters, VAR
                          &argument_error);
 }
 
+// Objects of scripts may hold a function where a property is asked for: its answer counts. And they
+// may hold an object where a method is called.
+HRESULT LateBound::of_script(HRESULT called, DISPID id, WORD flags, DISPPARAMS& parameters,
+                             Variant& result, EXCEPINFO& exception) const {
+  if (flags == DISPATCH_PROPERTYGET && SUCCEEDED(called) && is_function(result)) {
+    result = Variant();
+    return try_invoke(id, DISPATCH_METHOD, parameters, result, exception);
+  }
+  if (flags != DISPATCH_METHOD || called != kFunctionExpected) return called;
+  const HRESULT got = try_invoke(id, DISPATCH_PROPERTYGET, parameters, result, exception);
+  const bool failed_inside = SUCCEEDED(got) && is_function(result);
+  return failed_inside ? called : got;
+}
+
 Variant LateBound::invoke(std::wstring_view member, WORD flags,
                           std::span<const VARIANT> arguments) const {
   const DISPID id = id_of(member);
@@ -171,6 +195,8 @@ Variant LateBound::invoke(std::wstring_view member, WORD flags,
   HRESULT called = try_invoke(id, flags, parameters, result, exception);
   if (called == DISP_E_MEMBERNOTFOUND) {
     called = try_invoke(id, other_kind(flags), parameters, result, exception);
+  } else if (script_) {
+    called = of_script(called, id, flags, parameters, result, exception);
   }
   if (called == DISP_E_EXCEPTION) raise(exception);
   check(called);
@@ -197,9 +223,7 @@ Variant LateBound::call(std::wstring_view method, std::initializer_list<VARIANT>
 
 LateBound LateBound::get_object(std::wstring_view property) const {
   const Variant value = get(property);
-  const bool is_nothing = (value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN) && !value.punkVal;
-  if (is_nothing || value.vt == VT_EMPTY) return {};
-  return LateBound(object_of(value));
+  return is_nothing(value) ? LateBound() : LateBound(object_of(value));
 }
 
 VARIANT ref(short& value) { return reference_to(VT_I2, &value); }

@@ -39,6 +39,8 @@ class LateBound {
   DISPID find(std::wstring_view member) const;
   DISPID id_of(std::wstring_view member) const;
   Variant invoke(std::wstring_view member, WORD flags, std::span<const VARIANT> arguments) const;
+  HRESULT of_script(HRESULT called, DISPID id, WORD flags, DISPPARAMS& parameters, Variant& result,
+                    EXCEPINFO& exception) const;
   HRESULT try_invoke(DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT& result,
                      EXCEPINFO& exception) const;
 

@@ -92,8 +92,14 @@ long long_of(const VARIANT& value) {
   return value.vt == VT_I4 ? value.lVal : converted(value, VT_I4).lVal;
 }
 
+bool is_nothing(const VARIANT& value) {
+  const bool is_object = value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN;
+  return is_object ? !value.punkVal : value.vt == VT_EMPTY || value.vt == VT_NULL;
+}
+
 Ref<IDispatch> object_of(const VARIANT& value) {
   const Variant plain = dereferenced(value);
+  if (plain.vt == VT_NULL) throw automation_error(ErrorCode::kObjectNotSet);
   if (plain.vt != VT_DISPATCH && plain.vt != VT_UNKNOWN) {
     throw automation_error(ErrorCode::kTypeMismatch, L"an object is needed");
   }

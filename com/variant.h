@@ -112,7 +112,11 @@ double double_of(const VARIANT& value);
 short short_of(const VARIANT& value);
 long long_of(const VARIANT& value);
 
-/// The object in a value; errors: kObjectNotSet for Nothing, kTypeMismatch for anything else.
+/// Whether a value stands for no object: Nothing, or what script languages have in its place.
+bool is_nothing(const VARIANT& value);
+
+/// The object in a value; errors: kObjectNotSet for Nothing and Null, kTypeMismatch for anything
+/// else.
 Ref<IDispatch> object_of(const VARIANT& value);
 
 }  // namespace pv

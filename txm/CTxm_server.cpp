@@ -12,7 +12,7 @@ constexpr short kPictureNotConnected = 201;
 template <class I>
 Ref<I> object_in(const Variant& answer) {
   const bool is_object = answer.vt == VT_DISPATCH || answer.vt == VT_UNKNOWN;
-  if (answer.vt == VT_EMPTY || (is_object && !answer.punkVal)) return {};
+  if (is_nothing(answer)) return {};
   if (auto object = query<I>(is_object ? answer.punkVal : object_of(answer).get())) return object;
   throw automation_error(ErrorCode::kTypeMismatch,
                          L"the server answered an object of another class");

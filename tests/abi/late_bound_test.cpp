@@ -110,12 +110,36 @@ TEST(LateBound, ObjectOfAPropertyMayBeNothing) {
   fake.expect_get(L"Child").returns(child);
   fake.expect_get(L"Child").returns(Value::nothing());
   fake.expect_get(L"Child").returns(Value());
+  fake.expect_get(L"Child").returns(Value::null());
   fake.expect_get(L"Child").returns(5);
   const LateBound object = bound(fake);
   EXPECT_EQ(object.get_object(L"Child").object().get(), child.get());
   EXPECT_FALSE(object.get_object(L"Child"));
   EXPECT_FALSE(object.get_object(L"Child"));
+  EXPECT_FALSE(object.get_object(L"Child"));
   EXPECT_THROW(object.get_object(L"Child"), automation_error);
+}
+
+TEST(LateBound, FunctionInAPropertyOfAScriptIsCalled) {
+  FakeObject script(FakeObject::Kind::kScript), function(FakeObject::Kind::kScript);
+  function.knows(L"apply");
+  script.expect_get(L"Title").returns(function);
+  script.expect_call(L"Title").returns(L"App");
+  EXPECT_EQ(Value(bound(script).get(L"Title")), L"App");
+}
+
+TEST(LateBound, ObjectInTheMethodOfAScriptIsTheAnswer) {
+  constexpr auto kFunctionExpected = static_cast<HRESULT>(0x800A138A);
+  FakeObject script(FakeObject::Kind::kScript), port(FakeObject::Kind::kScript);
+  script.expect_call(L"Port").fails(kFunctionExpected);
+  script.expect_get(L"Port").returns(port);
+  EXPECT_EQ(Value(bound(script).call(L"Port")), Value(port));
+
+  FakeObject function(FakeObject::Kind::kScript);
+  function.knows(L"apply");
+  script.expect_call(L"Port").fails(kFunctionExpected);
+  script.expect_get(L"Port").returns(function);
+  EXPECT_THROW(bound(script).call(L"Port"), com_failure);
 }
 
 TEST(LateBound, LeavesNothingBehind) {

@@ -63,7 +63,9 @@ std::string CallLog::text_of(const VARIANT& value) const {
 class HostDispatch final : public DispatchObject {
  public:
   HostDispatch(CallLog& log, std::string name, HostObject::Kind kind)
-      : DispatchObject(kind), log_(&log), name_(std::move(name)) {}
+      : DispatchObject(kind), log_(&log), name_(std::move(name)) {
+    lacks(L"apply");  // it is no function of a script
+  }
 
   void on(const std::wstring& member, HostObject::Action action) {
     actions_[fold_key(member)] = std::move(action);

@@ -45,6 +45,10 @@ Answer& Answer::raises(HRESULT code, std::wstring source, std::wstring descripti
   error_ = RaisedError{code, std::move(source), std::move(description)};
   return *this;
 }
+Answer& Answer::fails(HRESULT code) {
+  code_ = code;
+  return *this;
+}
 Answer& Answer::does(std::function<void()> action) {
   action_ = std::move(action);
   return *this;
@@ -145,6 +149,7 @@ STDMETHODIMP FakeDispatch::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAM
   check_arguments(call, *parameters);
   const Answer& answer = call.answer;
   if (answer.action_) answer.action_();
+  if (FAILED(answer.code_)) return answer.code_;
   if (answer.error_) return raise(*answer.error_, exception);
   for (const auto& [position, value] : answer.changes_) {
     if (position < parameters->cArgs) {

@@ -38,6 +38,8 @@ class Answer {
   /// Changes the by-reference argument at a position, counted from 0.
   Answer& sets(std::size_t position, Value value);
   Answer& raises(HRESULT code, std::wstring source = L"Host", std::wstring description = L"failed");
+  /// Answers a bare error code, without a description.
+  Answer& fails(HRESULT code);
   /// Runs foreign code inside the call, as hosts do.
   Answer& does(std::function<void()> action);
 
@@ -50,6 +52,7 @@ class Answer {
   Value result_;
   std::vector<Change> changes_;
   std::optional<RaisedError> error_;
+  HRESULT code_ = S_OK;
   std::function<void()> action_;
 };
 
