@@ -17,6 +17,14 @@ std::wstring error_text(_CDLists* lists, int code) {
   return fetch(member, &_CDListMember::get_Caption);
 }
 
+// Texts that are numbers mean the same in every locale.
+Variant number_in(const VARIANT& value) {
+  const Variant plain = dereferenced(value);
+  if (plain.vt != VT_BSTR) return plain;
+  const auto number = whole_number_text(view_of(plain.bstrVal));
+  return number ? Variant(*number) : plain;
+}
+
 // Replaces the variable's content without touching what kind of variable it is.
 void assign_text(VARIANT* variable, std::wstring_view text) {
   if (variable->vt == (VT_BYREF | VT_BSTR)) {
@@ -38,7 +46,7 @@ STDMETHODIMP CComUtility::CHexToInt(BSTR value, long* result) noexcept {
 }
 
 STDMETHODIMP CComUtility::CIntToHex(VARIANT value, short digits, BSTR* result) noexcept {
-  return returning(result, [&] { return integer_to_hex(long_of(dereferenced(value)), digits); });
+  return returning(result, [&] { return integer_to_hex(long_of(number_in(value)), digits); });
 }
 
 STDMETHODIMP CComUtility::CHexToSng(BSTR value, double* result) noexcept {
@@ -46,7 +54,7 @@ STDMETHODIMP CComUtility::CHexToSng(BSTR value, double* result) noexcept {
 }
 
 STDMETHODIMP CComUtility::CSngToHex(VARIANT value, BSTR* result) noexcept {
-  return returning(result, [&] { return single_to_hex(double_of(dereferenced(value))); });
+  return returning(result, [&] { return single_to_hex(double_of(number_in(value))); });
 }
 
 STDMETHODIMP CComUtility::GetChunk(VARIANT* data, short count, VARIANT* result) noexcept {
@@ -91,7 +99,7 @@ STDMETHODIMP CComUtility::Pad(BSTR data, VARIANT number, BSTR character, VARIANT
                               BSTR* result) noexcept {
   return returning(result, [&] {
     const bool at_start = !is_missing(before) && boolean_of(dereferenced(before));
-    return padded(view_of(data), long_of(dereferenced(number)), view_of(character), at_start);
+    return padded(view_of(data), long_of(number_in(number)), view_of(character), at_start);
   });
 }
 

@@ -52,6 +52,15 @@ TEST_F(Codec, SinglesBothWays) {
   EXPECT_EQ(codec.try_call(L"CSngToHex", L"x").number(), 13);
 }
 
+TEST_F(Codec, NumberTextsMeanTheSameInEveryLocale) {
+  for (const wchar_t* text : {L"2.5", L"2,5", L" 2.5 "}) {
+    EXPECT_EQ(codec.call(L"CIntToHex", text), L"02") << printable(text);
+    EXPECT_EQ(codec.call(L"CSngToHex", text), L"00002040") << printable(text);
+    EXPECT_EQ(codec.call(L"Pad", L"a", text, L"x"), L"ax") << printable(text);
+  }
+  EXPECT_EQ(codec.call(L"CIntToHex", L"&HFF"), L"FF");
+}
+
 TEST_F(Codec, AChunkIsCutOffTheVariable) {
   Value data(L"abcdef");
   EXPECT_EQ(codec.call(L"GetChunk", by_ref(data), 2), L"ab");
