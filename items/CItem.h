@@ -6,6 +6,8 @@
 
 namespace pv {
 
+class CVariables;
+
 class CItem final : public Dual<CItem, _CItem, ::CItem> {
  public:
   static constexpr const wchar_t* kClassName = L"CItem";
@@ -51,8 +53,11 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
     record_.key = key;
     record_.item_id = item_id;
   }
-  void set_variables(_CVariables* variables) { variables_ = variables; }
+  void set_variables(_CVariables* variables);
+  void set_variables(const Ref<CVariables>& variables);
   const Ref<_CVariables>& variables();
+  /// The variables, when they are a collection that the item or its loader made.
+  Ref<CVariables> own_variables() const;
   void copy_to(_CItem* dest);
 
  private:
@@ -67,6 +72,7 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
 
   ItemRecord record_{{}, 0, true, 1, false, false, 0.5f, 4};
   Ref<_CVariables> variables_;
+  CVariables* own_variables_ = nullptr;  // the same object, where it is known to be of our making
 };
 
 }  // namespace pv

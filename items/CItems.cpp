@@ -31,6 +31,7 @@ void read_text(std::wstring& text, const Ref<_CVariable>& variable,
   text = view_of(value.bstrVal);
 }
 
+// A variable of a host.
 void read_record(VariableRecord& record, const Ref<_CVariable>& variable) {
   read_text(record.key, variable, &_CVariable::get_Key);
   read_text(record.caption, variable, &_CVariable::get_Caption);
@@ -45,13 +46,25 @@ void read_record(VariableRecord& record, const Ref<_CVariable>& variable) {
   read_text(record.symbol, variable, &_CVariable::get_Symbol);
 }
 
+// A variable of our own.
+void read_record(VariableRecord& record, const CVariable& variable) {
+  variable.read(record);
+  record.list_id.clear();
+  attempt([&] { record.list_id = text_of(variable.list_id()); });
+}
+
 void write(ItemFileWriter& file, CItem& item) {
   const Ref<_CVariables> variables = item.variables();
+  const Ref<CVariables> own = item.own_variables();
   const long count = fetch(variables, &_CVariables::get_Count);
   file.item(item.record(), static_cast<std::size_t>(count));
   VariableRecord record;
   for (long i = 1; i <= count; ++i) {
-    read_record(record, fetch(variables, &_CVariables::get_Item, Variant(i)));
+    if (own) {
+      read_record(record, *Ref<CVariable>(own->list().at(i)));
+    } else {
+      read_record(record, fetch(variables, &_CVariables::get_Item, Variant(i)));
+    }
     file.variable(record);
   }
 }
@@ -64,7 +77,7 @@ void add_from_file(CItems::Members& items, LoadedItem& loaded) {
   if (!attempt([&] { items.append(item, item->record().key); })) return;
   const auto variables = make<CVariables>();
   variables->list().reserve(loaded.variables.size());
-  item->set_variables(variables.get());
+  item->set_variables(variables);
   for (VariableRecord& record : loaded.variables) {
     const auto variable = make<CVariable>();
     variable->assign(std::move(record));

@@ -9,13 +9,21 @@ constexpr std::size_t kListIdField = 8;
 
 }  // namespace
 
-VariableRecord CVariable::record_without_list() const {
-  return {key_,     caption_,  description_, parent_variable_, dimension_id_,
-          unit_id_, decimals_, {},           data_type_,       symbol_};
+void CVariable::read(VariableRecord& record) const {
+  record.key = key_;
+  record.caption = caption_;
+  record.description = description_;
+  record.parent_variable = parent_variable_;
+  record.dimension_id = dimension_id_;
+  record.unit_id = unit_id_;
+  record.decimals = decimals_;
+  record.data_type = data_type_;
+  record.symbol = symbol_;
 }
 
 VariableRecord CVariable::record() const {
-  VariableRecord record = record_without_list();
+  VariableRecord record;
+  read(record);
   record.list_id = text_of(list_id_);
   return record;
 }
@@ -39,7 +47,9 @@ STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
     std::wstring text;
     if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
-    VariableFields fields = parse_variable_record(text, record_without_list());
+    VariableRecord present;
+    read(present);
+    VariableFields fields = parse_variable_record(text, std::move(present));
     Variant list_id = list_id_;
     assign(std::move(fields.record));
     if (fields.present <= kListIdField) list_id_ = std::move(list_id);

@@ -29,14 +29,15 @@ class CVariable final : public Dual<CVariable, _CVariable, ::CVariable> {
 
   /// The fields that a variable record holds.
   VariableRecord record() const;
+  /// The same into a record that is there already, without the list: that may be a value that has
+  /// no text.
+  void read(VariableRecord& record) const;
   void assign(VariableRecord record);
 
   const std::wstring& key() const { return key_; }
+  const Variant& list_id() const { return list_id_; }
 
  private:
-  // The list may be a value that has no text.
-  VariableRecord record_without_list() const;
-
   std::wstring key_;
   short data_type_ = edtBit;
   bool dirty_ = false;

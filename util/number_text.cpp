@@ -140,7 +140,7 @@ std::wstring general(Float value, int digits, wchar_t decimal) {
 
 /// The 15 significant digits of a finite value, and the power of ten of the first one.
 struct Significant {
-  std::array<char, kSignificantDigits> digits;
+  std::array<char, kSignificantDigits> digits{};
   int exponent = 0;
 };
 
@@ -157,23 +157,44 @@ Significant significant_digits(double magnitude) {
   return result;
 }
 
-/// The digits of magnitude times ten to `decimals`, rounded half away from zero; "0" for zero.
-std::string scaled_digits(double magnitude, int decimals) {
-  const Significant number = significant_digits(magnitude);
-  const int kept = number.exponent + 1 + decimals;  // how many of the significant digits stay
-  if (kept < 0) return "0";
-  const auto keep = static_cast<std::size_t>(kept);
-  const std::size_t known = std::min(keep, number.digits.size());
-  std::string digits = "0";  // takes a carry
-  digits.append(number.digits.data(), known).append(keep - known, '0');
-  if (known < number.digits.size() && number.digits[known] >= '5') {
-    std::size_t i = keep;
-    for (; digits[i] == '9'; --i) digits[i] = '0';
-    ++digits[i];
+/// The digits of magnitude times ten to `decimals`, rounded half away from zero, with at least one
+/// in front of the decimals and no other leading zeros.
+class ScaledDigits {
+ public:
+  ScaledDigits(double magnitude, int decimals) {
+    const Significant number = significant_digits(magnitude);
+    const int kept = number.exponent + 1 + decimals;  // how many of the significant digits stay
+    const int leading = std::max(decimals + 1 - kept, 1);  // zeros; the first takes a carry
+    size_ = static_cast<std::size_t>(leading + kept);
+    std::fill_n(digits_.begin(), size_, '0');
+    if (kept >= 0) take(number, static_cast<std::size_t>(leading), static_cast<std::size_t>(kept));
+    const std::size_t least = static_cast<std::size_t>(decimals) + 1;
+    while (size_ - first_ > least && digits_[first_] == '0') ++first_;
   }
-  digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-  return digits;
-}
+
+  const char* begin() const { return digits_.data() + first_; }
+  const char* end() const { return digits_.data() + size_; }
+  bool is_zero() const {
+    return std::all_of(begin(), end(), [](char digit) { return digit == '0'; });
+  }
+
+ private:
+  void take(const Significant& number, std::size_t leading, std::size_t kept) {
+    const std::size_t known = std::min(kept, number.digits.size());
+    std::copy_n(number.digits.begin(), known, digits_.begin() + leading);
+    if (known == number.digits.size() || number.digits[known] < '5') return;
+    std::size_t i = leading + kept - 1;
+    for (; digits_[i] == '9'; --i) digits_[i] = '0';
+    ++digits_[i];
+  }
+
+  /// A carry, the digits of the largest double, and its decimals.
+  static constexpr std::size_t kMostDigits =
+      1 + std::numeric_limits<double>::max_exponent10 + 1 + kMostDecimals;
+  std::array<char, kMostDigits> digits_;
+  std::size_t size_ = 0;
+  std::size_t first_ = 0;
+};
 
 }  // namespace
 
@@ -195,13 +216,11 @@ std::wstring general_text(float value, wchar_t decimal) { return general(value, 
 std::wstring fixed_text(double value, int decimals, wchar_t decimal) {
   if (!std::isfinite(value)) return text_of_no_number(value);
   decimals = std::clamp(decimals, 0, kMostDecimals);
-  std::string digits = scaled_digits(std::fabs(value), decimals);
-  const bool negative = value < 0 && digits != "0";
-  const auto after_point = static_cast<std::size_t>(decimals);
-  if (digits.size() <= after_point) digits.insert(0, after_point + 1 - digits.size(), '0');
-
-  const auto point = digits.end() - decimals;
-  std::wstring text(negative ? 1 : 0, L'-');
+  const ScaledDigits digits(std::fabs(value), decimals);
+  const char* const point = digits.end() - decimals;
+  std::wstring text;
+  text.reserve(static_cast<std::size_t>(digits.end() - digits.begin()) + 2);
+  if (value < 0 && !digits.is_zero()) text.push_back(L'-');
   text.append(digits.begin(), point);
   if (decimals > 0) text.append(1, decimal).append(point, digits.end());
   return text;
