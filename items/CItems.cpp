@@ -149,10 +149,13 @@ STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short
 STDMETHODIMP CItems::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
     const auto bytes = read_file(std::wstring(view_of(file_name)));
-    auto items = bytes ? read_item_file(*bytes, ansi_codec()) : std::nullopt;
-    if (!items) return false;
-    list_.clear();
-    for (LoadedItem& loaded : *items) add_from_file(list_, loaded);
+    if (!bytes) return false;
+    ItemFileReader file(*bytes, ansi_codec());
+    if (file.count() < 1) return false;
+    Members items;
+    items.reserve(static_cast<std::size_t>(file.count()));
+    for (LoadedItem loaded; file.next(loaded);) add_from_file(items, loaded);
+    std::swap(list_, items);  // the former ones go when the new ones are there
     changed_ = false;
     return true;
   });

@@ -11,26 +11,33 @@ namespace {
 constexpr std::wstring_view kDefaultItem = L"59|59|4|True|0|True|False|0|4|";
 constexpr std::wstring_view kDefaultVariable = L"1|||0|3|6|2|0|0||";
 
+}  // namespace
+
+ItemFileReader::ItemFileReader(std::string_view bytes, const TextCodec& codec)
+    : reader_(bytes, codec),
+      count_(integer_of<std::int16_t>(reader_.value(L"Items", L"Count", L"0", true, true))) {}
+
 // The file's order finds the lines: neither search looks for a section.
-void read_item(SettingsReader& reader, LoadedItem& loaded) {
-  const auto variable_count = integer_of<std::int16_t>(reader.next_value(L"Count", L"1"));
-  loaded.item = parse_item_record(reader.next_value(L"Settings", kDefaultItem));
+bool ItemFileReader::next(LoadedItem& loaded) {
+  if (read_ >= count_) return false;
+  ++read_;
+  const auto variable_count = integer_of<std::int16_t>(reader_.next_value(L"Count", L"1"));
+  loaded.item = parse_item_record(reader_.next_value(L"Settings", kDefaultItem));
+  loaded.variables.clear();
   for (int j = 1; j <= variable_count; ++j) {
     loaded.variables.push_back(
-        parse_variable_record(reader.next_value(L"VAR" + integer_text(j), kDefaultVariable))
+        parse_variable_record(reader_.next_value(L"VAR" + integer_text(j), kDefaultVariable))
             .record);
   }
+  return true;
 }
-
-}  // namespace
 
 std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
                                                       const TextCodec& codec) {
-  SettingsReader reader(bytes, codec);
-  const auto count = integer_of<std::int16_t>(reader.value(L"Items", L"Count", L"0", true, true));
-  if (count < 1) return std::nullopt;
+  ItemFileReader reader(bytes, codec);
+  if (reader.count() < 1) return std::nullopt;
   std::vector<LoadedItem> items;
-  for (int i = 1; i <= count; ++i) read_item(reader, items.emplace_back());
+  for (LoadedItem loaded; reader.next(loaded); loaded = {}) items.push_back(std::move(loaded));
   return items;
 }
 

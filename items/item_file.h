@@ -16,14 +16,31 @@ struct LoadedItem {
   std::vector<VariableRecord> variables;
 };
 
-/// Reads the file front to back. Missing lines give default records, so a key may come more than
-/// once: which items and variables their collections refuse is the caller's matter. Views the
-/// bytes: the caller keeps them alive.
+/// Reads a file front to back, item by item. Missing lines give default records, so a key may come
+/// more than once: which items and variables their collections refuse is the caller's matter. Views
+/// the bytes: the caller keeps them alive.
 ///
 /// Counts that the file does not keep cannot exhaust memory: the first missing line takes the
 /// search to the end of the file, and behind it each further item has one default variable. So at
 /// most 32767 records each of items and of the item that met the end are defaults, and every other
 /// record has a line of its own.
+class ItemFileReader {
+ public:
+  ItemFileReader(std::string_view bytes, const TextCodec& codec);
+
+  /// How many items there are to read; below 1 when the bytes are no item file.
+  long count() const { return count_; }
+
+  /// Reads the next item into one whose room is used again; false after the last one.
+  bool next(LoadedItem& loaded);
+
+ private:
+  SettingsReader reader_;
+  long count_;
+  long read_ = 0;
+};
+
+/// All items of a file; nullopt when the bytes are none.
 std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
                                                       const TextCodec& codec);
 
