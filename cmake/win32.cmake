@@ -51,11 +51,15 @@ if(PV_COVERAGE)
   target_link_options(pvItems32 PRIVATE --coverage)
 endif()
 
-# What nearly every file of the library starts with, compiled once. The compiler then no longer knows
-# the platform's headers from ours and warns of bounds inside them, where short literals are copied.
-target_precompile_headers(pvItems32 PRIVATE <algorithm> <functional> <map> <memory> <optional> <string>
-  <string_view> <vector> com/automation.h <pvItems32.h>)
-target_compile_options(pvItems32 PRIVATE -Wno-array-bounds -Wno-stringop-overread)
+# What nearly every file of a target starts with, compiled once. The compiler then no longer knows the
+# platform's headers from ours and warns of bounds inside them, where short literals are copied.
+function(precompile target)
+  target_precompile_headers(${target} PRIVATE ${ARGN})
+  target_compile_options(${target} PRIVATE -Wno-array-bounds -Wno-stringop-overread)
+endfunction()
+
+precompile(pvItems32 <algorithm> <functional> <map> <memory> <optional> <string> <string_view> <vector>
+  com/automation.h <pvItems32.h>)
 
 # For use without registration: what a program's manifest refers to, beside the DLL.
 set(manifest ${CMAKE_BINARY_DIR}/pvItems32.manifest)
@@ -73,6 +77,8 @@ file(GLOB support_sources CONFIGURE_DEPENDS tests/support/*.cpp)
 add_library(test_support STATIC EXCLUDE_FROM_ALL ${support_sources}
   com/boundary.cpp com/late_bound.cpp com/variant.cpp)
 target_link_libraries(test_support PUBLIC pv_options pv_plain pv_contract gtest)
+set_source_files_properties(tests/support/source_tree.cpp PROPERTIES COMPILE_DEFINITIONS
+  PV_SOURCE_DIR="Z:${CMAKE_SOURCE_DIR}")
 
 # A test program of the folder tests/<name>, run under Wine.
 function(add_windows_tests name)
@@ -82,7 +88,12 @@ function(add_windows_tests name)
   endif()
   add_executable(${name}_tests ${sources})
   target_link_libraries(${name}_tests PRIVATE test_support gdi32 user32)
-  target_compile_definitions(${name}_tests PRIVATE PV_SOURCE_DIR="Z:${CMAKE_SOURCE_DIR}")
+  if(NOT name STREQUAL bench)
+    # Compiled often and run briefly.
+    target_compile_options(${name}_tests PRIVATE -O1)
+    precompile(${name}_tests <gtest/gtest.h> <functional> <map> <optional> <string> <vector>
+      com/automation.h tests/support/object.h)
+  endif()
   target_link_options(${name}_tests PRIVATE -static)
   add_dependencies(${name}_tests pvItems32)
 endfunction()
@@ -99,6 +110,7 @@ add_custom_command(
   DEPENDS ${probe}
   COMMENT "Compiling the probe of the tests")
 set_source_files_properties(tests/abi/probe.rc PROPERTIES OBJECT_DEPENDS ${generated}/probe.tlb)
+set_source_files_properties(${generated}/probe_i.c PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
 target_sources(abi_tests PRIVATE tests/abi/probe.rc ${generated}/probe.h ${generated}/probe_i.c
   com/argument.cpp com/dispatch_table.cpp com/enumerator.cpp com/event_source.cpp
   com/index_key.cpp com/invoke.cpp com/module.cpp com/type_library.cpp)

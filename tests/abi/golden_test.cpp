@@ -9,13 +9,12 @@
 #include "tests/abi/library_dump.h"
 #include "tests/support/module.h"
 #include "tests/support/program.h"
+#include "tests/support/source_tree.h"
 
 namespace pv::test {
 namespace {
 
-constexpr const char* kGolden = PV_SOURCE_DIR "/tests/abi/pvItems32.golden.txt";
-
-std::string content_of(const char* path) {
+std::string content_of(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::ostringstream content;
   content << file.rdbuf();
@@ -29,7 +28,8 @@ TEST(Contract, IsWhatWasPublished) {
     std::ofstream(*path, std::ios::binary) << dump;
     GTEST_SKIP() << "written to " << *path;
   }
-  const std::string difference = difference_between(content_of(kGolden), dump);
+  const std::string difference =
+      difference_between(content_of(source_file("tests/abi/pvItems32.golden.txt")), dump);
   EXPECT_TRUE(difference.empty()) << "- was published, + is compiled now\n" << difference;
 }
 

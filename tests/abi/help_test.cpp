@@ -9,6 +9,7 @@
 
 #include "tests/abi/type_library.h"
 #include "tests/support/module.h"
+#include "tests/support/source_tree.h"
 #include "tests/support/value.h"
 
 namespace pv::test {
@@ -61,7 +62,7 @@ TEST(Help, EveryValueOfAnEnumerationHasOne) {
 }
 
 TEST(Help, OfValuesIsWhatTheContractSays) {
-  std::ifstream file(PV_SOURCE_DIR "/typelib/pvItems32.idl");
+  std::ifstream file(source_file("typelib/pvItems32.idl"));
   const std::string contract((std::istreambuf_iterator<char>(file)), {});
   std::map<std::string, std::string> texts;
   const std::regex declaration(R"re(ENUM_VALUE\(\s*(\w+)\s*,[^,]*,\s*"([^"]*)"\s*\))re");

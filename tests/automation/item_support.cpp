@@ -1,11 +1,11 @@
 #include "tests/automation/item_support.h"
 
-#include <filesystem>
+#include "tests/support/source_tree.h"
 
 namespace pv::test {
 
 std::wstring example_file(std::wstring_view name) {
-  return std::filesystem::path(PV_SOURCE_DIR).wstring() + L"/examples/data/" + std::wstring(name);
+  return (source_file("examples/data") / name).wstring();
 }
 
 Object add_variable(const Object& variables, std::wstring_view key) {

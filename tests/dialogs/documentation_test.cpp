@@ -9,6 +9,7 @@
 
 #include "tests/dialogs/dialog_state.h"
 #include "tests/dialogs/every_form.h"
+#include "tests/support/source_tree.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -19,7 +20,7 @@ std::string narrow(const std::wstring& ascii) { return {ascii.begin(), ascii.end
 
 // A section for each form, with one row for each control: id, name, window class, meaning.
 std::map<std::string, Controls> documented() {
-  std::ifstream page(PV_SOURCE_DIR "/docs/dialogs.md");
+  std::ifstream page(test::source_file("docs/dialogs.md"));
   EXPECT_TRUE(page.is_open());
   const std::regex heading("## (frm\\w+)\\r?");
   const std::regex row("\\| (\\d+) \\| [^|]* \\| (\\w+) \\|.*");

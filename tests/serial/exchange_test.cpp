@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/serial/line_test.h"
+#include "tests/support/source_tree.h"
 
 namespace pv::test {
 namespace {
@@ -26,7 +27,7 @@ std::vector<KnownValue> known_values() {
                                          L"7",  L"21", L"22", L"23", L"50", L"51",
                                          L"55", L"58", L"72", L"73", L"75", L"141"};
   const std::set<std::wstring> of_older_software = {L"160", L"161"};
-  std::ifstream file(PV_SOURCE_DIR "/examples/data/fluxor.val");
+  std::ifstream file(source_file("examples/data/fluxor.val"));
   std::vector<KnownValue> values;
   for (std::string line; std::getline(file, line);) {
     if (!line.empty() && line.back() == '\r') line.pop_back();

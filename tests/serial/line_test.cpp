@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "tests/support/program.h"
+#include "tests/support/source_tree.h"
 
 namespace pv::test {
 
@@ -27,12 +28,7 @@ LineTest::~LineTest() {
 }
 
 std::wstring LineTest::settings_name() {
-  const std::string folder = PV_SOURCE_DIR "/examples/data/fluxor";
-  std::wstring name(folder.begin(), folder.end());
-  for (wchar_t& character : name) {
-    if (character == L'/') character = L'\\';
-  }
-  return name;
+  return source_file("examples/data/fluxor").make_preferred().wstring();
 }
 
 Object LineTest::item(std::wstring_view key) const {
