@@ -7,51 +7,10 @@
 namespace pv {
 namespace {
 
-std::size_t size_of(VARTYPE type) {
-  switch (type) {
-    case VT_I1:
-    case VT_UI1:
-      return 1;
-    case VT_I2:
-    case VT_UI2:
-    case VT_BOOL:
-      return 2;
-    case VT_R8:
-    case VT_DATE:
-    case VT_CY:
-    case VT_I8:
-    case VT_UI8:
-      return 8;
-    case VT_VARIANT:
-    case VT_DECIMAL:
-      return 16;
-    default:
-      return 4;
-  }
-}
-
 bool is_object(VARTYPE type) { return type == VT_DISPATCH || type == VT_UNKNOWN; }
 
 HRESULT as_dispatch_error(HRESULT result) {
   return result == E_INVALIDARG || result == DISP_E_BADVARTYPE ? DISP_E_TYPEMISMATCH : result;
-}
-
-// Stores a plain value into the variable that a typed reference points to.
-HRESULT store_typed(const VARIANT& reference, VARIANT& value) {
-  const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
-  Variant converted_value;
-  const HRESULT result = VariantChangeType(&converted_value, &value, VARIANT_ALPHABOOL, type);
-  if (FAILED(result)) return as_dispatch_error(result);
-  if (type == VT_DECIMAL) {
-    *reference.pdecVal = converted_value.decVal;
-    return S_OK;
-  }
-  Variant former;  // what the variable held goes: texts, objects and arrays
-  former.vt = type;
-  std::memcpy(&former.lVal, reference.byref, size_of(type));
-  std::memcpy(reference.byref, &converted_value.lVal, size_of(type));
-  converted_value.vt = VT_EMPTY;  // the variable owns it now
-  return S_OK;
 }
 
 }  // namespace
@@ -172,7 +131,7 @@ void Argument::push_to(CallWords& words) const {
 
 HRESULT Argument::write_back() {
   if (!origin_ || !changed()) return S_OK;
-  if (origin_->vt & VT_BYREF) return store_typed(*origin_, value_);
+  if (origin_->vt & VT_BYREF) return as_dispatch_error(store_typed(*origin_, value_));
   auto* variable = const_cast<VARIANT*>(origin_);
   VariantClear(variable);
   *variable = value_;

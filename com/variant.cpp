@@ -1,5 +1,6 @@
 #include "com/variant.h"
 
+#include <cstring>
 #include <new>
 
 #include "com/boundary.h"
@@ -54,6 +55,47 @@ Variant dereferenced(const VARIANT& value) {
   Variant copy;
   check(VariantCopyInd(&copy, const_cast<VARIANT*>(&inner)));
   return copy;
+}
+
+std::size_t size_of(VARTYPE type) {
+  switch (type) {
+    case VT_I1:
+    case VT_UI1:
+      return 1;
+    case VT_I2:
+    case VT_UI2:
+    case VT_BOOL:
+      return 2;
+    case VT_R8:
+    case VT_DATE:
+    case VT_CY:
+    case VT_I8:
+    case VT_UI8:
+      return 8;
+    case VT_VARIANT:
+    case VT_DECIMAL:
+      return 16;
+    default:
+      return 4;
+  }
+}
+
+HRESULT store_typed(const VARIANT& reference, const VARIANT& value) {
+  const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
+  Variant typed;
+  const HRESULT result =
+      VariantChangeType(&typed, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, type);
+  if (FAILED(result)) return result;
+  if (type == VT_DECIMAL) {
+    *reference.pdecVal = typed.decVal;
+    return S_OK;
+  }
+  Variant former;  // what the variable held goes: texts, objects and arrays
+  former.vt = type;
+  std::memcpy(&former.lVal, reference.byref, size_of(type));
+  std::memcpy(reference.byref, &typed.lVal, size_of(type));
+  typed.vt = VT_EMPTY;  // the variable owns it now
+  return S_OK;
 }
 
 Variant converted(const VARIANT& value, VARTYPE type) {

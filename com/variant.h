@@ -103,6 +103,12 @@ inline const VARIANT& innermost(const VARIANT& value) {
 /// A copy in which a reference is replaced by what it refers to.
 Variant dereferenced(const VARIANT& value);
 
+/// Bytes of a value of the type, as parameters and variables have it.
+std::size_t size_of(VARTYPE type);
+
+/// Stores a value, converted, into the variable that a typed reference points to.
+HRESULT store_typed(const VARIANT& reference, const VARIANT& value);
+
 /// Conversions of the platform, in the user's locale. Errors: kTypeMismatch, kOverflow,
 /// kInvalidNull.
 Variant converted(const VARIANT& value, VARTYPE type);

@@ -24,10 +24,13 @@ long decimals_wanted(VARIANT* decimals) {
   if (!decimals || is_missing(*decimals)) return static_cast<long>(wanted);
   attempt([&] { wanted = double_of(dereferenced(*decimals)); });
   if (wanted <= kMostDecimals) return integer_or_zero<long>(std::max(wanted, kGeneralFormat));
-  VARIANT* target = decimals->vt == (VT_BYREF | VT_VARIANT) ? decimals->pvarVal : decimals;
-  VariantClear(target);
-  target->vt = VT_I2;
-  target->iVal = kMostDecimals;
+  auto& target = const_cast<VARIANT&>(innermost(*decimals));
+  if (target.vt & VT_BYREF) {
+    store_typed(target, Variant(kMostDecimals));
+  } else {
+    VariantClear(&target);
+    target = Variant(kMostDecimals).detach();
+  }
   return kMostDecimals;
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "pvItems32.h"
 #include "tests/automation/dimension_support.h"
 
 namespace pv::test {
@@ -82,6 +83,20 @@ TEST_F(ToUnit, TooManyDecimalsAreCutInATypedVariable) {
   double real = 1e12;
   EXPECT_EQ(shown(10, 1, 1, by_ref(real)), in_user_locale(L"36.00000000"));
   EXPECT_EQ(real, 8.0);
+}
+
+TEST_F(ToUnit, TooManyDecimalsAreCutInTheVariableOfACompiledCaller) {
+  const auto direct = query<_CDimensions>(dimensions.get());
+  short variable = 12;
+  VARIANT decimals = by_ref(variable);
+  BSTR text = nullptr;
+  EXPECT_EQ(
+      direct->ToUnit(Value(10), Value(1), Value(1), &decimals, smValueOnly, VARIANT_FALSE, &text),
+      S_OK);
+  EXPECT_EQ(printable(view_of(text)), printable(in_user_locale(L"36.00000000")));
+  EXPECT_EQ(variable, 8);
+  EXPECT_EQ(decimals.vt, VT_BYREF | VT_I2);
+  SysFreeString(text);
 }
 
 TEST_F(ToUnit, TooManyDecimalsInATextAreCutThere) {

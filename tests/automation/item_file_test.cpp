@@ -328,7 +328,7 @@ TEST_F(ItemFile, SurvivesAHostThatClearsTheItemsWhileTheMessageIsOpen) {
   }
   EXPECT_TRUE(load(file + "[ITEM2]\nCount=0\nSettings=2|2|0|1|0|0|0|4|\n"));
   EXPECT_EQ(answerer.boxes().size(), 4u);
-  EXPECT_EQ(texts_of(items_), (Texts{L"2"}));
+  EXPECT_EQ(texts_of(items_), (Texts{L"1", L"2"}));  // those before the load were cleared
 }
 
 }  // namespace
