@@ -1,8 +1,5 @@
 #include "util/running_statistics.h"
 
-#include <cmath>
-#include <limits>
-
 #include "com/automation_error.h"
 
 namespace pv {
@@ -18,28 +15,8 @@ float deviation_of(const RunningStatistics& s) {
 
 }  // namespace
 
-float smaller_of(float a, float b) {
-  const float difference = a - b;
-  return difference <= 0 ? a : b;
-}
-
-float larger_of(float a, float b) {
-  const float difference = a - b;
-  return difference >= 0 ? a : b;
-}
-
-void RunningStatistics::add(float reading) {
-  if (std::isnan(reading)) return;
-  if (sample == std::numeric_limits<std::int32_t>::max()) {
-    throw automation_error(ErrorCode::kOverflow, L"number of readings");
-  }
-  ++sample;
-  min = sample == 1 ? reading : smaller_of(min, reading);
-  max = sample == 1 ? reading : larger_of(max, reading);
-  value = reading;
-  sum += reading;
-  sum_of_squares += static_cast<double>(reading) * reading;  // exact: no square is lost or rounded
-  square_of_sum = sum * sum;
+void RunningStatistics::refuse_more() {
+  throw automation_error(ErrorCode::kOverflow, L"number of readings");
 }
 
 void RunningStatistics::refresh() {

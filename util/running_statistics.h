@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
+#include <limits>
 
 namespace pv {
 
@@ -21,10 +23,32 @@ struct RunningStatistics {
   /// A reading that is no number is ignored. Throws kOverflow when the count leaves 32 bits.
   void add(float reading);
   void refresh();
+
+ private:
+  [[noreturn]] static void refuse_more();
 };
 
 /// The smaller and the larger of two numbers, by their single-precision difference.
-float smaller_of(float a, float b);
-float larger_of(float a, float b);
+inline float smaller_of(float a, float b) {
+  const float difference = a - b;
+  return difference <= 0 ? a : b;
+}
+inline float larger_of(float a, float b) {
+  const float difference = a - b;
+  return difference >= 0 ? a : b;
+}
+
+// Here for the sake of its callers' loops: a call would cost as much as the sums.
+inline void RunningStatistics::add(float reading) {
+  if (std::isnan(reading)) return;
+  if (sample == std::numeric_limits<std::int32_t>::max()) refuse_more();
+  ++sample;
+  min = sample == 1 ? reading : smaller_of(min, reading);
+  max = sample == 1 ? reading : larger_of(max, reading);
+  value = reading;
+  sum += reading;
+  sum_of_squares += static_cast<double>(reading) * reading;  // exact: no square is lost or rounded
+  square_of_sum = sum * sum;
+}
 
 }  // namespace pv
