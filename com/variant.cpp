@@ -57,29 +57,6 @@ Variant dereferenced(const VARIANT& value) {
   return copy;
 }
 
-std::size_t size_of(VARTYPE type) {
-  switch (type) {
-    case VT_I1:
-    case VT_UI1:
-      return 1;
-    case VT_I2:
-    case VT_UI2:
-    case VT_BOOL:
-      return 2;
-    case VT_R8:
-    case VT_DATE:
-    case VT_CY:
-    case VT_I8:
-    case VT_UI8:
-      return 8;
-    case VT_VARIANT:
-    case VT_DECIMAL:
-      return 16;
-    default:
-      return 4;
-  }
-}
-
 HRESULT store_typed(const VARIANT& reference, const VARIANT& value) {
   const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
   Variant typed;
