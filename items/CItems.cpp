@@ -79,8 +79,7 @@ void add_from_file(CItems::Members& items, LoadedItem& loaded) {
   variables->list().reserve(loaded.variables.size());
   item->set_variables(variables);
   for (VariableRecord& record : loaded.variables) {
-    const auto variable = make<CVariable>();
-    variable->assign(std::move(record));
+    const auto variable = make<CVariable>(std::move(record));
     if (!variables->add(variable)) report_refused_variable(variable->key());
   }
 }

@@ -10,6 +10,12 @@ class CVariable final : public Dual<CVariable, _CVariable, ::CVariable> {
  public:
   static constexpr const wchar_t* kClassName = L"CVariable";
 
+  CVariable() = default;
+  /// A variable that never had the texts of a new one.
+  explicit CVariable(VariableRecord record) : description_(), caption_() {
+    assign(std::move(record));
+  }
+
   STORED(Key, BSTR, key_)
   STORED(DataType, short, data_type_)
   STORED(Dirty, VARIANT_BOOL, dirty_)
