@@ -1,5 +1,7 @@
 #include "access/CPasswords.h"
 
+#include <exception>
+
 #include "access/password_code.h"
 #include "dialogs/password_dialog.h"
 #include "platform/code_page.h"
@@ -23,15 +25,22 @@ const std::wstring& element(const std::vector<std::wstring>& elements, std::size
   return elements[index];
 }
 
+Ref<CPassword> password_of(std::wstring_view reference, std::wstring_view current) {
+  const auto password = make<CPassword>();
+  password->assign(reference, current);
+  return password;
+}
+
 }  // namespace
 
 Ref<CPassword> CPasswords::add(std::wstring_view reference, std::wstring_view current) {
-  const auto password = make<CPassword>();
-  password->assign(reference, current);
-  password->set_index(short_of(Variant(list_.size() + 1)));
+  const auto password = password_of(reference, current);
+  password->set_index(next_index());
   list_.append(password);
   return password;
 }
+
+short CPasswords::next_index() const { return short_of(Variant(list_.size() + 1)); }
 
 void CPasswords::fire_state(DISPID event, short index) {
   const Variant argument(index);
@@ -71,16 +80,32 @@ STDMETHODIMP CPasswords::Save(BSTR* result) noexcept {
   });
 }
 
-// What cannot be read raises an error; the passwords read so far stay.
+// What cannot be read raises an error; the passwords before it are taken. All memory is had before
+// the former passwords go, so that a lack of it changes nothing.
 short CPasswords::load(std::wstring_view settings) {
   const std::vector<std::wstring> elements = split_record(settings);
   const double count = double_of(Variant(element(elements, 0)));
-  list_.clear();
-  for (std::size_t i = 1; static_cast<double>(i) <= count * 2; i += 2) {
-    const std::wstring reference = decoded(element(elements, i));
-    const auto password = add(reference, decoded(element(elements, i + 1)));
+  std::vector<Members> loaded;
+  std::exception_ptr unreadable;
+  try {
+    for (std::size_t i = 1; static_cast<double>(i) <= count * 2; i += 2) {
+      const std::wstring reference = decoded(element(elements, i));
+      loaded.emplace_back().append(password_of(reference, decoded(element(elements, i + 1))));
+    }
+  } catch (const automation_error&) {
+    unreadable = std::current_exception();
+  }
+  Members room;
+  room.reserve(loaded.size());
+  std::swap(list_, room);
+  room.clear();
+  for (Members& each : loaded) {
+    const Ref<CPassword> password = each.at(1);
+    password->set_index(next_index());
+    list_.take_over(std::move(each));
     fire_state(password->is_open() ? kOnPasswordSet : kOnPasswordReset, password->index());
   }
+  if (unreadable) std::rethrow_exception(unreadable);
   return short_of(Variant(count));
 }
 

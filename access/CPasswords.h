@@ -28,6 +28,7 @@ class CPasswords final : public PasswordsBase {
 
  private:
   Ref<CPassword> add(std::wstring_view reference, std::wstring_view current);
+  short next_index() const;
   void fire_state(DISPID event, short index);
   short load(std::wstring_view settings);
 };

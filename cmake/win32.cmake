@@ -37,18 +37,16 @@ file(GLOB platform_sources CONFIGURE_DEPENDS com/*.cpp platform/*.cpp dialogs/*.
 list(REMOVE_ITEM platform_sources ${CMAKE_SOURCE_DIR}/com/automation_error.cpp
   ${CMAKE_SOURCE_DIR}/com/key_fold.cpp)
 
-add_library(pvItems32 SHARED ${platform_sources} ${class_sources} ${resource_scripts}
-  module/pvItems32.def)
-set_target_properties(pvItems32 PROPERTIES PREFIX "")
-target_link_libraries(pvItems32 PRIVATE pv_options pv_plain pv_contract
+# Objects of their own, so that a test program can be made of them, too.
+add_library(pv_library OBJECT ${platform_sources} ${class_sources})
+target_link_libraries(pv_library PUBLIC pv_options pv_plain pv_contract
   comctl32 comdlg32 gdi32 shell32 version)
-target_compile_options(pvItems32 PRIVATE -fstack-protector-strong)
-target_link_options(pvItems32 PRIVATE -static -fstack-protector-strong -Wl,--kill-at
-  -Wl,--enable-stdcall-fixup)
+target_compile_options(pv_library PRIVATE -fstack-protector-strong)
+target_link_options(pv_library PUBLIC -fstack-protector-strong)
 
 if(PV_COVERAGE)
-  target_compile_options(pvItems32 PRIVATE --coverage -O0)
-  target_link_options(pvItems32 PRIVATE --coverage)
+  target_compile_options(pv_library PRIVATE --coverage -O0)
+  target_link_options(pv_library PUBLIC --coverage)
 endif()
 
 # What nearly every file of a target starts with, compiled once. The compiler then no longer knows the
@@ -58,8 +56,13 @@ function(precompile target)
   target_compile_options(${target} PRIVATE -Wno-array-bounds -Wno-stringop-overread)
 endfunction()
 
-precompile(pvItems32 <algorithm> <functional> <map> <memory> <optional> <string> <string_view> <vector>
+precompile(pv_library <algorithm> <functional> <map> <memory> <optional> <string> <string_view> <vector>
   com/automation.h <pvItems32.h>)
+
+add_library(pvItems32 SHARED ${resource_scripts} module/pvItems32.def)
+set_target_properties(pvItems32 PROPERTIES PREFIX "" LINKER_LANGUAGE CXX)
+target_link_libraries(pvItems32 PRIVATE pv_library)
+target_link_options(pvItems32 PRIVATE -static -Wl,--kill-at -Wl,--enable-stdcall-fixup)
 
 # For use without registration: what a program's manifest refers to, beside the DLL.
 set(manifest ${CMAKE_BINARY_DIR}/pvItems32.manifest)
@@ -129,6 +132,11 @@ add_dependencies(faults_tests faults_helper)
 # The caller without manners goes by the type library, too.
 add_windows_tests(hostile)
 target_sources(hostile_tests PRIVATE tests/abi/type_library.cpp)
+
+# The library as a part of the program: all its allocations go through the program's own functions.
+add_windows_tests(memory)
+target_sources(memory_tests PRIVATE ${resource_scripts} tests/abi/type_library.cpp)
+target_link_libraries(memory_tests PRIVATE pv_library)
 
 # Found by the dialog tests in place of the platform's help viewer.
 add_library(help_viewer MODULE tests/dialogs/help_viewer/hhctrl.cpp)

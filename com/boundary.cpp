@@ -23,11 +23,16 @@ std::wstring member_name(const char* function) {
   return std::wstring(name.begin(), name.end());
 }
 
-HRESULT report(const wchar_t* class_name, const char* function, HRESULT result,
-               const std::wstring& what) {
-  const std::wstring name(class_name);
-  const auto info =
-      make_error_info(L"pvItems32." + name, name + L"." + member_name(function) + L": " + what);
+// The number of an error counts more than its text, for which there may be no memory.
+template <class Text>
+HRESULT report(const wchar_t* class_name, const char* function, HRESULT result, Text&& text) {
+  Ref<IErrorInfo> info;
+  try {
+    const std::wstring name(class_name);
+    info =
+        make_error_info(L"pvItems32." + name, name + L"." + member_name(function) + L": " + text());
+  } catch (const std::bad_alloc&) {
+  }
   SetErrorInfo(0, info.get());
   return result;
 }
@@ -47,7 +52,8 @@ std::wstring system_text(HRESULT result) {
 HRESULT report_failure(const wchar_t* class_name, const char* function,
                        const com_failure& failure) {
   if (!failure.info()) {
-    return report(class_name, function, failure.result(), system_text(failure.result()));
+    return report(class_name, function, failure.result(),
+                  [&] { return system_text(failure.result()); });
   }
   SetErrorInfo(0, failure.info().get());
   return failure.result();
@@ -55,9 +61,10 @@ HRESULT report_failure(const wchar_t* class_name, const char* function,
 
 HRESULT report_error(const wchar_t* class_name, const char* function,
                      const automation_error& error) {
-  std::wstring what = text_of(error.code());
-  if (!error.detail().empty()) what += L" (" + error.detail() + L")";
-  return report(class_name, function, hresult_of(error.code()), what);
+  return report(class_name, function, hresult_of(error.code()), [&] {
+    const std::wstring what = text_of(error.code());
+    return error.detail().empty() ? what : what + L" (" + error.detail() + L")";
+  });
 }
 
 HRESULT report_unguarded(const wchar_t* class_name, const char* function) {
@@ -71,7 +78,8 @@ HRESULT report_unguarded(const wchar_t* class_name, const char* function) {
     return hresult_of(ErrorCode::kOutOfMemory);
   } catch (const std::exception& error) {
     const std::string_view what(error.what());
-    return report(class_name, function, E_FAIL, std::wstring(what.begin(), what.end()));
+    return report(class_name, function, E_FAIL,
+                  [&] { return std::wstring(what.begin(), what.end()); });
   }
 }
 
@@ -79,7 +87,9 @@ HRESULT report_unguarded(const wchar_t* class_name, const char* function) {
 
 void check(HRESULT result) {
   if (SUCCEEDED(result)) return;
-  if (result == E_OUTOFMEMORY) throw std::bad_alloc();
+  if (result == E_OUTOFMEMORY || result == hresult_of(ErrorCode::kOutOfMemory)) {
+    throw std::bad_alloc();
+  }
   Ref<IErrorInfo> info;
   GetErrorInfo(0, info.receive());
   throw com_failure(result, info);
@@ -97,16 +107,13 @@ HRESULT report_current_exception(const wchar_t* class_name, const char* function
   try {
     return report_unguarded(class_name, function);
   } catch (...) {
-    return E_OUTOFMEMORY;
+    return E_FAIL;
   }
 }
 
 HRESULT report_null_pointer(const wchar_t* class_name, const char* function) noexcept {
-  try {
-    return report(class_name, function, E_POINTER, L"a pointer for a result is null");
-  } catch (...) {
-    return E_POINTER;
-  }
+  return report(class_name, function, E_POINTER,
+                [] { return std::wstring(L"a pointer for a result is null"); });
 }
 
 }  // namespace pv

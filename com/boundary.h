@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <source_location>
 #include <string>
 
@@ -24,7 +25,8 @@ class com_failure : public std::exception {
   Ref<IErrorInfo> info_;
 };
 
-/// Throws for a failure HRESULT; the error information of the thread goes along.
+/// Throws for a failure HRESULT: std::bad_alloc where memory ran out, else com_failure; the error
+/// information of the thread goes along.
 void check(HRESULT result);
 
 /// Error information as automation clients read it.
@@ -58,12 +60,14 @@ HRESULT guarded(const wchar_t* class_name, const char* function, Body&& body) no
 }
 
 /// Runs a step whose run-time errors are ignored; tells whether it worked. Running out of memory
-/// is ignored like any other error, so nothing half-done may be left behind by a step.
+/// is not ignored: what would be missing then is no fallback that anybody asked for.
 template <class Step>
-bool attempt(Step&& step) noexcept {
+bool attempt(Step&& step) {
   try {
     step();
     return true;
+  } catch (const std::bad_alloc&) {
+    throw;
   } catch (...) {
     return false;
   }

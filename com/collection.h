@@ -84,11 +84,11 @@ class Collection : public Dual<Derived, Interface, Coclass> {
 template <class Element>
 void replace_member(KeyedList<Ref<Element>>& list, long position, const Ref<Element>& replacement,
                     std::wstring_view key) {
-  list.remove(position);
-  if (position <= list.size()) {
-    list.insert(position, replacement, key);
-  } else {
-    list.append(replacement, key);
+  try {
+    list.replace(position, replacement, key, position);
+  } catch (const automation_error& error) {
+    if (error.code() == ErrorCode::kKeyInUse) list.remove(position);
+    throw;
   }
 }
 

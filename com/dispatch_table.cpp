@@ -1,6 +1,8 @@
 #include "com/dispatch_table.h"
 
 #include <algorithm>
+#include <memory>
+#include <new>
 
 #include "com/boundary.h"
 #include "com/type_library.h"
@@ -27,6 +29,57 @@ bool same_name(std::wstring_view folded_name, std::wstring_view name) {
                     [](wchar_t a, wchar_t b) { return a == folded(b); });
 }
 
+// Descriptions are lent by the type that they belong to.
+struct GiveBack {
+  ITypeInfo* info = nullptr;
+  void operator()(TYPEATTR* attributes) const { info->ReleaseTypeAttr(attributes); }
+  void operator()(FUNCDESC* function) const { info->ReleaseFuncDesc(function); }
+};
+using Attributes = std::unique_ptr<TYPEATTR, GiveBack>;
+using Function = std::unique_ptr<FUNCDESC, GiveBack>;
+
+Attributes attributes_of(ITypeInfo* info) {
+  TYPEATTR* attributes = nullptr;
+  check(info->GetTypeAttr(&attributes));
+  return Attributes(attributes, {info});
+}
+
+Function function_of(ITypeInfo* info, UINT index) {
+  FUNCDESC* function = nullptr;
+  check(info->GetFuncDesc(index, &function));
+  return Function(function, {info});
+}
+
+// The name of a member and those of its parameters; a new value may have none.
+class Names {
+ public:
+  Names(ITypeInfo* info, const FUNCDESC& function) {
+    check(info->GetNames(function.memid, texts_.data(), static_cast<UINT>(texts_.size()), &count_));
+    // The platform leaves a name out when memory runs out.
+    const UINT certain = function.invkind & (INVOKE_FUNC | INVOKE_PROPERTYGET) ? count_ : 1;
+    if (!std::all_of(texts_.begin(), texts_.begin() + certain, [](BSTR text) { return text; })) {
+      release();
+      throw std::bad_alloc();
+    }
+  }
+  Names(const Names&) = delete;
+  Names& operator=(const Names&) = delete;
+  ~Names() { release(); }
+
+  /// Empty for a parameter without a name; the member itself is number 0.
+  std::wstring_view at(UINT number) const {
+    return number < count_ ? view_of(texts_[number]) : std::wstring_view();
+  }
+
+ private:
+  void release() {
+    for (BSTR text : texts_) SysFreeString(text);
+  }
+
+  std::array<BSTR, 64> texts_{};
+  UINT count_ = 0;
+};
+
 struct ResolvedType {
   VARTYPE type = VT_EMPTY;
   IID iid{};
@@ -38,8 +91,7 @@ ResolvedType resolve(ITypeInfo* info, const TYPEDESC& type);
 ResolvedType resolve_named(ITypeInfo* info, HREFTYPE reference) {
   Ref<ITypeInfo> named;
   check(info->GetRefTypeInfo(reference, named.receive()));
-  TYPEATTR* attributes = nullptr;
-  check(named->GetTypeAttr(&attributes));
+  const Attributes attributes = attributes_of(named.get());
   ResolvedType resolved;
   switch (attributes->typekind) {
     case TKIND_ENUM:
@@ -52,7 +104,6 @@ ResolvedType resolve_named(ITypeInfo* info, HREFTYPE reference) {
       resolved = {VT_DISPATCH, attributes->guid, -1};
       break;
   }
-  named->ReleaseTypeAttr(attributes);
   return resolved;
 }
 
@@ -109,16 +160,8 @@ Ref<ITypeInfo> vtable_view(Ref<ITypeInfo> info) {
 
 DispatchTable::DispatchTable(REFIID iid) : names_(kNameSlots) {
   const Ref<ITypeInfo> info = vtable_view(own_type_info(iid));
-  TYPEATTR* attributes = nullptr;
-  check(info->GetTypeAttr(&attributes));
-  const UINT count = attributes->cFuncs;
-  info->ReleaseTypeAttr(attributes);
-  for (UINT i = 0; i < count; ++i) {
-    FUNCDESC* function = nullptr;
-    check(info->GetFuncDesc(i, &function));
-    add_member(info.get(), *function);
-    info->ReleaseFuncDesc(function);
-  }
+  const UINT count = attributes_of(info.get())->cFuncs;
+  for (UINT i = 0; i < count; ++i) add_member(info.get(), *function_of(info.get(), i));
 }
 
 void DispatchTable::add_member(ITypeInfo* info, const FUNCDESC& function) {
@@ -127,24 +170,20 @@ void DispatchTable::add_member(ITypeInfo* info, const FUNCDESC& function) {
   member.kind = function.invkind;
   member.slot = static_cast<std::size_t>(function.oVft) / sizeof(void*);
 
-  std::array<BSTR, 64> names{};
-  UINT named = 0;
-  check(info->GetNames(function.memid, names.data(), static_cast<UINT>(names.size()), &named));
+  const Names names(info, function);
   for (int i = 0; i < function.cParams; ++i) {
     const ELEMDESC& element = function.lprgelemdescParam[i];
     Parameter parameter = parameter_of(info, element);
     if (element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) {
       member.result = std::move(parameter);
     } else {
-      const UINT name = static_cast<UINT>(i) + 1;
-      if (name < named) parameter.name = view_of(names[name]);
+      parameter.name = names.at(static_cast<UINT>(i) + 1);
       member.parameters.push_back(std::move(parameter));
     }
   }
-  if (named > 0) add_name(view_of(names[0]), member.id);
+  add_name(names.at(0), member.id);
   // The enumerator is known to some clients under the name that the platform's tools give it.
   if (member.id == DISPID_NEWENUM) add_name(L"_NewEnum", member.id);
-  for (UINT i = 0; i < named; ++i) SysFreeString(names[i]);
 
   const auto at = static_cast<std::size_t>(member.id - kLowestId);
   if (by_id_.size() <= at) by_id_.resize(at + 1, Kinds{-1, -1, -1});

@@ -34,6 +34,15 @@ class KeyIndex {
     return entry;
   }
 
+  /// The entry with the same key as another one. Needs no memory.
+  Entry* find_same(const Entry& other) const {
+    Entry* entry = buckets_[place_of(other.hash)];
+    while (entry && !(entry->hash == other.hash && entry->folded_key == other.folded_key)) {
+      entry = entry->next;
+    }
+    return entry;
+  }
+
   /// Makes room for `count` entries; the only step that can fail, and then nothing changes.
   void reserve(std::size_t count) {
     if (count <= buckets_.size()) return;

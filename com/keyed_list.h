@@ -60,8 +60,8 @@ class KeyedList {
     return 0;
   }
 
-  /// Makes room for members to come; sparing with memory where their number is known.
-  void reserve(std::size_t count) { entries_.reserve(count); }
+  /// Makes room for so many more members; sparing with memory where their number is known.
+  void reserve(std::size_t more) { make_room(more); }
 
   void append(T value, std::wstring_view key = {}) {
     insert_at(entries_.size(), std::move(value), key);
@@ -69,6 +69,35 @@ class KeyedList {
   /// Inserts before `position`, which must exist.
   void insert(long position, T value, std::wstring_view key = {}) {
     insert_at(index_of(position), std::move(value), key);
+  }
+
+  /// Puts another value, under a key of its own, in the place of a member and moves it to
+  /// `new_position`. What fails changes nothing, which removing and inserting could not promise.
+  void replace(long position, T value, std::wstring_view key, long new_position) {
+    const std::size_t index = index_of(position);
+    const std::size_t new_index = index_of(new_position);
+    auto entry = std::make_unique<Entry>(std::move(value), key);
+    const Entry* taken = find_same(*entry);
+    if (taken && taken != entries_[index].get()) throw in_use(key);
+    // The former member may run foreign code when it goes: all is done by then.
+    std::swap(entry, entries_[index]);
+    unlink(*entry);
+    link(*entries_[index]);
+    move_entry(index, new_index);
+  }
+
+  /// Moves the members of another list to the end of this one; those whose keys are in use here go.
+  /// What fails changes neither list.
+  void take_over(KeyedList&& others) {
+    make_room(others.entries_.size());
+    others.index_.clear();
+    Entries doomed;  // keeps its room: those that are taken over leave it
+    doomed.swap(others.entries_);
+    for (auto& entry : doomed) {
+      if (find_same(*entry)) continue;
+      link(*entry);
+      entries_.push_back(std::move(entry));
+    }
   }
 
   void remove(long position) { remove_at(index_of(position)); }
@@ -109,6 +138,14 @@ class KeyedList {
     return found == entries_.end() ? nullptr : found->get();
   }
 
+  Entry* find_same(const Entry& entry) const {
+    if (!entry.has_key()) return nullptr;
+    if (!index_.empty()) return index_.find_same(entry);
+    const auto is_same = [&](const auto& each) { return each->folded_key == entry.folded_key; };
+    const auto found = std::find_if(entries_.begin(), entries_.end(), is_same);
+    return found == entries_.end() ? nullptr : found->get();
+  }
+
   const Entry& entry_of(std::wstring_view key) const {
     const Entry* found = find(key);
     if (!found) {
@@ -119,20 +156,17 @@ class KeyedList {
 
   void insert_at(std::size_t index, T value, std::wstring_view key) {
     auto entry = std::make_unique<Entry>(std::move(value), key);
-    if (find(key)) {
-      throw automation_error(ErrorCode::kKeyInUse, L"key \"" + std::wstring(key) + L"\"");
-    }
-    make_room();
-    if (entry->has_key() && !index_.empty()) index_.link(entry.get());
+    if (find_same(*entry)) throw in_use(key);
+    make_room(1);
+    link(*entry);
     entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(index), std::move(entry));
   }
 
-  // For one more entry, so that nothing can fail once its key is known.
-  void make_room() {
-    if (entries_.size() == entries_.capacity()) {
-      entries_.reserve(std::max<std::size_t>(1, entries_.size() * 2));
-    }
-    if (entries_.size() < kFew) return;
+  // For more entries, so that nothing can fail once their keys are known.
+  void make_room(std::size_t more) {
+    const std::size_t needed = entries_.size() + more;
+    if (needed > entries_.capacity()) entries_.reserve(std::max(needed, entries_.size() * 2));
+    if (needed <= kFew) return;
     const bool is_first = index_.empty();
     index_.reserve(entries_.capacity());
     if (!is_first) return;
@@ -145,7 +179,26 @@ class KeyedList {
     const auto at = entries_.begin() + static_cast<std::ptrdiff_t>(index);
     std::unique_ptr<Entry> doomed = std::move(*at);
     entries_.erase(at);
-    if (doomed->has_key() && !index_.empty()) index_.unlink(doomed.get());
+    unlink(*doomed);
+  }
+
+  void link(Entry& entry) {
+    if (entry.has_key() && !index_.empty()) index_.link(&entry);
+  }
+  void unlink(const Entry& entry) {
+    if (entry.has_key() && !index_.empty()) index_.unlink(&entry);
+  }
+
+  void move_entry(std::size_t from, std::size_t to) {
+    const auto at = [&](std::size_t index) {
+      return entries_.begin() + static_cast<std::ptrdiff_t>(index);
+    };
+    if (from < to) std::rotate(at(from), at(from + 1), at(to + 1));
+    if (to < from) std::rotate(at(to), at(from), at(from + 1));
+  }
+
+  static automation_error in_use(std::wstring_view key) {
+    return automation_error(ErrorCode::kKeyInUse, L"key \"" + std::wstring(key) + L"\"");
   }
 
   static constexpr std::size_t kFew = 8;  // up to so many, looking at each is as fast

@@ -3,6 +3,7 @@
 #include <dispex.h>
 
 #include <algorithm>
+#include <new>
 #include <vector>
 
 #include "com/boundary.h"
@@ -68,12 +69,6 @@ class CallArguments {
   std::vector<Variant> values_;
 };
 
-std::wstring take_text(BSTR& text) {
-  std::wstring copy(view_of(text));
-  SysFreeString(std::exchange(text, nullptr));
-  return copy;
-}
-
 // Objects differ in whether a member is a method or a property: the other kind gets a try.
 WORD other_kind(WORD flags) {
   switch (flags) {
@@ -116,9 +111,11 @@ thread_local int NestedCall::depth_ = 0;
 
 [[noreturn]] void raise(EXCEPINFO& exception) {
   if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
-  const std::wstring source = take_text(exception.bstrSource);
-  const std::wstring description = take_text(exception.bstrDescription);
-  SysFreeString(exception.bstrHelpFile);
+  const Bstr help_file = Bstr::adopt(exception.bstrHelpFile);
+  const Bstr given_source = Bstr::adopt(exception.bstrSource);
+  const Bstr given_description = Bstr::adopt(exception.bstrDescription);
+  const std::wstring source(view_of(given_source));
+  const std::wstring description(view_of(given_description));
   const HRESULT code =
       exception.scode ? exception.scode : static_cast<HRESULT>(0x800A0000u + exception.wCode);
   const bool explained = !source.empty() || !description.empty();
@@ -134,7 +131,9 @@ DISPID LateBound::find(std::wstring_view member) const {
   std::wstring name(member);
   LPOLESTR names[] = {name.data()};
   DISPID id = DISPID_UNKNOWN;
-  if (SUCCEEDED(object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return id;
+  const HRESULT found = object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  if (SUCCEEDED(found)) return id;
+  if (found == E_OUTOFMEMORY) throw std::bad_alloc();  // who knows whether there is such a member
   // Objects of script engines may know their members only through the extended interface.
   if (const auto extended = query<IDispatchEx>(object_.get())) {
     const Bstr text(member);

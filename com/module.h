@@ -36,12 +36,16 @@ Ref<T> make(A&&... arguments) {
 }
 
 /// Creates a class by its identifier, as a client would: subsystems reach upward this way only.
+/// Nothing for a class that there is not; throws std::bad_alloc when memory runs out.
 template <class I>
 Ref<I> create_class(REFCLSID clsid) {
   Ref<I> object;
   for (const ClassEntry& entry : class_table()) {
-    if (*entry.clsid == clsid)
-      entry.create(__uuidof(I), reinterpret_cast<void**>(object.receive()));
+    if (*entry.clsid != clsid) continue;
+    // What a class needs to come into being is memory.
+    if (FAILED(entry.create(__uuidof(I), reinterpret_cast<void**>(object.receive())))) {
+      throw std::bad_alloc();
+    }
   }
   return object;
 }

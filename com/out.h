@@ -26,6 +26,7 @@ requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void set_out(T* out, V va
   }
 }
 inline void set_out(BSTR* out, std::wstring_view value) { *out = Bstr(value).detach(); }
+inline void set_out(BSTR* out, Bstr value) { *out = value.detach(); }
 inline void set_out(VARIANT* out, Variant value) { *out = value.detach(); }
 template <class I, class T>
 void set_out(I** out, Ref<T> value) {

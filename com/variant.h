@@ -12,13 +12,18 @@ namespace pv {
 class Bstr {
  public:
   explicit Bstr(std::wstring_view text);
-  Bstr(const Bstr&) = delete;
-  Bstr& operator=(const Bstr&) = delete;
+  /// Takes over a text that the platform or another object gave away.
+  static Bstr adopt(BSTR text) { return Bstr(text, Adopted()); }
+  Bstr(Bstr&& other) noexcept : text_(other.detach()) {}
+  Bstr& operator=(Bstr&&) = delete;
   ~Bstr() { SysFreeString(text_); }
   operator BSTR() const { return text_; }
   [[nodiscard]] BSTR detach() { return std::exchange(text_, nullptr); }
 
  private:
+  struct Adopted {};
+  Bstr(BSTR text, Adopted) : text_(text) {}
+
   BSTR text_;
 };
 

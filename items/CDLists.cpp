@@ -24,9 +24,12 @@ STDMETHODIMP CDLists::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noex
     const auto bytes = read_file(std::wstring(view_of(file_name)));
     const auto lists = bytes ? read_list_file(*bytes, ansi_codec()) : std::nullopt;
     if (!lists) return false;
+    Members loaded;
     for (const ListRecord& record : *lists) {
-      added(record.caption, make<CDList>(record.caption, record.caption, members_of(record)));
+      const auto list = make<CDList>(record.caption, record.caption, members_of(record));
+      attempt([&] { loaded.append(list, record.caption); });
     }
+    list_.take_over(std::move(loaded));
     changed_ = false;
     return true;
   });

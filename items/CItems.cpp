@@ -128,11 +128,12 @@ STDMETHODIMP CItems::get_Versions(_CVersions** result) noexcept {
 }
 
 Ref<CItem> CItems::add(ItemRecord record, _CVariables* variables) {
-  changed_ = true;
   const auto item = make<CItem>();
   item->assign(std::move(record));
   item->set_variables(variables);
-  return added(item->record().key, item);
+  const Ref<CItem> result = added(item->record().key, item);
+  changed_ = true;
+  return result;
 }
 
 STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short access,

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -115,12 +116,8 @@ void CItems::change_key(const VARIANT& old_key, std::wstring_view new_key) {
   const auto copy = make<CItem>();
   former->copy_to(copy.get());
   copy->identify(new_key, former->record().item_id);
-  list_.remove(list_.position_of(former));
-  if (position <= list_.size()) {
-    list_.insert(static_cast<long>(position), copy, new_key);
-  } else {
-    list_.append(copy, new_key);
-  }
+  list_.replace(list_.position_of(former), copy, new_key,
+                static_cast<long>(std::min<double>(position, list_.size())));
 }
 
 STDMETHODIMP CItems::ChangeKey(VARIANT old_key, VARIANT new_key, VARIANT_BOOL* result) noexcept {

@@ -29,6 +29,10 @@ VariableRecord CVariable::record() const {
 }
 
 void CVariable::assign(VariableRecord record) {
+  // Values are never part of a record: a float starts as number, everything else as text.
+  Variant value = record.data_type == edtFloat ? Variant(0.0f) : Variant(L"0");
+  Variant list_id(integer_of<short>(record.list_id));
+  // From here on nothing needs memory.
   key_ = std::move(record.key);
   caption_ = std::move(record.caption);
   description_ = std::move(record.description);
@@ -36,9 +40,8 @@ void CVariable::assign(VariableRecord record) {
   dimension_id_ = record.dimension_id;
   unit_id_ = record.unit_id;
   decimals_ = record.decimals;
-  // Values are never part of a record: a float starts as number, everything else as text.
-  value_ = record.data_type == edtFloat ? Variant(0.0f) : Variant(L"0");
-  list_id_ = Variant(integer_of<short>(record.list_id));
+  value_ = std::move(value);
+  list_id_ = std::move(list_id);
   data_type_ = record.data_type;
   symbol_ = std::move(record.symbol);
 }

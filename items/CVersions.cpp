@@ -8,28 +8,30 @@
 
 namespace pv {
 
-Ref<CVersion> CVersions::add(std::wstring_view name, short item_count) {
-  const auto version = make<CVersion>(name, item_count);
-  list_.append(version, name);
+namespace {
+
+// The first of a key stands.
+Ref<CVersion> version_of(const VersionRecord& record) {
+  const auto version = make<CVersion>(record.name, record.item_count);
+  for (const VersionEntry& entry : record.entries) {
+    attempt([&] { version->entries().add(entry); });
+  }
   return version;
 }
 
-// A version whose name is taken is passed over with its entries.
-void CVersions::add_from_file(const VersionRecord& record) {
-  attempt([&] {
-    const auto version = add(record.name, record.item_count);
-    for (const VersionEntry& entry : record.entries) {
-      attempt([&] { version->entries().add(entry); });
-    }
-  });
-}
+}  // namespace
 
 STDMETHODIMP CVersions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
     const auto bytes = read_file(std::wstring(view_of(file_name)));
     const auto file = bytes ? read_version_file(*bytes, ansi_codec()) : std::nullopt;
     if (!file) return false;
-    for (const VersionRecord& record : file->versions) add_from_file(record);
+    // A version whose name is taken is passed over with its entries.
+    Members loaded;
+    for (const VersionRecord& record : file->versions) {
+      attempt([&] { loaded.append(version_of(record), record.name); });
+    }
+    list_.take_over(std::move(loaded));
     if (file->complete) changed_ = false;
     return file->complete;
   });
@@ -52,7 +54,9 @@ STDMETHODIMP CVersions::Add(BSTR name, long item_count, _CVersion** result) noex
     if (item_count < Limits::min() || item_count > Limits::max()) {
       throw automation_error(ErrorCode::kOverflow, L"ItemCount " + std::to_wstring(item_count));
     }
-    return add(view_of(name), static_cast<short>(item_count));
+    const auto version = make<CVersion>(view_of(name), static_cast<short>(item_count));
+    list_.append(version, view_of(name));
+    return version;
   });
 }
 

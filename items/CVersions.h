@@ -17,9 +17,6 @@ class CVersions final : public Collection<CVersions, _CVersions, ::CVersions, CV
   STDMETHODIMP ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept override;
 
  private:
-  Ref<CVersion> add(std::wstring_view name, short item_count);
-  void add_from_file(const VersionRecord& record);
-
   bool changed_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "com/automation.h"
+#include "platform/folder.h"
 
 namespace pv {
 namespace {
@@ -53,6 +54,34 @@ std::wstring name_beside(const std::wstring& name) {
          std::to_wstring(GetCurrentThreadId()) + L".tmp";
 }
 
+bool is_old(const FILETIME& written) {
+  constexpr unsigned long long kOneDay = 24ull * 60 * 60 * 10'000'000;
+  const auto ticks = [](const FILETIME& time) {
+    return (static_cast<unsigned long long>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+  };
+  FILETIME now{};
+  GetSystemTimeAsFileTime(&now);
+  return ticks(written) + kOneDay < ticks(now);
+}
+
+bool is_name_beside(std::wstring_view name, std::wstring_view beside) {
+  constexpr std::wstring_view kEnd = L".tmp";
+  if (!beside.starts_with(name) || !beside.ends_with(kEnd)) return false;
+  beside.remove_prefix(name.size());
+  return beside.starts_with(L".") &&
+         beside.find_first_not_of(L"0123456789-", 1) == beside.size() - kEnd.size();
+}
+
+// What programs left that were killed in the middle of a save. No save takes a day, so nobody works
+// on them any more.
+void remove_leftovers(const std::wstring& name) {
+  const std::size_t folder = name.find_last_of(L"\\/:") + 1;
+  for_each_entry(name + L".*.tmp", [&](const WIN32_FIND_DATAW& entry) {
+    const std::wstring beside = name.substr(0, folder) + entry.cFileName;
+    if (is_name_beside(name, beside) && is_old(entry.ftLastWriteTime)) DeleteFileW(beside.c_str());
+  });
+}
+
 // Takes back the part of an append that found room, unless others have appended since.
 void take_back(const std::wstring& name, unsigned long long size_before, std::size_t written) {
   const File file(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -96,6 +125,7 @@ std::optional<std::string> read_file(const std::wstring& name) {
 
 bool replace_file(const std::wstring& name, std::string_view content) {
   if (!is_file_name(name) || is_read_only(name)) return false;
+  remove_leftovers(name);
   const std::wstring beside = name_beside(name);
   const bool replaced =
       write_new_file(beside, content) &&

@@ -16,7 +16,8 @@ bool is_read_only(const std::wstring& name);
 std::optional<std::string> read_file(const std::wstring& name);
 
 /// Replaces the file: the new content is written beside it and renamed over it, so that whatever
-/// happens the old or the new file is there, whole. False when the old one stayed.
+/// happens the old or the new file is there, whole. False when the old one stayed. What programs
+/// that were killed left beside it more than a day ago is removed.
 bool replace_file(const std::wstring& name, std::string_view content);
 
 /// Creates the file with this content; False when it is there already or cannot be created whole.

@@ -1,9 +1,9 @@
 #include "platform/folder.h"
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
 
-#include "com/automation.h"
 #include "platform/files.h"
 
 namespace pv {
@@ -29,6 +29,11 @@ std::wstring existing_folder(const std::wstring& path) {
   return folder;
 }
 
+struct SearchCloser {
+  void operator()(HANDLE search) const { FindClose(search); }
+};
+using Search = std::unique_ptr<void, SearchCloser>;
+
 bool is_itself_or_parent(std::wstring_view name) { return name == L"." || name == L".."; }
 
 // Names that differ in case alone stand in a fixed order, too.
@@ -45,18 +50,25 @@ FolderContent folder_content(const std::wstring& path) {
   FolderContent content;
   const std::wstring folder = existing_folder(path);
   if (folder.empty()) return content;
-  WIN32_FIND_DATAW entry;
-  const HANDLE search = FindFirstFileW((folder + L"*").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return content;
-  do {
-    if (is_itself_or_parent(entry.cFileName)) continue;
+  for_each_entry(folder + L"*", [&](const WIN32_FIND_DATAW& entry) {
+    if (is_itself_or_parent(entry.cFileName)) return;
     const bool is_folder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     (is_folder ? content.folders : content.files).push_back(folder + entry.cFileName);
-  } while (FindNextFileW(search, &entry));
-  FindClose(search);
+  });
   std::sort(content.folders.begin(), content.folders.end(), comes_before);
   std::sort(content.files.begin(), content.files.end(), comes_before);
   return content;
+}
+
+void for_each_entry(const std::wstring& path,
+                    const std::function<void(const WIN32_FIND_DATAW&)>& look) {
+  WIN32_FIND_DATAW entry;
+  const HANDLE found = FindFirstFileW(path.c_str(), &entry);
+  if (found == INVALID_HANDLE_VALUE) return;
+  const Search search(found);
+  do {
+    look(entry);
+  } while (FindNextFileW(found, &entry));
 }
 
 }  // namespace pv

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
+
+#include "com/automation.h"
 
 namespace pv {
 
@@ -13,5 +16,9 @@ struct FolderContent {
 
 /// The content of a folder, or of the folder that holds a file; empty when it cannot be opened.
 FolderContent folder_content(const std::wstring& path);
+
+/// Looks at every entry that fits a path with the platform's wildcards in its last part.
+void for_each_entry(const std::wstring& path,
+                    const std::function<void(const WIN32_FIND_DATAW&)>& look);
 
 }  // namespace pv

@@ -29,9 +29,8 @@ std::wstring current_time_text(const wchar_t* format) {
   moment.vt = VT_DATE;
   BSTR text = nullptr;
   check(VarFormat(&moment, const_cast<wchar_t*>(format), 0, 0, 0, &text));
-  std::wstring result(view_of(text));
-  SysFreeString(text);
-  return result;
+  const Bstr owner = Bstr::adopt(text);
+  return std::wstring(view_of(text));
 }
 
 }  // namespace pv

@@ -22,6 +22,8 @@ LanguageWatch::LanguageWatch(std::function<void()> changed) : changed_(std::move
   thread_state().language_watches.push_back(this);
 }
 
-LanguageWatch::~LanguageWatch() { std::erase(thread_state().language_watches, this); }
+LanguageWatch::~LanguageWatch() {
+  if (ThreadState* const state = existing_thread_state()) std::erase(state->language_watches, this);
+}
 
 }  // namespace pv

@@ -1,6 +1,7 @@
 #include "platform/picture_file.h"
 
 #include <cstring>
+#include <new>
 
 #include "com/boundary.h"
 #include "com/variant.h"
@@ -22,13 +23,12 @@ Ref<IStream> stream_of(const std::string& bytes) {
 }
 
 std::wstring name_of(const Ref<ITypeInfo>& type) {
+  if (!type) return {};
   BSTR name = nullptr;
-  if (!type || FAILED(type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr))) {
-    return {};
-  }
-  std::wstring text(view_of(name));
-  SysFreeString(name);
-  return text;
+  const HRESULT named = type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
+  const Bstr owner = Bstr::adopt(name);
+  if (named == E_OUTOFMEMORY) throw std::bad_alloc();
+  return std::wstring(view_of(name));
 }
 
 // A dispatch interface is named after its class, with a mark or letter before it.

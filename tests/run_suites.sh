@@ -90,6 +90,7 @@ for locale in de_DE hu_HU; do
 done
 
 run_windows_suite hostile 300 hostile_tests
+run_windows_suite memory 120 memory_tests
 
 run_suite faults 300 tests/faults/run.sh
 

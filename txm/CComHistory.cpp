@@ -7,8 +7,9 @@ STDMETHODIMP CComHistory::Add(_CComDetail* detail, _CComDetail** result) noexcep
   return returning(result, [&] {
     const Ref<_CComDetail> record(detail);
     if (!record) throw automation_error(ErrorCode::kObjectNotSet, L"ComDetail");
-    if (list_.size() >= maximum_) list_.remove(static_cast<long>(maximum_));
-    if (list_.empty()) {
+    if (list_.size() >= maximum_) {
+      list_.replace(static_cast<long>(maximum_), record, {}, 1);
+    } else if (list_.empty()) {
       list_.append(record);
     } else {
       list_.insert(1, record);

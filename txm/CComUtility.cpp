@@ -60,9 +60,9 @@ STDMETHODIMP CComUtility::CSngToHex(VARIANT value, BSTR* result) noexcept {
 STDMETHODIMP CComUtility::GetChunk(VARIANT* data, short count, VARIANT* result) noexcept {
   return returning(result, [&] {
     std::wstring rest = text_of(dereferenced(*required(data)));
-    const std::wstring chunk = take_chunk(rest, count);
+    Variant chunk(take_chunk(rest, count));
     if (count >= 1) assign_text(data, rest);
-    return Variant(chunk);
+    return chunk;
   });
 }
 

@@ -52,9 +52,10 @@ STDMETHODIMP CTxm::CheckModemConnection(VARIANT_BOOL* result) noexcept {
 }
 
 bool CTxm::not_connected() {
+  const auto events = shared_events();
   disconnect();
   Ref<_CTxm> self(this);
-  fetch(shared_events(), &_CTxmEvents::TxmNotConnected, self.in_out());
+  fetch(events, &_CTxmEvents::TxmNotConnected, self.in_out());
   return false;
 }
 
@@ -69,7 +70,8 @@ bool CTxm::auto_connect(bool change_baud) {
   select_protocol();
   const std::wstring port =
       is_modem() ? localized(kModemName) : localized(kPortName) + integer_text(com_port_);
-  fetch(shared_events(), &_CTxmEvents::RaiseAutoConnect, Bstr(port + L":" + com_settings_));
+  const auto events = shared_events();
+  fetch(events, &_CTxmEvents::RaiseAutoConnect, Bstr(port + L":" + com_settings_));
 
   VARIANT_BOOL may_change_baud = change_baud ? VARIANT_TRUE : VARIANT_FALSE;
   Variant version(port);
@@ -79,11 +81,12 @@ bool CTxm::auto_connect(bool change_baud) {
                                     value(settings), ref(version.bstrVal)}));
   if (!found) return not_connected();
 
-  version_ = text_of(version);
+  std::wstring found_version = text_of(version);
   com_settings_ = port_settings();
+  version_ = std::move(found_version);
   connected_ = true;
   Ref<_CTxm> self(this);
-  fetch(shared_events(), &_CTxmEvents::RaiseTxmConnected, self.in_out());
+  fetch(events, &_CTxmEvents::RaiseTxmConnected, self.in_out());
   return true;
 }
 

@@ -39,10 +39,21 @@ std::wstring header_line() {
   return history_line(columns);
 }
 
-// Each line is one write call, so that the lines of two hosts never mix.
-bool append_line(const std::wstring& file, std::wstring_view line) {
-  return append_file(file, ansi_codec().narrow(line) + "\r\n");
+std::string bytes_of(std::wstring_view line) { return ansi_codec().narrow(line) + "\r\n"; }
+
+// Each line is one write call, so that the lines of two hosts never mix. They are made before: an
+// entry of which only the first lines find memory would be wrong.
+bool append_lines(const std::wstring& file, const std::vector<std::wstring>& lines) {
+  const std::string header = bytes_of(header_line());
+  std::vector<std::string> all;
+  for (const std::wstring& line : lines) all.push_back(bytes_of(line));
+  create_file(file, header);
+  bool written = true;
+  for (const std::string& line : all) written &= append_file(file, line);
+  return written;
 }
+
+bool append_empty_line(const std::wstring& file) { return append_file(file, "\r\n"); }
 
 // A field that cannot be had stays empty.
 template <class Field>
@@ -84,14 +95,11 @@ bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::
     entry.variables.push_back(std::move(variable));
   }
 
-  const std::wstring file = history_file();
-  create_file(file, ansi_codec().narrow(header_line()) + "\r\n");
-  bool written = true;
-  for (const std::wstring& line : history_lines(entry)) written &= append_line(file, line);
-  return written;
+  return append_lines(history_file(), history_lines(entry));
 }
 
 bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std::wstring& comment) {
+  const std::wstring file = history_file();
   bool recorded = true;
   switch (txm_type_) {
     case txmFluxor:
@@ -112,7 +120,7 @@ bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std:
     default:
       break;
   }
-  append_line(history_file(), L"");
+  append_empty_line(file);
   return recorded;
 }
 
@@ -131,7 +139,7 @@ STDMETHODIMP CTxm::DoHistorianX(_CItem* item, BSTR tech_name, BSTR comment,
 }
 
 STDMETHODIMP CTxm::WriteLine(VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return append_line(history_file(), L""); });
+  return returning(result, [&] { return append_empty_line(history_file()); });
 }
 
 }  // namespace pv

@@ -12,9 +12,6 @@ class CDirectory final : public Collection<CDirectory, _CDirectory, ::CDirectory
 
   STDMETHODIMP Add(BSTR path, DirectoryTypes type, BSTR key, _CDirEntry** result) noexcept override;
   STDMETHODIMP GetFileList(BSTR path, BSTR filter, _CDirectory** result) noexcept override;
-
- private:
-  Ref<CDirEntry> add(std::wstring_view path, DirectoryTypes type, std::wstring_view key = {});
 };
 
 }  // namespace pv

@@ -20,43 +20,46 @@ constexpr Registered kLanguages[] = {
     {L"Italian", L"ita", 104},     {L"French", L"fra", 105},   {L"Dutch", L"nl", 106},
 };
 
+Ref<CLanguage> language_at(long index, BSTR name, short picture_id, BSTR extension) {
+  const auto language = make<CLanguage>();
+  const Ref<_CLanguage> properties = language;
+  call(properties, &_CLanguage::put_Name, name);
+  call(properties, &_CLanguage::put_PictureID, picture_id);
+  call(properties, &_CLanguage::put_Extension, extension);
+  call(properties, &_CLanguage::put_Index, static_cast<short>(index));
+  return language;
+}
+
 }  // namespace
 
 CLanguages::CLanguages() { register_all(); }
 
-Ref<CLanguage> CLanguages::add(std::wstring_view key, BSTR name, short picture_id, BSTR extension) {
-  const auto language = make<CLanguage>();
-  call<_CLanguage>(language.get(), &_CLanguage::put_Name, name);
-  call<_CLanguage>(language.get(), &_CLanguage::put_PictureID, picture_id);
-  call<_CLanguage>(language.get(), &_CLanguage::put_Extension, extension);
-  call<_CLanguage>(language.get(), &_CLanguage::put_Index, static_cast<short>(list_.size() + 1));
-  list_.append(language, key);
-  return language;
-}
-
 void CLanguages::register_all() {
-  list_.clear();
-  for (const Registered& language : kLanguages) {
-    add({}, Bstr(language.name), language.picture_id, Bstr(language.extension));
+  Members registered;
+  for (const Registered& each : kLanguages) {
+    registered.append(
+        language_at(registered.size() + 1, Bstr(each.name), each.picture_id, Bstr(each.extension)));
   }
+  std::swap(list_, registered);
   activate(pvEnglish);
 }
 
 void CLanguages::activate(pvLanguageTypes language) {
+  // Taken first: a change that some hear of and others do not would be half a change.
+  const ThreadState* const state = existing_thread_state();
+  const auto watches = state ? state->language_watches : std::vector<LanguageWatch*>();
   active_ = language;
   Variant index(static_cast<long>(language));
   fire(kOnLanguageChange, static_cast<VARIANT>(index));
-  if (const ThreadState* state = existing_thread_state()) {
-    const auto watches = state->language_watches;
-    for (const LanguageWatch* watch : watches) watch->notify();
-  }
+  for (const LanguageWatch* watch : watches) watch->notify();
 }
 
 STDMETHODIMP CLanguages::Add(VARIANT key, BSTR name, short picture_id, BSTR extension,
                              _CLanguage** result) noexcept {
   return returning(result, [&] {
-    const auto language = add(optional_text(key), name, picture_id, extension);
+    const auto language = language_at(list_.size() + 1, name, picture_id, extension);
     call<_CLanguage>(language.get(), &_CLanguage::put_Key, key);
+    list_.append(language, optional_text(key));
     return language;
   });
 }

@@ -25,7 +25,6 @@ class CLanguages final : public LanguagesBase {
   STDMETHODIMP get_ActiveLanguage(_CLanguage** result) noexcept override;
 
  private:
-  Ref<CLanguage> add(std::wstring_view key, BSTR name, short picture_id, BSTR extension);
   void register_all();
   void activate(pvLanguageTypes language);
 

@@ -51,16 +51,23 @@ bool is_number(const VARIANT& value) {
   return true;
 }
 
-std::wstring read_open_file(const OpenFile& file, std::wstring_view section, std::wstring_view key,
-                            std::wstring_view fallback, bool reset, bool search_section_first) {
-  if (search_section_first && reset) file.seek(0);
-  const auto start = file.position();
-  const auto bytes = file.rest();
-  if (!bytes) return std::wstring(fallback);
-  SettingsReader reader(*bytes, ansi_codec());
-  const std::wstring value = reader.value(section, key, fallback, false, search_section_first);
-  file.seek(start + reader.offset());  // the next search reads on from there
-  return value;
+// Whatever fails, the file stands where it stood.
+Bstr read_open_file(const OpenFile& file, std::wstring_view section, std::wstring_view key,
+                    std::wstring_view fallback, bool reset, bool search_section_first) {
+  const auto before = file.position();
+  try {
+    if (search_section_first && reset) file.seek(0);
+    const auto start = file.position();
+    const auto bytes = file.rest();
+    if (!bytes) return Bstr(fallback);
+    SettingsReader reader(*bytes, ansi_codec());
+    Bstr value(reader.value(section, key, fallback, false, search_section_first));
+    file.seek(start + reader.offset());  // the next search reads on from there
+    return value;
+  } catch (...) {
+    file.seek(before);
+    throw;
+  }
 }
 
 bool write_line(short file, const std::wstring& line) {

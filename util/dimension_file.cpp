@@ -97,7 +97,7 @@ std::optional<std::vector<DimensionRecord>> read_dimension_file(std::string_view
   std::size_t reads = 0;
   for (const Announced& dimension : announced) {
     reads += numbers_up_to(numbers, dimension.unit_count);
-    if (reads > kMostUnitReads) return std::nullopt;
+    if (reads > kMostUnitReads + index.line_count()) return std::nullopt;
   }
 
   std::vector<DimensionRecord> dimensions;

@@ -77,6 +77,8 @@ class SettingsIndex {
   /// The same search without a fallback: nullopt when it finds nothing.
   std::optional<std::wstring> find(std::wstring_view section, std::wstring_view key) const;
 
+  std::size_t line_count() const { return lines_.size(); }
+
   /// Whether any line of the file begins with key "=".
   bool has_key(std::wstring_view key) const;
 

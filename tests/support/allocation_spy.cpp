@@ -1,5 +1,6 @@
 #include "tests/support/allocation_spy.h"
 
+#include <cstdlib>
 #include <map>
 #include <mutex>
 #include <sstream>
@@ -8,6 +9,24 @@
 
 namespace pv::test {
 namespace {
+
+/// Memory that no operator new hands out: programs may replace that one and count its calls.
+template <class T>
+struct OwnAllocator {
+  using value_type = T;
+
+  OwnAllocator() = default;
+  template <class U>
+  OwnAllocator(const OwnAllocator<U>&) {}
+
+  T* allocate(std::size_t count) {
+    if (void* const block = std::malloc(count * sizeof(T))) return static_cast<T*>(block);
+    throw std::bad_alloc();
+  }
+  void deallocate(T* block, std::size_t) { std::free(block); }
+
+  bool operator==(const OwnAllocator&) const = default;
+};
 
 struct Block {
   std::size_t size;
@@ -26,6 +45,7 @@ class Spy final : public IMallocSpy {
   STDMETHODIMP_(ULONG) Release() override { return 1; }
 
   STDMETHODIMP_(SIZE_T) PreAlloc(SIZE_T size) override {
+    if (refused()) return 0;
     requested_ = size;
     return size;
   }
@@ -41,6 +61,7 @@ class Spy final : public IMallocSpy {
   STDMETHODIMP_(SIZE_T)
   PreRealloc(void* block, SIZE_T size, void** passed, BOOL) override {
     *passed = block;
+    if (refused()) return 0;
     reallocated_ = block;
     requested_ = size;
     return size;
@@ -58,6 +79,8 @@ class Spy final : public IMallocSpy {
   STDMETHODIMP_(int) PostDidAlloc(void*, BOOL, int answer) override { return answer; }
   STDMETHODIMP_(void) PreHeapMinimize() override {}
   STDMETHODIMP_(void) PostHeapMinimize() override {}
+
+  void refuse(bool (*refuses)()) { refuses_ = refuses; }
 
   std::size_t living() {
     const std::lock_guard lock(mutex_);
@@ -77,6 +100,7 @@ class Spy final : public IMallocSpy {
   }
 
  private:
+  bool refused() const { return refuses_ && refuses_(); }
   void enter(void* block, std::size_t size) {
     const std::lock_guard lock(mutex_);
     blocks_[block] = {size, next_serial_++};
@@ -101,9 +125,10 @@ class Spy final : public IMallocSpy {
   // The platform holds its own lock from Pre... to Post..., so these need none.
   std::size_t requested_ = 0;
   void* reallocated_ = nullptr;
+  bool (*refuses_)() = nullptr;
 
   std::mutex mutex_;
-  std::map<void*, Block> blocks_;
+  std::map<void*, Block, std::less<>, OwnAllocator<std::pair<void* const, Block>>> blocks_;
   std::size_t next_serial_ = 0;
 };
 
@@ -116,6 +141,7 @@ Spy& spy() {
 
 void install_allocation_spy() { CoRegisterMallocSpy(&spy()); }
 void remove_allocation_spy() { CoRevokeMallocSpy(); }
+void refuse_allocations(bool (*refuses)()) { spy().refuse(refuses); }
 std::size_t living_allocations() { return spy().living(); }
 
 AllocationBalance::AllocationBalance() : before_(spy().living()), first_new_(spy().next_serial()) {}

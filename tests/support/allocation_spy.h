@@ -17,6 +17,9 @@ namespace pv::test {
 void install_allocation_spy();
 void remove_allocation_spy();
 
+/// Asked for every allocation under the spy whether it is to fail; null for no questions.
+void refuse_allocations(bool (*refuses)());
+
 /// Blocks that are allocated now and were allocated under the spy.
 std::size_t living_allocations();
 

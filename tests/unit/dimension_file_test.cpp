@@ -284,5 +284,20 @@ TEST(DimensionFile, IsRefusedWhenItAsksForTooManyUnits) {
   EXPECT_EQ((*large)[99].units.size(), 1000U);
 }
 
+// A file that has the lines may have them read: what was saved is never refused for its size.
+TEST(DimensionFile, ReadsEverySavedTable) {
+  constexpr std::size_t kDimensions = 62, kUnits = 32767;
+  static_assert(kDimensions * kUnits > kMostUnitReads);
+  std::string bytes = "[Dimensions]\nCount=" + std::to_string(kDimensions) + "\n";
+  for (std::size_t n = 1; n <= kDimensions; ++n) {
+    bytes += "[DIM" + std::to_string(n) + "]\nCaption=d\nCount=" + std::to_string(kUnits) + "\n";
+    for (std::size_t m = 1; m <= kUnits; ++m) bytes += "UNIT" + std::to_string(m) + "=u\n";
+  }
+  const auto dimensions = read_dimension_file(bytes, kCodec);
+  ASSERT_TRUE(dimensions);
+  EXPECT_EQ(dimensions->size(), kDimensions);
+  for (const DimensionRecord& dimension : *dimensions) EXPECT_EQ(dimension.units.size(), kUnits);
+}
+
 }  // namespace
 }  // namespace pv

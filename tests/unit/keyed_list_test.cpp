@@ -161,6 +161,80 @@ TEST(KeyedList, InsertIntoAnEmptyListHasNoPosition) {
   EXPECT_TRUE(list.empty());
 }
 
+TEST(KeyedList, ReplacesAMemberUnderANewKeyAtANewPosition) {
+  const struct {
+    long position, new_position;
+    std::vector<std::wstring> content;
+  } rows[] = {{1, 1, {L"new", L"two", L"three"}},
+              {1, 3, {L"two", L"three", L"new"}},
+              {3, 1, {L"new", L"one", L"two"}},
+              {2, 3, {L"one", L"three", L"new"}}};
+  for (const auto& row : rows) {
+    List list = three();
+    list.replace(row.position, L"new", L"N", row.new_position);
+    EXPECT_EQ(content_of(list), row.content);
+    EXPECT_EQ(list.at(L"n"), L"new");
+    EXPECT_EQ(list.contains(L"A"), row.position != 1);
+  }
+}
+
+TEST(KeyedList, ReplacesAMemberUnderItsOwnKeyOrNone) {
+  List list = three();
+  list.replace(2, L"new", L"b", 2);
+  EXPECT_EQ(list.at(L"B"), L"new");
+  list.replace(2, L"newer", L"", 2);
+  EXPECT_FALSE(list.contains(L"B"));
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"one", L"newer", L"three"}));
+}
+
+TEST(KeyedList, FailedReplacementChangesNothing) {
+  List list = three();
+  expect_error(ErrorCode::kKeyInUse, [&] { list.replace(1, L"new", L"c", 1); });
+  expect_error(ErrorCode::kSubscript, [&] { list.replace(4, L"new", L"N", 1); });
+  expect_error(ErrorCode::kSubscript, [&] { list.replace(1, L"new", L"N", 0); });
+  EXPECT_EQ(content_of(list), content_of(three()));
+  EXPECT_EQ(list.at(L"A"), L"one");
+  EXPECT_FALSE(list.contains(L"N"));
+}
+
+TEST(KeyedList, ReplacesAmongMany) {
+  List list;
+  for (int i = 1; i <= 100; ++i) list.append(std::to_wstring(i), L"K" + std::to_wstring(i));
+  list.replace(50, L"new", L"N", 100);
+  EXPECT_EQ(list.at(100), L"new");
+  EXPECT_EQ(list.at(L"n"), L"new");
+  EXPECT_FALSE(list.contains(L"K50"));
+  EXPECT_EQ(list.at(50), L"51");
+  EXPECT_EQ(list.at(L"k100"), L"100");
+}
+
+TEST(KeyedList, TakesOverTheMembersWhoseKeysAreFree) {
+  for (const int many : {0, 100}) {
+    List list = three();
+    List others;
+    others.append(L"other b", L"b");
+    others.append(L"other d", L"D");
+    others.append(L"no key");
+    for (int i = 0; i < many; ++i) others.append(L"x", L"K" + std::to_wstring(i));
+    list.take_over(std::move(others));
+    EXPECT_EQ(list.size(), 5 + many);
+    EXPECT_EQ(list.at(L"B"), L"two");
+    EXPECT_EQ(list.at(L"d"), L"other d");
+    EXPECT_EQ(list.at(5), L"no key");
+    EXPECT_EQ(list.contains(L"k99"), many == 100);
+  }
+}
+
+TEST(KeyedList, IsEmptyOnceItIsTakenOver) {
+  List list;
+  List others = three();
+  list.take_over(std::move(others));
+  EXPECT_EQ(content_of(list), content_of(three()));
+  EXPECT_TRUE(others.empty());
+  others.append(L"again", L"A");
+  EXPECT_EQ(others.at(L"a"), L"again");
+}
+
 TEST(KeyedList, RemovesByPositionAndForgetsTheKey) {
   List list = three();
   list.remove(2);

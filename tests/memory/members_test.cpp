@@ -1,0 +1,170 @@
+// Members of all kinds, called late-bound with every allocation failing once.
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "com/module.h"
+#include "com/type_library.h"
+#include "tests/abi/type_library.h"
+#include "tests/memory/host.h"
+#include "tests/memory/tables.h"
+#include "tests/memory/trial.h"
+#include "tests/support/module.h"
+
+namespace pv::test {
+namespace {
+
+// Members that open a window, or write to the file of a given number.
+const std::set<std::wstring> kLeftOut = {
+    L"pvMsgBox", L"ItemAccessEdit", L"ItemSymbolEdit", L"ShowMe",         L"ShowMePW",
+    L"ShowMeDT", L"Edit",           L"GetIniSettings", L"SaveIniSection", L"SaveIniSettings"};
+
+/// Every member of a class with arguments that it takes, on an object with something in it.
+class EveryMember : public testing::TestWithParam<std::string> {
+ protected:
+  EveryMember() : classes_(classes_of(own_type_library().get())) {
+    for (const ClassInfo& each : classes_) {
+      if (std::string(each.name.begin(), each.name.end()) == GetParam()) tested_ = &each;
+    }
+    SetCurrentDirectoryW(scratch_folder().c_str());
+  }
+  ~EveryMember() override { SetCurrentDirectoryW(program_folder().c_str()); }
+
+  static std::size_t inputs_of(const FunctionInfo& function) {
+    const auto& parameters = function.parameters();
+    return parameters.size() - (!parameters.empty() && parameters.back().is_result() ? 1 : 0);
+  }
+
+  /// `key` is the text or number that values of any kind are.
+  std::vector<Value> arguments_of(const FunctionInfo& function, const Value& key) const {
+    std::vector<Value> arguments;
+    for (std::size_t i = 0; i < inputs_of(function); ++i)
+      arguments.push_back(argument_for(function.parameters()[i], key));
+    return arguments;
+  }
+
+  Object tested_object(const std::vector<FunctionInfo>& functions) const {
+    const Object object = create(tested_->name);
+    for (const FunctionInfo& function : functions) {
+      if (function.name() == L"Add") add_to(object, function);
+    }
+    return object;
+  }
+
+  const ClassInfo& tested() const { return *tested_; }
+
+ private:
+  Value argument_for(const ParameterInfo& parameter, const Value& key) const {
+    const PlainType type = plain_type_of(tested_->interface_type, parameter.type);
+    switch (type.type) {
+      case VT_BSTR:
+        return Value(scratch_folder() + L"memory.txt");
+      case VT_VARIANT:
+        return key;
+      case VT_BOOL:
+        return Value(true);
+      case VT_R4:
+      case VT_R8:
+      case VT_DATE:
+        return Value(2.5);
+      case VT_DISPATCH:
+        return object_for(type.iid);
+      default:
+        return Value(1);
+    }
+  }
+
+  Value object_for(REFIID iid) const {
+    if (iid == IID_IDispatch) {
+      return host_object([](const std::wstring&, const HostArguments&) { return Value(L"1"); });
+    }
+    for (const ClassInfo& each : classes_) {
+      if (each.interface_type.attributes().guid == iid) return create(each.name);
+    }
+    return Value::nothing();
+  }
+
+  void add_to(const Object& object, const FunctionInfo& add) const {
+    const std::vector<Value> arguments = arguments_of(add, kLongText);
+    const std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
+    object.invoke(add.description().memid, DISPATCH_METHOD, reversed);
+  }
+
+  std::vector<ClassInfo> classes_;
+  const ClassInfo* tested_ = nullptr;
+};
+
+TEST_P(EveryMember, RunsOutOfMemoryCleanly) {
+  const auto functions = functions_of(tested().interface_type);
+  for (const FunctionInfo& function : functions) {
+    if (kLeftOut.contains(function.name())) continue;
+    for (const Value& key : {Value(1), Value(kLongText)}) {
+      Trial trial;
+      trial.prepare = [&] { return Scene{tested_object(functions), arguments_of(function, key)}; };
+      trial.member = function.name();
+      trial.kind = static_cast<WORD>(function.description().invkind);
+      trial.works = false;  // of all these calls, some are refused
+      fail_everywhere(trial);
+    }
+  }
+}
+
+std::vector<std::string> names_of_classes() {
+  std::vector<std::string> names;
+  for (const ClassEntry& entry : class_table()) {
+    const std::wstring_view name(entry.name);
+    names.emplace_back(name.begin(), name.end());
+  }
+  return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, EveryMember, testing::ValuesIn(names_of_classes()),
+                         [](const auto& info) { return info.param; });
+
+TEST(ChangingACollection, LeavesItAsItWasWithoutMemory) {
+  const Value long_key(L"a key that takes memory of its own");
+  const auto fails = [](const std::function<Object()>& object, const wchar_t* member,
+                        const std::vector<Value>& arguments) {
+    EXPECT_GT(fail_everywhere(object, member, arguments), 0);
+  };
+  fails(two_items, L"Add", {long_key, 3, true, 0, true, false, 0.5f, 4});
+  fails(two_items, L"Sort", {false});
+  fails(two_items, L"ChangeKey", {L"1", long_key});
+  fails(two_items, L"ChangeKey", {1, long_key});
+  fails(two_items, L"ChangeID", {1, 4711});
+  fails(a_version, L"ChangeTitle", {1, long_key});
+  fails(a_list, L"ChangeTitle", {1, long_key});
+  fails(a_dimension, L"ChangeTitle", {1, long_key});
+  fails([] { return a_list().get_object(L"Item", 1).get_object(L"ListMembers"); }, L"ChangeKey",
+        {1, long_key});
+  fails([] { return a_version().get_object(L"Item", 1).get_object(L"VerItems"); }, L"ChangeKey",
+        {1, long_key});
+}
+
+TEST(TakingAChunk, CutsTheTextOnlyWhenItGivesTheChunk) {
+  EXPECT_GT(
+      fail_everywhere({[] {
+                         const auto text = std::make_shared<Value>(kLongText);
+                         return Scene{create(L"CComUtility"), {Value(by_ref(*text)), 12}, text};
+                       },
+                       L"GetChunk"}),
+      2);
+}
+
+TEST(AFullHistory, KeepsItsOldestRecordWithoutMemory) {
+  const auto history = [] {
+    const Object full = create(L"CComHistory");
+    full.put(L"Maximum", 2);
+    for (const wchar_t* text : {L"1", L"2"}) {
+      const Object record = create(L"CComDetail");
+      record.put(L"CmdString", text);
+      full.call(L"Add", record);
+    }
+    return full;
+  };
+  EXPECT_GT(fail_everywhere(history, L"Add", {create(L"CComDetail")}), 0);
+}
+
+}  // namespace
+}  // namespace pv::test
