@@ -82,7 +82,8 @@ std::wstring format_unit(const UnitRecord& unit, wchar_t decimal) {
 }
 
 std::optional<std::vector<DimensionRecord>> read_dimension_file(std::string_view bytes,
-                                                                const TextCodec& codec) {
+                                                                const TextCodec& codec,
+                                                                std::size_t most_unit_reads) {
   const SettingsIndex index(bytes, codec);
   const auto count = integer_of<std::int16_t>(index.value(L"Dimensions", L"Count", L"0"));
   if (count < 1) return std::nullopt;
@@ -97,7 +98,7 @@ std::optional<std::vector<DimensionRecord>> read_dimension_file(std::string_view
   std::size_t reads = 0;
   for (const Announced& dimension : announced) {
     reads += numbers_up_to(numbers, dimension.unit_count);
-    if (reads > kMostUnitReads + index.line_count()) return std::nullopt;
+    if (reads > std::max(most_unit_reads, index.line_count())) return std::nullopt;
   }
 
   std::vector<DimensionRecord> dimensions;

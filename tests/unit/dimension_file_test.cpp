@@ -285,18 +285,20 @@ TEST(DimensionFile, IsRefusedWhenItAsksForTooManyUnits) {
 }
 
 // A file that has the lines may have them read: what was saved is never refused for its size.
-TEST(DimensionFile, ReadsEverySavedTable) {
-  constexpr std::size_t kDimensions = 62, kUnits = 32767;
-  static_assert(kDimensions * kUnits > kMostUnitReads);
-  std::string bytes = "[Dimensions]\nCount=" + std::to_string(kDimensions) + "\n";
-  for (std::size_t n = 1; n <= kDimensions; ++n) {
-    bytes += "[DIM" + std::to_string(n) + "]\nCaption=d\nCount=" + std::to_string(kUnits) + "\n";
-    for (std::size_t m = 1; m <= kUnits; ++m) bytes += "UNIT" + std::to_string(m) + "=u\n";
-  }
-  const auto dimensions = read_dimension_file(bytes, kCodec);
-  ASSERT_TRUE(dimensions);
-  EXPECT_EQ(dimensions->size(), kDimensions);
-  for (const DimensionRecord& dimension : *dimensions) EXPECT_EQ(dimension.units.size(), kUnits);
+TEST(DimensionFile, IsReadWhenItHasTheUnitsThatItAsksFor) {
+  constexpr std::size_t kFewReads = 10;
+  const std::vector<DimensionRecord> table(3, {L"d", std::vector<UnitRecord>(20, {L"u", 1, 0})});
+  const std::string saved = write_dimension_file(table, kStamp, kCodec, L'.', false);
+  const auto loaded = read_dimension_file(saved, kCodec, kFewReads);
+  ASSERT_TRUE(loaded);
+  ASSERT_EQ(loaded->size(), 3U);
+  for (const DimensionRecord& dimension : *loaded) EXPECT_EQ(dimension.units.size(), 20U);
+
+  // 60 reads out of one section with 20 lines.
+  std::string shared = "[Dimensions]\nCount=3\n[DIM1]\n[DIM2]\n[DIM3]\nCount=20\n";
+  for (int m = 1; m <= 20; ++m) shared += "UNIT" + std::to_string(m) + "=u\n";
+  EXPECT_TRUE(read_dimension_file(shared, kCodec, 60));
+  EXPECT_FALSE(read_dimension_file(shared, kCodec, 59));
 }
 
 }  // namespace
