@@ -81,9 +81,15 @@ bool CTxm::auto_connect(bool change_baud) {
                                     value(settings), ref(version.bstrVal)}));
   if (!found) return not_connected();
 
-  std::wstring found_version = text_of(version);
-  com_settings_ = port_settings();
-  version_ = std::move(found_version);
+  // An error of the port leaves the version known, but a lack of memory changes nothing.
+  std::wstring other_version = text_of(version);
+  version_.swap(other_version);
+  try {
+    com_settings_ = port_settings();
+  } catch (const std::bad_alloc&) {
+    version_.swap(other_version);
+    throw;
+  }
   connected_ = true;
   Ref<_CTxm> self(this);
   fetch(events, &_CTxmEvents::RaiseTxmConnected, self.in_out());
