@@ -22,6 +22,10 @@ std::wstring text_of(ErrorCode code) {
       return L"Object variable not set";
     case ErrorCode::kInvalidNull:
       return L"Invalid use of Null";
+    case ErrorCode::kNoSuchMember:
+      return L"Object doesn't support this property or method";
+    case ErrorCode::kWrongArguments:
+      return L"Wrong number of arguments or invalid property assignment";
     case ErrorCode::kKeyInUse:
       return L"This key is already associated with an element of this collection";
   }

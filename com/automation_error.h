@@ -18,6 +18,8 @@ enum class ErrorCode : std::int32_t {
   kOutOfStack = 28,
   kObjectNotSet = 91,
   kInvalidNull = 94,
+  kNoSuchMember = 438,
+  kWrongArguments = 450,
   kKeyInUse = 457,
 };
 

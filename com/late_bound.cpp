@@ -122,6 +122,24 @@ thread_local int NestedCall::depth_ = 0;
   throw com_failure(code, explained ? make_error_info(source, description) : Ref<IErrorInfo>());
 }
 
+// A call that the object's dispatch refused, as a client knows it that makes the call itself.
+void check_dispatched(HRESULT called, std::wstring_view member) {
+  switch (called) {
+    case DISP_E_UNKNOWNNAME:
+    case DISP_E_MEMBERNOTFOUND:
+      throw automation_error(ErrorCode::kNoSuchMember, std::wstring(member));
+    case DISP_E_BADPARAMCOUNT:
+    case DISP_E_PARAMNOTOPTIONAL:
+      throw automation_error(ErrorCode::kWrongArguments, std::wstring(member));
+    case DISP_E_TYPEMISMATCH:
+      throw automation_error(ErrorCode::kTypeMismatch, std::wstring(member));
+    case DISP_E_OVERFLOW:
+      throw automation_error(ErrorCode::kOverflow, std::wstring(member));
+    default:
+      check(called);
+  }
+}
+
 }  // namespace
 
 LateBound::LateBound(Ref<IDispatch> object)
@@ -146,11 +164,7 @@ DISPID LateBound::id_of(std::wstring_view member) const {
   if (!object_) throw automation_error(ErrorCode::kObjectNotSet, std::wstring(member));
   if (const auto known = ids_.find(member); known != ids_.end()) return known->second;
   const DISPID id = find(member);
-  if (id == DISPID_UNKNOWN) {
-    throw com_failure(
-        DISP_E_UNKNOWNNAME,
-        make_error_info(L"pvItems32", L"The object has no member " + std::wstring(member)));
-  }
+  if (id == DISPID_UNKNOWN) check_dispatched(DISP_E_UNKNOWNNAME, member);
   return ids_.emplace(member, id).first->second;
 }
 
@@ -198,7 +212,7 @@ Variant LateBound::invoke(std::wstring_view member, WORD flags,
     called = of_script(called, id, flags, parameters, result, exception);
   }
   if (called == DISP_E_EXCEPTION) raise(exception);
-  check(called);
+  check_dispatched(called, member);
   call.carry_back();
   return result;
 }

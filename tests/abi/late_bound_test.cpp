@@ -4,14 +4,44 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "com/boundary.h"
 #include "tests/support/allocation_spy.h"
+#include "tests/support/dispatch_object.h"
 #include "tests/support/fake_object.h"
 
 namespace pv::test {
 namespace {
 
 LateBound bound(const FakeObject& fake) { return LateBound(Ref<IDispatch>(fake.get())); }
+
+// Its dispatch takes no call.
+class Refusing : public DispatchObject {
+ public:
+  explicit Refusing(HRESULT answer) : answer_(answer) {}
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
+    return answer_;
+  }
+
+ protected:
+  DISPID id_of(std::wstring_view) override { return 1; }
+
+ private:
+  const HRESULT answer_;
+};
+
+// The run-time error that a step raises.
+template <class Step>
+std::optional<ErrorCode> error_of(Step&& step) {
+  try {
+    step();
+  } catch (const automation_error& error) {
+    return error.code();
+  }
+  return std::nullopt;
+}
 
 TEST(LateBound, CallsGetsPutsAndSets) {
   FakeObject fake, other;
@@ -100,9 +130,27 @@ TEST(LateBound, ErrorOfTheObjectPassesUnchanged) {
 
 TEST(LateBound, UnknownMemberAndMissingObjectAreErrors) {
   FakeObject fake;
-  EXPECT_THROW(bound(fake).call(L"Nonsense"), com_failure);
-  EXPECT_THROW(LateBound().call(L"Open"), automation_error);
+  EXPECT_EQ(error_of([&] { bound(fake).call(L"Nonsense"); }), ErrorCode::kNoSuchMember);
+  EXPECT_EQ(error_of([&] { LateBound().call(L"Open"); }), ErrorCode::kObjectNotSet);
   EXPECT_FALSE(LateBound().has(L"Open"));
+}
+
+TEST(LateBound, WhatDispatchRefusesHasItsRunTimeError) {
+  const struct {
+    HRESULT answer;
+    ErrorCode code;
+  } rows[] = {
+      {DISP_E_UNKNOWNNAME, ErrorCode::kNoSuchMember},
+      {DISP_E_MEMBERNOTFOUND, ErrorCode::kNoSuchMember},
+      {DISP_E_BADPARAMCOUNT, ErrorCode::kWrongArguments},
+      {DISP_E_PARAMNOTOPTIONAL, ErrorCode::kWrongArguments},
+      {DISP_E_TYPEMISMATCH, ErrorCode::kTypeMismatch},
+      {DISP_E_OVERFLOW, ErrorCode::kOverflow},
+  };
+  for (const auto& row : rows) {
+    const LateBound object(Ref<IDispatch>(new Refusing(row.answer)));
+    EXPECT_EQ(error_of([&] { object.call(L"Open"); }), row.code);
+  }
 }
 
 TEST(LateBound, ObjectOfAPropertyMayBeNothing) {
