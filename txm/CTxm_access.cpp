@@ -3,6 +3,16 @@
 
 // Password levels: what the access word of an item asks for, and what is open on the device.
 namespace pv {
+namespace {
+
+// Any other answer refuses, also one that is no number: a text, Null or an object.
+bool is_true(const Variant& answer) {
+  bool result = false;
+  attempt([&] { result = double_of(answer) == VARIANT_TRUE; });
+  return result;
+}
+
+}  // namespace
 
 AccessRules CTxm::rules_of(_CItem* item) const {
   return access_rules(fetch(item, &_CItem::get_Access));
@@ -24,7 +34,7 @@ short CTxm::password_from_device() const {
   const Bstr settings(com_settings_);
   const Variant answer = server_.call(
       L"ReadPassword", {value(address_), ref(level), value(com_port_), value(settings)});
-  return long_of(answer) == VARIANT_TRUE ? level : short{0};
+  return is_true(answer) ? level : short{0};
 }
 
 STDMETHODIMP CTxm::GetPassword(short* result) noexcept {

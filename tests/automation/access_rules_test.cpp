@@ -92,7 +92,9 @@ TEST_F(Access, TheDeviceIsAskedForItsLevelWithAReference) {
 }
 
 TEST_F(Access, OnlyTrueIsAnAnswer) {
-  for (const Value& answer : {Value(false), Value(1), Value(0), Value()}) {
+  for (const Value& answer :
+       {Value(false), Value(1), Value(0), Value(), Value(-1.25), Value(L"no"), Value(L""),
+        Value::null(), Value::nothing(), Value(txm), Value::missing()}) {
     server.on(L"ReadPassword", [answer](const Arguments& a) {
       a.set(1, 4);
       return answer;
@@ -111,6 +113,8 @@ TEST_F(Access, ErrorsOfAskingTheDevicePass) {
   EXPECT_EQ(txm.try_call(L"GetPassword").number(), 1234);
   txm.set(L"Server", Value::nothing());
   EXPECT_EQ(txm.try_call(L"GetPassword").number(), 91);
+  txm.set(L"Server", add_item(7));
+  EXPECT_EQ(txm.try_call(L"GetPassword").number(), 438);
 }
 
 // --- Refusals ---------------------------------------------------------------------------------
