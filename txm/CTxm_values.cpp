@@ -181,16 +181,21 @@ Ref<_CUnit> CTxm::unit_of(_CItem* item, short index, short unit) const {
 
 STDMETHODIMP CTxm::ItemSlope(_CItem* item, short variable, short unit, float* result) noexcept {
   return returning(result, [&] {
-    double slope = 1.0;
-    attempt([&] { slope = fetch(unit_of(item, variable, unit), &_CUnit::get_Slope); });
+    float slope = 1.0F;
+    attempt([&] {
+      slope = single_of(fetch(unit_of(item, variable, unit), &_CUnit::get_Slope)).value_or(slope);
+    });
     return slope;
   });
 }
 
 STDMETHODIMP CTxm::ItemOffset(_CItem* item, short variable, short unit, float* result) noexcept {
   return returning(result, [&] {
-    double offset = 0.0;
-    attempt([&] { offset = fetch(unit_of(item, variable, unit), &_CUnit::get_Offset); });
+    float offset = 0.0F;
+    attempt([&] {
+      offset =
+          single_of(fetch(unit_of(item, variable, unit), &_CUnit::get_Offset)).value_or(offset);
+    });
     return offset;
   });
 }

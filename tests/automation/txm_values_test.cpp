@@ -330,5 +330,14 @@ TEST_F(Factors, ChangeNothingWhenTheUnitIsUnknown) {
   EXPECT_EQ(txm.call(L"ItemOffset", item), 0.0);
 }
 
+TEST_F(Factors, ChangeNothingBeyondTheRangeOfTheirType) {
+  const Object item = flow_item(7, 0, 1, 3);
+  const Object unit = dimensions.get_object(L"Item", 1).get_object(L"Units").get_object(L"Item", 3);
+  unit.put(L"Slope", 1e300);
+  unit.put(L"Offset", -1e300);
+  EXPECT_EQ(txm.call(L"ItemSlope", item), 1.0);
+  EXPECT_EQ(txm.call(L"ItemOffset", item), 0.0);
+}
+
 }  // namespace
 }  // namespace pv::test
