@@ -34,7 +34,7 @@ Ref<CPassword> password_of(std::wstring_view reference, std::wstring_view curren
 }  // namespace
 
 Ref<CPassword> CPasswords::add(std::wstring_view reference, std::wstring_view current) {
-  const auto password = password_of(reference, current);
+  auto password = password_of(reference, current);
   password->set_index(next_index());
   list_.append(password);
   return password;

@@ -4,6 +4,7 @@
 #include <new>
 #include <source_location>
 #include <string>
+#include <utility>
 
 #include "com/automation.h"
 #include "com/automation_error.h"
@@ -15,7 +16,8 @@ namespace pv {
 /// boundary unchanged.
 class com_failure : public std::exception {
  public:
-  explicit com_failure(HRESULT result, Ref<IErrorInfo> info = {}) : result_(result), info_(info) {}
+  explicit com_failure(HRESULT result, Ref<IErrorInfo> info = {})
+      : result_(result), info_(std::move(info)) {}
   HRESULT result() const { return result_; }
   const Ref<IErrorInfo>& info() const { return info_; }
   const char* what() const noexcept override { return "COM call failed"; }

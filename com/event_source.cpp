@@ -143,7 +143,7 @@ void ConnectionPoint::fire(DISPID id, std::span<VARIANT> arguments) {
   }
 }
 
-Ref<IEnumConnectionPoints> make_point_enumerator(Ref<IConnectionPoint> point) {
+Ref<IEnumConnectionPoints> make_point_enumerator(const Ref<IConnectionPoint>& point) {
   return make<PointEnumerator>(std::vector<IConnectionPoint*>{point.get()});
 }
 

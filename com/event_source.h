@@ -92,7 +92,7 @@ class EventSource : public Base, public IConnectionPointContainer {
 };
 
 /// Enumerators that hosts may ask for.
-Ref<IEnumConnectionPoints> make_point_enumerator(Ref<IConnectionPoint> point);
+Ref<IEnumConnectionPoints> make_point_enumerator(const Ref<IConnectionPoint>& point);
 
 template <class Derived, class Interface, class Coclass, class Events, class Base>
 STDMETHODIMP EventSource<Derived, Interface, Coclass, Events, Base>::EnumConnectionPoints(

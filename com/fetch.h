@@ -22,6 +22,9 @@ struct Received {
 template <>
 struct Received<BSTR> {
   BSTR value = nullptr;
+  Received() = default;
+  Received(const Received&) = delete;
+  Received& operator=(const Received&) = delete;
   ~Received() { SysFreeString(value); }
   BSTR* pointer() { return &value; }
   std::wstring take() { return std::wstring(view_of(value)); }

@@ -104,9 +104,11 @@ class NestedCall {
 
  private:
   static constexpr int kDeepest = 64;
+  // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): each thread has one depth.
   static thread_local int depth_;
 };
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): as above.
 thread_local int NestedCall::depth_ = 0;
 
 [[noreturn]] void raise(EXCEPINFO& exception) {

@@ -4,11 +4,14 @@
 
 #include "com/simple_object.h"
 
+// The linker names the beginning of the module so.
+// NOLINTNEXTLINE(bugprone-reserved-identifier, cppcoreguidelines-avoid-non-const-global-variables)
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace pv {
 namespace {
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the module has one count.
 std::atomic<long> living{0};
 
 class ClassFactory final : public SimpleObject<ClassFactory, IClassFactory> {

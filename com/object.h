@@ -94,6 +94,9 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
     return S_OK;
   }
 
+  Dual(const Dual&) = delete;
+  Dual& operator=(const Dual&) = delete;
+
   // Classes with events name their source interface.
   static const IID* source_interface() { return nullptr; }
 
@@ -102,8 +105,6 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
 
   Dual() { add_living_object(); }
   ~Dual() { remove_living_object(); }
-  Dual(const Dual&) = delete;
-  Dual& operator=(const Dual&) = delete;
 
   void* find_interface(REFIID iid) {
     if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface)) {
@@ -147,6 +148,8 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
 
 }  // namespace pv
 
+// NOLINTBEGIN(bugprone-macro-parentheses): types take no parentheses.
+
 /// A property that is only stored: the published name, the published type, the field.
 #define STORED(Name, Type, field)                               \
   STDMETHODIMP get_##Name(Type* value) noexcept override {      \
@@ -165,3 +168,5 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
   STDMETHODIMP putref_##Name(Interface* value) noexcept override { \
     return this->doing([&] { ::pv::set_field(field, value); });    \
   }
+
+// NOLINTEND(bugprone-macro-parentheses)

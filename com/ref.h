@@ -8,6 +8,7 @@ namespace pv {
 
 /// Owns one reference to a COM object. `T` is an interface or one of our own classes.
 template <class T>
+// NOLINTNEXTLINE(cppcoreguidelines-special-member-functions): one assignment, by value.
 class Ref {
  public:
   Ref() = default;

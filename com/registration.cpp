@@ -55,7 +55,7 @@ class Registry {
     HKEY opened = nullptr;
     check_registry(RegCreateKeyExW(root_, (kClasses + key).c_str(), 0, nullptr, 0, KEY_WRITE,
                                    nullptr, &opened, nullptr));
-    const auto bytes = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+    const DWORD bytes = (text.size() + 1) * sizeof(wchar_t);
     const LSTATUS written =
         RegSetValueExW(opened, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()), bytes);
     RegCloseKey(opened);

@@ -10,6 +10,7 @@ namespace {
 
 void NTAPI release_at_thread_end(void* owner);
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the module has one slot.
 std::atomic<DWORD> slot_in_use{FLS_OUT_OF_INDEXES};
 
 // One slot per thread whose value is released with the thread. A thread_local object with a

@@ -38,10 +38,12 @@ inline bool is_self_contained(VARTYPE type) {
 }
 
 /// An automation value that owns what it holds.
+// NOLINTNEXTLINE(cppcoreguidelines-special-member-functions): one assignment, by value.
 class Variant : public VARIANT {
  public:
   Variant() noexcept : VARIANT() {}  // all zero: an empty value, and Nothing once it is an object
   Variant(const VARIANT& other) : VARIANT() { copy(other); }
+  // NOLINTNEXTLINE(bugprone-copy-constructor-init): a copied base would share what the other owns.
   Variant(const Variant& other) : VARIANT() { copy(other); }
   Variant(Variant&& other) noexcept : VARIANT(other.detach()) {}
   explicit Variant(bool value) : VARIANT() {

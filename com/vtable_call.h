@@ -9,6 +9,7 @@
 namespace pv {
 
 /// The words that a call pushes: every argument takes one, two or four 32-bit words.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): only words that were pushed are read.
 class CallWords {
  public:
   static constexpr std::size_t kMost = 40;

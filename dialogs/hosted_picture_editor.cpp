@@ -83,7 +83,7 @@ void HostedPictureEditor::apply(const EditorSettings& settings) {
 Ref<IPictureDisp> HostedPictureEditor::picture(const std::wstring& symbol, long size) {
   const Bstr text(symbol);
   const Variant made = members_.call(L"SymbolPicture", {value(text), value(size)});
-  const auto picture = query<IPictureDisp>(object_of(made).get());
+  auto picture = query<IPictureDisp>(object_of(made).get());
   if (!picture) throw automation_error(ErrorCode::kTypeMismatch, L"SymbolPicture gave no picture");
   return picture;
 }

@@ -22,6 +22,8 @@ class HostedPictureEditor final : public PictureEditor, private Control {
 
   HostedPictureEditor(Form& form, Ref<IOleObject> control);
   ~HostedPictureEditor() override;
+  HostedPictureEditor(const HostedPictureEditor&) = delete;
+  HostedPictureEditor& operator=(const HostedPictureEditor&) = delete;
 
   void start_empty() override;
   std::wstring symbol() const override;

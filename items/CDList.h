@@ -12,7 +12,7 @@ class CDList final : public Dual<CDList, _CDList, ::CDList> {
 
   CDList();
   CDList(std::wstring_view key, std::wstring_view caption, Ref<_CDListMembers> members)
-      : key_(key), caption_(caption), members_(members) {}
+      : key_(key), caption_(caption), members_(std::move(members)) {}
 
   STORED(Key, BSTR, key_)
   STORED(Caption, BSTR, caption_)

@@ -3,7 +3,7 @@
 namespace pv {
 
 Ref<CDListMember> CDListMembers::add(const ListMemberRecord& record) {
-  const auto member = make<CDListMember>(record);
+  auto member = make<CDListMember>(record);
   list_.append(member, record.key);
   return member;
 }

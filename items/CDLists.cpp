@@ -10,7 +10,7 @@ namespace pv {
 namespace {
 
 Ref<CDListMembers> members_of(const ListRecord& record) {
-  const auto members = make<CDListMembers>();
+  auto members = make<CDListMembers>();
   for (const ListMemberRecord& member : record.members) {
     attempt([&] { members->add(member); });  // the first of a key stands
   }
@@ -51,7 +51,7 @@ STDMETHODIMP CDLists::Add(BSTR key, _CDListMembers* members, BSTR caption,
   return returning(result, [&] {
     const Ref<_CDListMembers> own =
         members ? Ref<_CDListMembers>(members) : Ref<_CDListMembers>(make<CDListMembers>());
-    const auto list = make<CDList>(view_of(key), view_of(caption), own);
+    auto list = make<CDList>(view_of(key), view_of(caption), own);
     list_.append(list, view_of(key));
     return list;
   });

@@ -9,7 +9,7 @@ STDMETHODIMP CVariables::Add(BSTR key, BSTR caption, BSTR description, BSTR symb
                              short decimals, VARIANT value, VARIANT list_id, short data_type,
                              _CVariable** result) noexcept {
   return returning(result, [&] {
-    const auto variable = make<CVariable>();
+    auto variable = make<CVariable>();
     const Ref<_CVariable> properties = variable;
     call(properties, &_CVariable::put_Key, key);
     call(properties, &_CVariable::put_Caption, caption);

@@ -3,7 +3,7 @@
 namespace pv {
 
 Ref<CVerItem> CVerItems::add(const VersionEntry& entry) {
-  const auto item = make<CVerItem>(entry);
+  auto item = make<CVerItem>(entry);
   list_.append(item, entry.key);
   return item;
 }

@@ -9,11 +9,8 @@ class CVersion final : public Dual<CVersion, _CVersion, ::CVersion> {
  public:
   static constexpr const wchar_t* kClassName = L"CVersion";
 
-  CVersion() : entries_(make<CVerItems>()) {}
-  CVersion(std::wstring_view name, short item_count) : CVersion() {
-    name_ = name;
-    item_count_ = item_count;
-  }
+  CVersion() = default;
+  CVersion(std::wstring_view name, short item_count) : name_(name), item_count_(item_count) {}
 
   STORED(Name, BSTR, name_)
   STORED(ItemCount, short, item_count_)
@@ -29,7 +26,7 @@ class CVersion final : public Dual<CVersion, _CVersion, ::CVersion> {
  private:
   std::wstring name_;
   short item_count_ = 0;
-  Ref<CVerItems> entries_;
+  Ref<CVerItems> entries_ = make<CVerItems>();
 };
 
 }  // namespace pv

@@ -12,7 +12,7 @@ namespace {
 
 // The first of a key stands.
 Ref<CVersion> version_of(const VersionRecord& record) {
-  const auto version = make<CVersion>(record.name, record.item_count);
+  auto version = make<CVersion>(record.name, record.item_count);
   for (const VersionEntry& entry : record.entries) {
     attempt([&] { version->entries().add(entry); });
   }

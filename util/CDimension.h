@@ -11,7 +11,7 @@ class CDimension final : public Dual<CDimension, _CDimension, ::CDimension> {
 
   CDimension();
   CDimension(std::wstring_view key, std::wstring_view caption, Ref<_CUnits> units)
-      : key_(key), caption_(caption), units_(units) {}
+      : key_(key), caption_(caption), units_(std::move(units)) {}
 
   STORED(Key, BSTR, key_)
   STORED(Caption, BSTR, caption_)
