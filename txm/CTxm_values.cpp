@@ -51,7 +51,7 @@ std::wstring with_period(std::wstring text) {
 
 Variant CTxm::meaning(const Ref<_CVariable>& variable, ShowModeTypes display,
                       bool show_meaning) const {
-  const Variant value = fetch(variable, &_CVariable::get_Value);
+  Variant value = fetch(variable, &_CVariable::get_Value);
   if (!shows_value(display)) return without_value(display);
   if (!show_meaning) return value;
   Variant shown = value;  // a code without a meaning shows as it is

@@ -18,7 +18,7 @@ std::wstring file_title_of(const std::wstring& path) { return path.substr(path.r
 STDMETHODIMP CDirectory::Add(BSTR path, DirectoryTypes type, BSTR key,
                              _CDirEntry** result) noexcept {
   return returning(result, [&] {
-    const auto entry = make<CDirEntry>(view_of(path), type);
+    auto entry = make<CDirEntry>(view_of(path), type);
     list_.append(entry, view_of(key));
     return entry;
   });

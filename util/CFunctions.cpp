@@ -8,7 +8,7 @@ STDMETHODIMP CFunctions::Add(VARIANT key, IDispatch* server_form, DATE version_d
                              short picture_id, FunctionTypes* type, short protection,
                              _CFunction** result) noexcept {
   return returning(result, [&] {
-    const auto function = make<CFunction>();
+    auto function = make<CFunction>();
     const Ref<_CFunction> properties = function;
     const Variant plain_key = dereferenced(key);
     call(properties, &_CFunction::put_Key, plain_key);

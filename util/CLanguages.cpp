@@ -57,7 +57,7 @@ void CLanguages::activate(pvLanguageTypes language) {
 STDMETHODIMP CLanguages::Add(VARIANT key, BSTR name, short picture_id, BSTR extension,
                              _CLanguage** result) noexcept {
   return returning(result, [&] {
-    const auto language = language_at(list_.size() + 1, name, picture_id, extension);
+    auto language = language_at(list_.size() + 1, name, picture_id, extension);
     call<_CLanguage>(language.get(), &_CLanguage::put_Key, key);
     list_.append(language, optional_text(key));
     return language;

@@ -51,7 +51,7 @@ std::wstring manage(const ImageList& images, _CTxm* txm, _CItem* item, short var
   if (!images.has(kNoSymbolKey)) {
     images.add(kNoSymbolKey, resource_bitmap(kNoSymbolPicture).get());
   }
-  const std::wstring key = symbol_key(txm, item, variable);
+  std::wstring key = symbol_key(txm, item, variable);
   if (images.has(key)) return key;
   const auto picture = picture_of(item, variable);
   if (!picture) return kNoSymbolKey;

@@ -19,7 +19,7 @@ STDMETHODIMP Cerrors::Remove(VARIANT index) noexcept {
 STDMETHODIMP Cerrors::Add(VARIANT number, BSTR description, DATE when, VARIANT tag,
                           _CError** result) noexcept {
   return returning(result, [&] {
-    const auto error = make<CError>();
+    auto error = make<CError>();
     const Ref<_CError> properties = error;
     call(properties, &_CError::put_Number, long_of(dereferenced(number)));
     call(properties, &_CError::put_Description, description);

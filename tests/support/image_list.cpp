@@ -154,7 +154,7 @@ class ImageListDispatch final : public DispatchObject, public IProvideClassInfo 
   const Ref<ListImages> images_;
 };
 
-ImageListControl::ImageListControl(Type type, Lookup lookup)
+ImageListControl::ImageListControl(const Type& type, Lookup lookup)
     : control_(new ImageListDispatch(type, lookup)) {}
 ImageListControl::~ImageListControl() = default;
 const std::vector<ImageListControl::Image>& ImageListControl::images() const {

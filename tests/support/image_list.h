@@ -27,7 +27,7 @@ class ImageListControl {
   /// Whether the collection finds members by key; all find them by position.
   enum class Lookup { kByKey, kByPosition };
 
-  explicit ImageListControl(Type type = {L"ImageList", L"IImageList"},
+  explicit ImageListControl(const Type& type = {L"ImageList", L"IImageList"},
                             Lookup lookup = Lookup::kByKey);
   ImageListControl(const ImageListControl&) = delete;
   ImageListControl& operator=(const ImageListControl&) = delete;

@@ -12,11 +12,16 @@ namespace pv::test {
 
 namespace fs = std::filesystem;
 
-TestFolder::TestFolder() {
+namespace {
+
+std::wstring next_folder() {
   static int count = 0;
-  path_ = scratch_folder() + L"test" + std::to_wstring(++count) + L"\\";
-  fs::create_directories(path_);
+  return scratch_folder() + L"test" + std::to_wstring(++count) + L"\\";
 }
+
+}  // namespace
+
+TestFolder::TestFolder() : path_(next_folder()) { fs::create_directories(path_); }
 
 std::wstring TestFolder::write(std::wstring_view name, std::string_view bytes) const {
   const std::wstring path = file(name);
