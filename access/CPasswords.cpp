@@ -26,7 +26,7 @@ const std::wstring& element(const std::vector<std::wstring>& elements, std::size
 }
 
 Ref<CPassword> password_of(std::wstring_view reference, std::wstring_view current) {
-  const auto password = make<CPassword>();
+  auto password = make<CPassword>();
   password->assign(reference, current);
   return password;
 }

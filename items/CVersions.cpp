@@ -54,7 +54,7 @@ STDMETHODIMP CVersions::Add(BSTR name, long item_count, _CVersion** result) noex
     if (item_count < Limits::min() || item_count > Limits::max()) {
       throw automation_error(ErrorCode::kOverflow, L"ItemCount " + std::to_wstring(item_count));
     }
-    const auto version = make<CVersion>(view_of(name), static_cast<short>(item_count));
+    auto version = make<CVersion>(view_of(name), static_cast<short>(item_count));
     list_.append(version, view_of(name));
     return version;
   });

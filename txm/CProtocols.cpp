@@ -7,7 +7,7 @@ namespace pv {
 STDMETHODIMP CProtocols::Add(IDispatch* server, BSTR name, ProtocolTypes index, BSTR key,
                              _CProtocol** result) noexcept {
   return returning(result, [&] {
-    const auto protocol = make<CProtocol>();
+    auto protocol = make<CProtocol>();
     const Ref<_CProtocol> properties = protocol;
     call(properties, &_CProtocol::putref_Server, server);
     call(properties, &_CProtocol::put_Name, name);

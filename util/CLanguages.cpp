@@ -21,7 +21,7 @@ constexpr Registered kLanguages[] = {
 };
 
 Ref<CLanguage> language_at(long index, BSTR name, short picture_id, BSTR extension) {
-  const auto language = make<CLanguage>();
+  auto language = make<CLanguage>();
   const Ref<_CLanguage> properties = language;
   call(properties, &_CLanguage::put_Name, name);
   call(properties, &_CLanguage::put_PictureID, picture_id);
