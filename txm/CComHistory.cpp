@@ -5,7 +5,7 @@ namespace pv {
 // One record goes for each one that comes, even when the limit was lowered below the count.
 STDMETHODIMP CComHistory::Add(_CComDetail* detail, _CComDetail** result) noexcept {
   return returning(result, [&] {
-    const Ref<_CComDetail> record(detail);
+    Ref<_CComDetail> record(detail);
     if (!record) throw automation_error(ErrorCode::kObjectNotSet, L"ComDetail");
     if (list_.size() >= maximum_) {
       list_.replace(static_cast<long>(maximum_), record, {}, 1);
