@@ -12,6 +12,8 @@ template <class Interface, class Element>
 class ConnectionEnumerator final
     : public SimpleObject<ConnectionEnumerator<Interface, Element>, Interface> {
  public:
+  ConnectionEnumerator(const ConnectionEnumerator&) = delete;
+  ConnectionEnumerator& operator=(const ConnectionEnumerator&) = delete;
   explicit ConnectionEnumerator(std::vector<Element> elements, std::size_t next = 0)
       : elements_(std::move(elements)), next_(next) {
     for (const Element& element : elements_) object_of(element)->AddRef();

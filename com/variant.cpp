@@ -22,13 +22,12 @@ void Variant::copy(const VARIANT& other) {
   }
 }
 
-Variant::Variant(std::wstring_view text) {
-  vt = VT_EMPTY;
+Variant::Variant(std::wstring_view text) : VARIANT() {
   bstrVal = Bstr(text).detach();
   vt = VT_BSTR;
 }
 
-Variant::Variant(IDispatch* object) {
+Variant::Variant(IDispatch* object) : VARIANT() {
   vt = VT_DISPATCH;
   pdispVal = object;
   if (object) object->AddRef();

@@ -14,6 +14,8 @@ class Bstr {
   explicit Bstr(std::wstring_view text);
   /// Takes over a text that the platform or another object gave away.
   static Bstr adopt(BSTR text) { return Bstr(text, Adopted()); }
+  Bstr(const Bstr&) = delete;
+  Bstr& operator=(const Bstr&) = delete;
   Bstr(Bstr&& other) noexcept : text_(other.detach()) {}
   Bstr& operator=(Bstr&&) = delete;
   ~Bstr() { SysFreeString(text_); }

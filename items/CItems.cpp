@@ -131,7 +131,7 @@ Ref<CItem> CItems::add(ItemRecord record, _CVariables* variables) {
   const auto item = make<CItem>();
   item->assign(std::move(record));
   item->set_variables(variables);
-  const Ref<CItem> result = added(item->record().key, item);
+  Ref<CItem> result = added(item->record().key, item);
   changed_ = true;
   return result;
 }

@@ -19,7 +19,7 @@ std::wstring error_text(_CDLists* lists, int code) {
 
 // Texts that are numbers mean the same in every locale.
 Variant number_in(const VARIANT& value) {
-  const Variant plain = dereferenced(value);
+  Variant plain = dereferenced(value);
   if (plain.vt != VT_BSTR) return plain;
   const auto number = whole_number_text(view_of(plain.bstrVal));
   return number ? Variant(*number) : plain;

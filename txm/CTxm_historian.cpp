@@ -46,6 +46,7 @@ std::string bytes_of(std::wstring_view line) { return ansi_codec().narrow(line) 
 bool append_lines(const std::wstring& file, const std::vector<std::wstring>& lines) {
   const std::string header = bytes_of(header_line());
   std::vector<std::string> all;
+  all.reserve(lines.size());
   for (const std::wstring& line : lines) all.push_back(bytes_of(line));
   create_file(file, header);
   bool written = true;

@@ -165,7 +165,8 @@ class ScaledDigits {
     const Significant number = significant_digits(magnitude);
     const int kept = number.exponent + 1 + decimals;  // how many of the significant digits stay
     const int leading = std::max(decimals + 1 - kept, 1);  // zeros; the first takes a carry
-    size_ = static_cast<std::size_t>(leading + kept);
+    const int size = leading + kept;
+    size_ = static_cast<std::size_t>(size);
     std::fill_n(digits_.begin(), size_, '0');
     if (kept >= 0) take(number, static_cast<std::size_t>(leading), static_cast<std::size_t>(kept));
     const std::size_t least = static_cast<std::size_t>(decimals) + 1;
@@ -191,7 +192,7 @@ class ScaledDigits {
   /// A carry, the digits of the largest double, and its decimals.
   static constexpr std::size_t kMostDigits =
       1 + std::numeric_limits<double>::max_exponent10 + 1 + kMostDecimals;
-  std::array<char, kMostDigits> digits_;
+  std::array<char, kMostDigits> digits_{};
   std::size_t size_ = 0;
   std::size_t first_ = 0;
 };

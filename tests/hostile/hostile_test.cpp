@@ -27,7 +27,13 @@ class HostileCaller : public testing::TestWithParam<unsigned> {
  protected:
   HostileCaller() { SetCurrentDirectoryW(scratch_folder().c_str()); }
   ~HostileCaller() override { SetCurrentDirectoryW(program_folder().c_str()); }
+
+  // A single seed may find none that takes its listeners.
+  static void TearDownTestSuite() { EXPECT_GT(connected_, 0); }
+
+  static long connected_;
 };
+long HostileCaller::connected_ = 0;
 
 TEST_P(HostileCaller, DoesNoHarm) {
   const DialogPresser presser;
@@ -41,7 +47,7 @@ TEST_P(HostileCaller, DoesNoHarm) {
   EXPECT_GT(tally.refused, tally.calls / 20);       // much is refused
   EXPECT_LT(tally.refused, tally.calls * 19 / 20);  // and much is not
   EXPECT_GT(tally.mischief, 0);                     // the library called back
-  EXPECT_GT(tally.connected, 0);
+  connected_ += tally.connected;
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, HostileCaller, testing::Range(1u, seed_count() + 1));
