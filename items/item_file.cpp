@@ -50,12 +50,14 @@ ItemFileWriter::ItemFileWriter(std::size_t count, const FileStamp& stamp, const 
 void ItemFileWriter::item(const ItemRecord& item, std::size_t variable_count) {
   writer_.section(L"ITEM" + integer_text(++items_));
   writer_.count(variable_count);
-  writer_.value(L"Settings", format_item_record(item, decimal_));
+  write_item_record(item, decimal_, record_);
+  writer_.value(L"Settings", record_);
   variables_ = 0;
 }
 
 void ItemFileWriter::variable(const VariableRecord& variable) {
-  writer_.value(L"VAR" + integer_text(++variables_), format_variable_record(variable));
+  write_variable_record(variable, record_);
+  writer_.value(L"VAR" + integer_text(++variables_), record_);
 }
 
 std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,

@@ -61,6 +61,7 @@ class ItemFileWriter {
   wchar_t decimal_;
   long items_ = 0;
   long variables_ = 0;
+  std::wstring record_;
 };
 
 std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <utility>
 
 #include "util/number_text.h"
 #include "util/settings_text.h"
@@ -23,7 +22,10 @@ bool equal_ignoring_case(std::wstring_view text, std::wstring_view lower) {
 /// A record as it grows, field by field.
 class RecordText {
  public:
-  RecordText() { record_.reserve(kUsualLength); }
+  explicit RecordText(std::wstring& record) : record_(record) {
+    record_.clear();
+    record_.reserve(kUsualLength);
+  }
 
   RecordText& text(std::wstring_view field) {
     record_.append(field).push_back(kSeparator);
@@ -36,12 +38,11 @@ class RecordText {
     return *this;
   }
   RecordText& boolean(bool field) { return number(field ? -1 : 0); }
-  std::wstring take() { return std::move(record_); }
 
  private:
   static constexpr std::size_t kUsualLength = 120;
 
-  std::wstring record_;
+  std::wstring& record_;
 };
 
 }  // namespace
@@ -65,8 +66,8 @@ ItemRecord parse_item_record(std::wstring_view text) {
           .length = integer_of<std::int16_t>(fields[7])};
 }
 
-std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
-  return RecordText()
+void write_item_record(const ItemRecord& item, wchar_t decimal, std::wstring& record) {
+  RecordText(record)
       .text(item.key)
       .number(item.item_id)
       .boolean(item.by_meaning)
@@ -74,8 +75,13 @@ std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
       .boolean(item.historian)
       .boolean(item.restore)
       .text(general_text(item.smart_wait, decimal))
-      .number(item.length)
-      .take();
+      .number(item.length);
+}
+
+std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
+  std::wstring record;
+  write_item_record(item, decimal, record);
+  return record;
 }
 
 VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial) {
@@ -102,8 +108,8 @@ VariableFields parse_variable_record(std::wstring_view text, VariableRecord init
   return {std::move(record), present};
 }
 
-std::wstring format_variable_record(const VariableRecord& variable) {
-  return RecordText()
+void write_variable_record(const VariableRecord& variable, std::wstring& record) {
+  RecordText(record)
       .text(variable.key)
       .text(variable.caption)
       .text(variable.description)
@@ -114,8 +120,13 @@ std::wstring format_variable_record(const VariableRecord& variable) {
       .text({})
       .text(variable.list_id)
       .number(variable.data_type)
-      .text(variable.symbol)
-      .take();
+      .text(variable.symbol);
+}
+
+std::wstring format_variable_record(const VariableRecord& variable) {
+  std::wstring record;
+  write_variable_record(variable, record);
+  return record;
 }
 
 }  // namespace pv

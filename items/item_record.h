@@ -48,10 +48,13 @@ struct VariableFields {
 /// SmartWait beyond single precision is 0.
 ItemRecord parse_item_record(std::wstring_view text);
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal);
+/// The same into a text that is there already: its room is used again.
+void write_item_record(const ItemRecord& item, wchar_t decimal, std::wstring& record);
 
 /// Reads a variable record: fields that are there replace those of `initial`.
 VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial = {});
 std::wstring format_variable_record(const VariableRecord& variable);
+void write_variable_record(const VariableRecord& variable, std::wstring& record);
 
 /// The Boolean that a text stands for: "True" and "False" in any case, a number other than 0 is
 /// true; any other text is false.
