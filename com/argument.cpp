@@ -20,7 +20,7 @@ Argument::~Argument() {
 }
 
 std::size_t Argument::words_of(const Parameter& parameter) {
-  return parameter.by_ref ? 1 : (size_of(parameter.type) + 3) / 4;
+  return parameter.by_ref ? 1 : CallWords::words_of(size_of(parameter.type));
 }
 
 void* Argument::payload() {
@@ -123,10 +123,7 @@ void Argument::push_to(CallWords& words) const {
     words.push(direct_ ? direct_ : payload());
     return;
   }
-  const std::size_t count = words_of(*parameter_);
-  std::uint32_t content[4] = {};
-  std::memcpy(content, payload(), size_of(parameter_->type));
-  for (std::size_t i = 0; i < count; ++i) words.push(content[i]);
+  words.push_value(payload(), size_of(parameter_->type));
 }
 
 HRESULT Argument::write_back() {

@@ -38,32 +38,14 @@ class CallArguments {
 
   void carry_back() {
     for (std::size_t i = 0; i < values_.size(); ++i) {
-      if (given_[i].vt & VT_BYREF) store(given_[i], values_[i]);
+      const VARTYPE type = given_[i].vt;
+      if (type & VT_BYREF) {
+        hand_over(converted(values_[i], static_cast<VARTYPE>(type & ~VT_BYREF)), given_[i]);
+      }
     }
   }
 
  private:
-  static void store(const VARIANT& reference, Variant& value) {
-    const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
-    Variant typed = converted(value, type);
-    switch (type) {
-      case VT_I2:
-        *reference.piVal = typed.iVal;
-        break;
-      case VT_BOOL:
-        *reference.pboolVal = typed.boolVal;
-        break;
-      case VT_BSTR:
-        std::swap(*reference.pbstrVal, typed.bstrVal);
-        break;
-      case VT_DISPATCH:
-        std::swap(*reference.ppdispVal, typed.pdispVal);
-        break;
-      default:
-        throw automation_error(ErrorCode::kTypeMismatch);
-    }
-  }
-
   std::vector<VARIANT> given_;
   std::vector<VARIANT> passed_;
   std::vector<Variant> values_;

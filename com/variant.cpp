@@ -56,22 +56,26 @@ Variant dereferenced(const VARIANT& value) {
   return copy;
 }
 
-HRESULT store_typed(const VARIANT& reference, const VARIANT& value) {
-  const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
-  Variant typed;
-  const HRESULT result =
-      VariantChangeType(&typed, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, type);
-  if (FAILED(result)) return result;
+void hand_over(Variant typed, const VARIANT& reference) {
+  const VARTYPE type = typed.vt;
   if (type == VT_DECIMAL) {
     *reference.pdecVal = typed.decVal;
-    return S_OK;
+    return;
   }
   Variant former;  // what the variable held goes: texts, objects and arrays
   former.vt = type;
   std::memcpy(&former.lVal, reference.byref, size_of(type));
   std::memcpy(reference.byref, &typed.lVal, size_of(type));
   typed.vt = VT_EMPTY;  // the variable owns it now
-  return S_OK;
+}
+
+HRESULT store_typed(const VARIANT& reference, const VARIANT& value) {
+  const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
+  Variant typed;
+  const HRESULT result =
+      VariantChangeType(&typed, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, type);
+  if (SUCCEEDED(result)) hand_over(std::move(typed), reference);
+  return result;
 }
 
 Variant converted(const VARIANT& value, VARTYPE type) {

@@ -136,6 +136,9 @@ inline std::size_t size_of(VARTYPE type) {
   }
 }
 
+/// Hands a value over to the variable of its type that a typed reference points to.
+void hand_over(Variant typed, const VARIANT& reference);
+
 /// Stores a value, converted, into the variable that a typed reference points to.
 HRESULT store_typed(const VARIANT& reference, const VARIANT& value);
 

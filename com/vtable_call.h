@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "com/automation.h"
@@ -16,6 +17,13 @@ class CallWords {
 
   void push(std::uint32_t word) { words_[count_++] = word; }
   void push(const void* pointer) { push(reinterpret_cast<std::uintptr_t>(pointer)); }
+  /// An argument that is passed by value.
+  void push_value(const void* value, std::size_t bytes) {
+    std::array<std::uint32_t, 4> content{};
+    std::memcpy(content.data(), value, bytes);
+    for (std::size_t i = 0; i < words_of(bytes); ++i) push(content[i]);
+  }
+  static constexpr std::size_t words_of(std::size_t bytes) { return (bytes + 3) / 4; }
   bool has_room_for(std::size_t words) const { return count_ + words <= kMost; }
 
   std::size_t count() const { return count_; }

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 
+#include "com/variant.h"
 #include "com/vtable_call.h"
 #include "tests/support/silent_streams.h"
 
@@ -89,36 +90,12 @@ std::vector<Value> values_of_all_kinds(const Ref<IDispatch>& object) {
           Value(-0.5),  Value(NAN),    array_of_numbers()};
 }
 
-std::size_t size_of(VARTYPE type) {
-  switch (type) {
-    case VT_UI1:
-    case VT_I1:
-      return 1;
-    case VT_I2:
-    case VT_UI2:
-    case VT_BOOL:
-      return 2;
-    case VT_R8:
-    case VT_DATE:
-    case VT_CY:
-    case VT_I8:
-    case VT_UI8:
-      return 8;
-    case VT_VARIANT:
-      return sizeof(VARIANT);
-    default:
-      return 4;
-  }
-}
-
 void* payload_of(Value& value, const PlainType& type) {
   return type.type == VT_VARIANT ? static_cast<void*>(static_cast<VARIANT*>(&value)) : &value.lVal;
 }
 
 void push_value(CallWords& words, Value& value, const PlainType& type) {
-  std::uint32_t content[4] = {};
-  std::memcpy(content, payload_of(value, type), size_of(type.type));
-  for (std::size_t i = 0; i < (size_of(type.type) + 3) / 4; ++i) words.push(content[i]);
+  words.push_value(payload_of(value, type), size_of(type.type));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "com/variant.h"
 #include "com/vtable_call.h"
 #include "tests/hostile/stranger.h"
 
@@ -28,21 +29,6 @@ std::size_t input_count(const FunctionInfo& function) {
   const auto& parameters = function.parameters();
   const bool has_result = !parameters.empty() && parameters.back().is_result();
   return parameters.size() - (has_result ? 1 : 0);
-}
-
-std::size_t words_of(VARTYPE type) {
-  switch (type) {
-    case VT_R8:
-    case VT_DATE:
-    case VT_CY:
-    case VT_I8:
-    case VT_UI8:
-      return 2;
-    case VT_VARIANT:
-      return 4;
-    default:
-      return 1;
-  }
 }
 
 Value with_type(VARTYPE type, double number) {
@@ -166,9 +152,7 @@ void World::call_something_raw() {
       words.push(chance(5) ? nullptr : payload);
       continue;
     }
-    std::uint32_t content[4] = {};
-    std::memcpy(content, payload, words_of(type.type) * sizeof *content);
-    for (std::size_t i = 0; i < words_of(type.type); ++i) words.push(content[i]);
+    words.push_value(payload, size_of(type.type));
   }
   const auto slot = static_cast<std::size_t>(function.description().oVft) / sizeof(void*);
   if (FAILED(call_vtable(object.get(), slot, words))) ++tally_.refused;
