@@ -6,6 +6,7 @@
 #include "com/boundary.h"
 #include "com/variant.h"
 #include "platform/files.h"
+#include "util/picture_bytes.h"
 
 namespace pv {
 namespace {
@@ -42,7 +43,7 @@ std::wstring without_prefix(std::wstring name) {
 
 Ref<IPictureDisp> picture_from_file(const std::wstring& file) {
   const auto bytes = read_file(file);
-  if (!bytes || bytes->empty()) throw automation_error(ErrorCode::kInvalidCall, file);
+  if (!bytes || !is_whole_picture(*bytes)) throw automation_error(ErrorCode::kInvalidCall, file);
   Ref<IPictureDisp> picture;
   check(OleLoadPicture(stream_of(*bytes).get(), static_cast<LONG>(bytes->size()), FALSE,
                        __uuidof(IPictureDisp), reinterpret_cast<void**>(picture.receive())));

@@ -115,8 +115,9 @@ TEST_F(ItemSymbols, WhoseFileIsNoPictureAreLeftOutAndTheResultIsZero) {
   pictures_.write(L"EMPTY.BMP", "");
   pictures_.write(L"TEXT.BMP", "this is no picture");
   pictures_.write(L"SHORT.BMP", bitmap(8).substr(0, 20));
+  pictures_.write(L"CUT.BMP", bitmap(8).substr(0, 70));
   pictures_.write(L"FLOW.BMP", bitmap(8));
-  add_item_with(L"1", {L"EMPTY", L"TEXT", L"SHORT", L"FLOW"});
+  add_item_with(L"1", {L"EMPTY", L"TEXT", L"SHORT", L"CUT", L"FLOW"});
   const ImageListControl control;
   EXPECT_EQ(load(control), 0);
   EXPECT_EQ(control.keys(), Texts{L"FLOW"});
