@@ -15,6 +15,13 @@ HRESULT as_dispatch_error(HRESULT result) {
 
 }  // namespace
 
+const void* plain_argument(const VARIANT* source, const Parameter& parameter) {
+  if (parameter.by_ref || parameter.is_interface() || parameter.type == VT_VARIANT) return nullptr;
+  if (source && source->vt == parameter.type) return &source->lVal;
+  const bool omitted = !source || is_missing(*source);
+  return omitted && parameter.default_value ? &parameter.default_value->lVal : nullptr;
+}
+
 Argument::~Argument() {
   if (owned_) VariantClear(&value_);
 }

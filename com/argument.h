@@ -6,6 +6,11 @@
 
 namespace pv {
 
+/// Where the value of a by-value parameter can be taken from as it is: the source itself, when it
+/// has the parameter's type, or the plain default of one that is left out. Null for all other
+/// arguments.
+const void* plain_argument(const VARIANT* source, const Parameter& parameter);
+
 /// One argument of a late-bound call on its way into a typed parameter and back. `source` may be
 /// null for an omitted argument.
 class Argument {

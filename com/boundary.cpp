@@ -85,8 +85,7 @@ HRESULT report_unguarded(const wchar_t* class_name, const char* function) {
 
 }  // namespace
 
-void check(HRESULT result) {
-  if (SUCCEEDED(result)) return;
+void raise_failure(HRESULT result) {
   if (result == E_OUTOFMEMORY || result == hresult_of(ErrorCode::kOutOfMemory)) {
     throw std::bad_alloc();
   }

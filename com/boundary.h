@@ -29,7 +29,10 @@ class com_failure : public std::exception {
 
 /// Throws for a failure HRESULT: std::bad_alloc where memory ran out, else com_failure; the error
 /// information of the thread goes along.
-void check(HRESULT result);
+[[noreturn]] void raise_failure(HRESULT result);
+inline void check(HRESULT result) {
+  if (FAILED(result)) raise_failure(result);
+}
 
 /// Error information as automation clients read it.
 Ref<IErrorInfo> make_error_info(const std::wstring& source, const std::wstring& description);

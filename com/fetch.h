@@ -63,6 +63,14 @@ auto fetch(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... argum
   return received.take();
 }
 
+/// The same for a text that goes on as it is.
+template <class I, class... P, class... A>
+Bstr fetch_text(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+  BSTR text = nullptr;
+  call(object, method, std::forward<A>(arguments)..., &text);
+  return Bstr::adopt(text);
+}
+
 template <class I, class... P, class... A>
 void call(const Ref<I>& object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
   call(object.get(), method, std::forward<A>(arguments)...);

@@ -99,11 +99,17 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
   CallWords words;
   words.push(object);
   for (std::size_t i = 0; i < count; ++i) {
+    const Parameter& parameter = member.parameters[i];
     const std::optional<UINT> index = arguments.index_of(i);
-    const HRESULT binding = bound[i].emplace().bind(arguments.at(index), member.parameters[i]);
+    const VARIANT* const source = arguments.at(index);
+    if (!words.has_room_for(Argument::words_of(parameter) + 1)) return E_UNEXPECTED;
+    if (const void* plain = plain_argument(source, parameter)) {
+      words.push_value(plain, size_of(parameter.type));
+      continue;
+    }
+    const HRESULT binding = bound[i].emplace().bind(source, parameter);
     if (!index && binding == DISP_E_PARAMNOTOPTIONAL) return DISP_E_BADPARAMCOUNT;
     if (FAILED(binding)) return argument_failed(binding, index.value_or(0), argument_error);
-    if (!words.has_room_for(Argument::words_of(member.parameters[i]) + 1)) return E_UNEXPECTED;
     bound[i]->push_to(words);
   }
   if (member.result) {
@@ -115,7 +121,7 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
   if (FAILED(called)) return fill_exception(called, exception);
 
   for (std::size_t i = 0; i < count; ++i) {
-    const HRESULT written = bound[i]->write_back();
+    const HRESULT written = bound[i] ? bound[i]->write_back() : S_OK;
     if (FAILED(written)) {
       return argument_failed(written, arguments.index_of(i).value_or(0), argument_error);
     }

@@ -70,6 +70,10 @@ class Variant : public VARIANT {
   }
   explicit Variant(std::wstring_view text);
   explicit Variant(const wchar_t* text) : Variant(std::wstring_view(text)) {}  // else it is a bool
+  explicit Variant(Bstr text) noexcept : VARIANT() {
+    vt = VT_BSTR;
+    bstrVal = text.detach();
+  }
   explicit Variant(IDispatch* object);
   ~Variant() {
     if (!is_self_contained(vt)) VariantClear(this);

@@ -17,11 +17,19 @@ class CallWords {
 
   void push(std::uint32_t word) { words_[count_++] = word; }
   void push(const void* pointer) { push(reinterpret_cast<std::uintptr_t>(pointer)); }
-  /// An argument that is passed by value.
+  /// An argument that is passed by value: of one or two bytes, or of whole words.
   void push_value(const void* value, std::size_t bytes) {
-    std::array<std::uint32_t, 4> content{};
-    std::memcpy(content.data(), value, bytes);
-    for (std::size_t i = 0; i < words_of(bytes); ++i) push(content[i]);
+    switch (bytes) {
+      case 1:
+        push(loaded<std::uint8_t>(value));
+        break;
+      case 2:
+        push(loaded<std::uint16_t>(value));
+        break;
+      default:
+        const auto* const words = static_cast<const std::uint32_t*>(value);
+        for (std::size_t i = 0; i < words_of(bytes); ++i) push(loaded<std::uint32_t>(words + i));
+    }
   }
   static constexpr std::size_t words_of(std::size_t bytes) { return (bytes + 3) / 4; }
   bool has_room_for(std::size_t words) const { return count_ + words <= kMost; }
@@ -30,6 +38,13 @@ class CallWords {
   std::uint32_t operator[](std::size_t at) const { return words_[at]; }
 
  private:
+  template <class T>
+  static T loaded(const void* from) {
+    T content;
+    std::memcpy(&content, from, sizeof content);
+    return content;
+  }
+
   std::array<std::uint32_t, kMost> words_;
   std::size_t count_ = 0;
 };

@@ -42,8 +42,9 @@ Ref<_CDListMember> member_of(const Ref<_CDLists>& lists, const VARIANT& list_id,
   return fetch(members, &_CDListMembers::get_Item, Variant(text_of(value)));
 }
 
-std::wstring with_period(std::wstring text) {
-  if (const auto comma = text.find(L','); comma != std::wstring::npos) text[comma] = L'.';
+Bstr with_period(Bstr text) {
+  const auto comma = view_of(text).find(L',');
+  if (comma != std::wstring_view::npos) static_cast<BSTR>(text)[comma] = L'.';
   return text;
 }
 
@@ -73,10 +74,10 @@ Variant CTxm::shown_value(_CItem* item, short index, short unit, short decimals,
   const short shown_unit = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
   Variant shown_decimals(decimals == kOwnDecimals ? fetch(variable, &_CVariable::get_Decimals)
                                                   : decimals);
-  std::wstring text =
-      fetch(dimensions(), &_CDimensions::ToUnit, value, Variant(dimension), Variant(shown_unit),
-            &shown_decimals, display, fetch(variable, &_CVariable::get_Dirty));
-  return Variant(period_as_decimal ? with_period(std::move(text)) : text);
+  Bstr text = fetch_text(dimensions().get(), &_CDimensions::ToUnit, value, Variant(dimension),
+                         Variant(shown_unit), &shown_decimals, display,
+                         fetch(variable, &_CVariable::get_Dirty));
+  return Variant(period_as_decimal ? with_period(std::move(text)) : std::move(text));
 }
 
 STDMETHODIMP CTxm::get_ItemValue(_CItem* item, short variable, short unit, short decimals,

@@ -1,6 +1,8 @@
 #include "util/CDimensions.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <optional>
 
 #include "com/fetch.h"
@@ -125,16 +127,18 @@ STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit,
     const bool is_dirty = dirty != VARIANT_FALSE;
     const Ref<_CUnit> found = find_unit(dimension, unit);
     const long wanted = decimals_wanted(decimals);
-    if (!found) return std::wstring(is_dirty && mode == smValueOnly ? L"?" : L"");
+    if (!found) return Bstr(is_dirty && mode == smValueOnly ? L"?" : L"");
     const auto number = shows_value(mode, is_dirty) ? number_in(value) : std::optional(0.0);
-    std::wstring text;
+    std::array<std::byte, 256> room;  // on its way to the caller the text takes no other memory
+    std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
+    std::pmr::wstring text(&memory);
     attempt([&] {
       if (number) {
         text = unit_text(*number, record_for(found, mode), wanted, mode, is_dirty,
-                         decimal_separator());
+                         decimal_separator(), &memory);
       }
     });
-    return text;
+    return Bstr(text);
   });
 }
 

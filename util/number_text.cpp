@@ -157,42 +157,74 @@ Significant significant_digits(double magnitude) {
   return result;
 }
 
+/// Magnitude times ten to `decimals`, rounded as ScaledDigits does it, where that takes no more
+/// than a multiplication: the product is small, and so far from a half that neither the rounding to
+/// significant digits nor the binary one decides.
+std::optional<std::uint32_t> plainly_scaled(double magnitude, int decimals) {
+  constexpr std::array<double, kMostDecimals + 1> kPowers{1e0, 1e1, 1e2, 1e3, 1e4,
+                                                          1e5, 1e6, 1e7, 1e8};
+  constexpr double kMost = 1e9;
+  constexpr double kUncertain = 1e-5;  // 15 digits of such a product are off by 5e-6 at most
+  const double product = magnitude * kPowers[static_cast<std::size_t>(decimals)];
+  if (!(product < kMost)) return std::nullopt;
+  const auto whole = static_cast<std::uint32_t>(product);
+  const double rest = product - whole;
+  if (std::fabs(rest - 0.5) < kUncertain) return std::nullopt;
+  return rest < 0.5 ? whole : whole + 1;
+}
+
 /// The digits of magnitude times ten to `decimals`, rounded half away from zero, with at least one
 /// in front of the decimals and no other leading zeros.
 class ScaledDigits {
  public:
   ScaledDigits(double magnitude, int decimals) {
-    const Significant number = significant_digits(magnitude);
+    if (const auto scaled = plainly_scaled(magnitude, decimals)) {
+      take(*scaled, static_cast<std::size_t>(decimals) + 1);
+    } else {
+      round(significant_digits(magnitude), decimals);
+    }
+  }
+
+  const wchar_t* begin() const { return digits_.data() + first_; }
+  const wchar_t* end() const { return digits_.data() + size_; }
+  std::size_t count() const { return size_ - first_; }
+  bool is_zero() const {
+    return std::all_of(begin(), end(), [](wchar_t digit) { return digit == L'0'; });
+  }
+
+ private:
+  void take(std::uint32_t scaled, std::size_t least) {
+    size_ = first_ = kShortDigits;
+    for (; scaled > 0 || size_ - first_ < least; scaled /= 10) {
+      digits_[--first_] = static_cast<wchar_t>(L'0' + scaled % 10);
+    }
+  }
+
+  void round(const Significant& number, int decimals) {
     const int kept = number.exponent + 1 + decimals;  // how many of the significant digits stay
     const int leading = std::max(decimals + 1 - kept, 1);  // zeros; the first takes a carry
     const int size = leading + kept;
     size_ = static_cast<std::size_t>(size);
-    std::fill_n(digits_.begin(), size_, '0');
-    if (kept >= 0) take(number, static_cast<std::size_t>(leading), static_cast<std::size_t>(kept));
+    std::fill_n(digits_.begin(), size_, L'0');
+    if (kept >= 0) place(number, static_cast<std::size_t>(leading), static_cast<std::size_t>(kept));
     const std::size_t least = static_cast<std::size_t>(decimals) + 1;
-    while (size_ - first_ > least && digits_[first_] == '0') ++first_;
+    while (size_ - first_ > least && digits_[first_] == L'0') ++first_;
   }
 
-  const char* begin() const { return digits_.data() + first_; }
-  const char* end() const { return digits_.data() + size_; }
-  bool is_zero() const {
-    return std::all_of(begin(), end(), [](char digit) { return digit == '0'; });
-  }
-
- private:
-  void take(const Significant& number, std::size_t leading, std::size_t kept) {
+  void place(const Significant& number, std::size_t leading, std::size_t kept) {
     const std::size_t known = std::min(kept, number.digits.size());
     std::copy_n(number.digits.begin(), known, digits_.begin() + leading);
     if (known == number.digits.size() || number.digits[known] < '5') return;
     std::size_t i = leading + kept - 1;
-    for (; digits_[i] == '9'; --i) digits_[i] = '0';
+    for (; digits_[i] == L'9'; --i) digits_[i] = L'0';
     ++digits_[i];
   }
 
   /// A carry, the digits of the largest double, and its decimals.
   static constexpr std::size_t kMostDigits =
       1 + std::numeric_limits<double>::max_exponent10 + 1 + kMostDecimals;
-  std::array<char, kMostDigits> digits_{};
+  static constexpr std::size_t kShortDigits = std::numeric_limits<std::uint32_t>::digits10 + 1;
+  std::array<wchar_t, kMostDigits> digits_;  // only from first_ to size_
   std::size_t size_ = 0;
   std::size_t first_ = 0;
 };
@@ -214,16 +246,17 @@ std::wstring general_text(double value, wchar_t decimal) {
 
 std::wstring general_text(float value, wchar_t decimal) { return general(value, 7, decimal); }
 
-std::wstring fixed_text(double value, int decimals, wchar_t decimal) {
-  if (!std::isfinite(value)) return text_of_no_number(value);
+std::pmr::wstring fixed_text(double value, int decimals, wchar_t decimal,
+                             std::pmr::polymorphic_allocator<wchar_t> memory) {
+  std::pmr::wstring text(memory);
+  if (!std::isfinite(value)) return text.assign(text_of_no_number(value));
   decimals = std::clamp(decimals, 0, kMostDecimals);
   const ScaledDigits digits(std::fabs(value), decimals);
-  const char* const point = digits.end() - decimals;
-  std::wstring text;
-  text.reserve(static_cast<std::size_t>(digits.end() - digits.begin()) + 2);
+  const auto behind_point = static_cast<std::size_t>(decimals);
+  text.reserve(digits.count() + 2);
   if (value < 0 && !digits.is_zero()) text.push_back(L'-');
-  text.append(digits.begin(), point);
-  if (decimals > 0) text.append(1, decimal).append(point, digits.end());
+  text.append(digits.begin(), digits.count() - behind_point);
+  if (decimals > 0) text.append(1, decimal).append(digits.end() - behind_point, behind_point);
   return text;
 }
 
@@ -267,7 +300,9 @@ std::optional<float> single_of(double value) {
 std::optional<double> round_half_even(double value) {
   if (!std::isfinite(value)) return std::nullopt;
   const double magnitude = std::fabs(value);
-  double whole = std::floor(magnitude);
+  constexpr double kLeastLarge = 0x1p31;  // from here on the conversion to an integer, a short way
+  double whole =
+      magnitude < kLeastLarge ? static_cast<std::int32_t>(magnitude) : std::floor(magnitude);
   const double rest = magnitude - whole;  // exact
   if (rest > 0.5 || (rest == 0.5 && std::fmod(whole, 2.0) != 0)) whole += 1;
   return std::copysign(whole, value) + 0.0;  // + 0.0: no negative zero

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,8 +35,9 @@ std::wstring general_text(float value, wchar_t decimal);
 /// `value` with exactly `decimals` decimals (taken into 0..8) and at least one integer digit, all
 /// digits written out. Rounds half away from zero on the 15 significant digits that general_text
 /// shows, so 1.005 becomes 1.01. A result of zero has no sign. Values that are not finite get their
-/// general text.
-std::wstring fixed_text(double value, int decimals, wchar_t decimal);
+/// general text. `memory` holds the text.
+std::pmr::wstring fixed_text(double value, int decimals, wchar_t decimal,
+                             std::pmr::polymorphic_allocator<wchar_t> memory = {});
 
 /// Number text: the first ',' read as '.', the leading number written in its ordinary form; "0" on
 /// any failure.

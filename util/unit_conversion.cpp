@@ -8,12 +8,15 @@
 namespace pv {
 namespace {
 
+using Memory = std::pmr::polymorphic_allocator<wchar_t>;
+
 /// Empty when the value is beyond the range of a double.
-std::wstring value_text(double base, const UnitRecord& unit, long decimals, bool dirty,
-                        wchar_t decimal) {
-  if (dirty) return L"?";
+std::pmr::wstring value_text(double base, const UnitRecord& unit, long decimals, bool dirty,
+                             wchar_t decimal, Memory memory) {
+  if (dirty) return {L"?", memory};
   const double value = to_unit(base, unit.slope, unit.offset);
-  return std::isfinite(value) ? number_shown(value, decimals, decimal) : L"";
+  if (!std::isfinite(value)) return std::pmr::wstring(memory);
+  return number_shown(value, decimals, decimal, memory);
 }
 
 }  // namespace
@@ -28,19 +31,21 @@ double to_base(double unit, double slope, double offset) {
   return std::isfinite(base) ? base : difference;
 }
 
-std::wstring number_shown(double value, long decimals, wchar_t decimal) {
-  if (decimals < 0) return general_text(value, decimal);
-  return fixed_text(value, static_cast<int>(std::min(decimals, 8L)), decimal);
+std::pmr::wstring number_shown(double value, long decimals, wchar_t decimal, Memory memory) {
+  if (decimals < 0) return std::pmr::wstring(general_text(value, decimal), memory);
+  return fixed_text(value, static_cast<int>(std::min(decimals, 8L)), decimal, memory);
 }
 
-std::wstring unit_text(double base, const UnitRecord& unit, long decimals, long mode, bool dirty,
-                       wchar_t decimal) {
+std::pmr::wstring unit_text(double base, const UnitRecord& unit, long decimals, long mode,
+                            bool dirty, wchar_t decimal, Memory memory) {
   const auto wanted = [mode](ShowMode known) { return mode == static_cast<long>(known); };
-  if (wanted(ShowMode::kUnitOnly)) return unit.caption;
-  if (!wanted(ShowMode::kValueOnly) && !wanted(ShowMode::kValueAndUnit)) return {};
-  std::wstring value = value_text(base, unit, decimals, dirty, decimal);
-  if (wanted(ShowMode::kValueOnly) || value.empty()) return value;
-  return value + L" " + unit.caption;
+  if (wanted(ShowMode::kUnitOnly)) return std::pmr::wstring(unit.caption, memory);
+  if (!wanted(ShowMode::kValueOnly) && !wanted(ShowMode::kValueAndUnit)) {
+    return std::pmr::wstring(memory);
+  }
+  std::pmr::wstring text = value_text(base, unit, decimals, dirty, decimal, memory);
+  if (wanted(ShowMode::kValueAndUnit) && !text.empty()) text.append(L" ").append(unit.caption);
+  return text;
 }
 
 }  // namespace pv

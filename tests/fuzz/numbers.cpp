@@ -94,7 +94,7 @@ void require_reads(const std::wstring& text) {
 }
 
 void require_fixed(double value, int decimals) {
-  const std::wstring text = fixed_text(value, decimals, L'.');
+  const std::wstring text(fixed_text(value, decimals, L'.'));
   const std::size_t point = text.find(L'.');
   const std::size_t sign = text.starts_with(L'-') ? 1 : 0;
   const std::size_t end = std::min(point, text.size());
@@ -118,7 +118,7 @@ void require_writes(double value) {
   const std::wstring text = general_text(value, L',');
   if (!std::isfinite(value)) {
     require(!single_of(value) && !round_half_even(value), "what is not finite is no number");
-    require(fixed_text(value, 2, L',') == text, "what is not finite has its general text");
+    require(fixed_text(value, 2, L',') == std::wstring_view(text), "what is not finite has its general text");
     return;
   }
   const auto read = leading_number(with_point(text));

@@ -215,7 +215,8 @@ TEST(FixedText, WritesOutBigValuesFromFifteenDigits) {
   EXPECT_EQ(fixed_text(1e20, 0, L'.'), L"100000000000000000000");
   EXPECT_EQ(fixed_text(-1e20, 1, L','), L"-100000000000000000000,0");
   EXPECT_EQ(fixed_text(123456789012345678.0, 0, L'.'), L"123456789012346000");
-  EXPECT_EQ(fixed_text(1e300, 8, L'.'), L"1" + std::wstring(300, L'0') + L".00000000");
+  const std::wstring huge = L"1" + std::wstring(300, L'0') + L".00000000";
+  EXPECT_EQ(fixed_text(1e300, 8, L'.'), huge.c_str());
 }
 
 TEST(FixedText, TakesDecimalsIntoZeroToEight) {
@@ -235,7 +236,52 @@ TEST(FixedText, AgreesWithTheExactDecimalsOfShortNumbers) {
     const long size = std::abs(cents);
     const std::wstring expected =
         (cents < 0 ? L"-" : L"") + integer_text(size / 100) + L"." + zero_padded(size % 100, 2);
-    ASSERT_EQ(fixed_text(static_cast<double>(cents) / 100, 2, L'.'), expected);
+    ASSERT_EQ(fixed_text(static_cast<double>(cents) / 100, 2, L'.'), expected.c_str());
+  }
+}
+
+/// The C library's 15 digits of a value, rounded half up by hand.
+std::wstring rounded_by_hand(double value, int decimals) {
+  char text[40];
+  std::snprintf(text, sizeof text, "%.14e", std::fabs(value));
+  std::string digits = std::string(1, text[0]) + std::string(text + 2, 14);
+  const int exponent = std::atoi(text + 17);
+  if (exponent < 0) digits.insert(0, static_cast<std::size_t>(-exponent), '0');
+  const auto whole = static_cast<std::size_t>(std::max(exponent, 0) + 1);
+  const std::size_t kept = whole + static_cast<std::size_t>(decimals);
+  digits.resize(std::max(digits.size(), kept + 1), '0');
+  const bool up = digits[kept] >= '5';
+  digits = "0" + digits.substr(0, kept);
+  for (std::size_t i = digits.size(); up && ++digits[--i] > '9';) digits[i] = '0';
+  const std::size_t first = digits[0] == '0' ? 1 : 0;
+  const bool is_zero = digits.find_first_not_of('0') == std::string::npos;
+  std::string shown = (value < 0 && !is_zero ? "-" : "") + digits.substr(first, whole + 1 - first);
+  if (decimals > 0) shown += "." + digits.substr(whole + 1);
+  return std::wstring(shown.begin(), shown.end());
+}
+
+TEST(FixedText, RoundsTheFifteenDigitsOfAnyValue) {
+  std::mt19937_64 random(3);
+  for (int i = 0; i < 100'000; ++i) {
+    const int decimals = std::uniform_int_distribution<int>(0, 8)(random);
+    const double magnitude = std::pow(10, std::uniform_real_distribution<double>(-12, 18)(random));
+    const double value = (i % 2 == 0 ? 1 : -1) * magnitude;
+    ASSERT_EQ(fixed_text(value, decimals, L'.'), rounded_by_hand(value, decimals).c_str())
+        << value << " with " << decimals;
+  }
+}
+
+TEST(FixedText, RoundsTheFifteenDigitsRightAroundEveryHalf) {
+  std::mt19937_64 random(4);
+  for (int i = 0; i < 100'000; ++i) {
+    const int decimals = std::uniform_int_distribution<int>(0, 8)(random);
+    const double most = std::pow(10, std::uniform_int_distribution<int>(1, 12)(random));
+    const double whole = std::floor(std::uniform_real_distribution<double>(0, most)(random));
+    double value = (whole + 0.5) / std::pow(10, decimals);
+    const int steps = std::uniform_int_distribution<int>(-40, 40)(random);
+    for (int k = 0; k < std::abs(steps); ++k) value = std::nextafter(value, steps < 0 ? 0 : 1e300);
+    ASSERT_EQ(fixed_text(value, decimals, L'.'), rounded_by_hand(value, decimals).c_str())
+        << value << " with " << decimals;
   }
 }
 
