@@ -14,7 +14,7 @@ STDMETHODIMP CDListMember::Load(VARIANT members, VARIANT_BOOL* result) noexcept 
   return returning(result, [&] {
     std::wstring text;
     if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
-    const bool complete = split_record(text, L'|', kFields).size() == kFields;
+    const bool complete = split_record(text, kRecordSeparator, kFields).size() == kFields;
     record_ = parse_list_member(text, record_);
     return complete;
   });

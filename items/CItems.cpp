@@ -13,6 +13,7 @@ namespace pv {
 namespace {
 
 constexpr short kCriticalPicture = 16;
+constexpr std::size_t kPiece = 64 * 1024;  // a file is written in pieces of about so many bytes
 
 void report_refused_variable(const std::wstring& key) {
   MessageBoxRequest message;
@@ -46,11 +47,11 @@ void read_record(VariableRecord& record, const Ref<_CVariable>& variable) {
   read_text(record.symbol, variable, &_CVariable::get_Symbol);
 }
 
-// A variable of our own.
-void read_record(VariableRecord& record, const CVariable& variable) {
-  variable.read(record);
-  record.list_id.clear();
-  attempt([&] { record.list_id = text_of(variable.list_id()); });
+// A variable of our own. The text of its list comes first, as it may be that of an object.
+void write(ItemFileWriter& file, const CVariable& variable) {
+  std::wstring list_id;
+  attempt([&] { list_id = text_of(variable.list_id()); });
+  file.variable(variable.view(list_id));
 }
 
 void write(ItemFileWriter& file, CItem& item) {
@@ -61,11 +62,11 @@ void write(ItemFileWriter& file, CItem& item) {
   VariableRecord record;
   for (long i = 1; i <= count; ++i) {
     if (own) {
-      read_record(record, *Ref<CVariable>(own->list().at(i)));
+      write(file, *Ref<CVariable>(own->list().at(i)));
     } else {
       read_record(record, fetch(variables, &_CVariables::get_Item, Variant(i)));
+      file.variable(record.as<std::wstring_view>());
     }
-    file.variable(record);
   }
 }
 
@@ -167,9 +168,14 @@ STDMETHODIMP CItems::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexc
   return returning(result, [&] {
     std::vector<Ref<CItem>> items;
     for (const auto& item : list_) items.push_back(item);
-    ItemFileWriter file(items.size(), library_stamp(), ansi_codec(), decimal_separator());
-    for (const auto& item : items) write(file, *item);
-    const bool saved = replace_file(std::wstring(view_of(file_name)), file.take());
+    FileReplacement file(std::wstring(view_of(file_name)));
+    ItemFileWriter writer(items.size(), library_stamp(), ansi_codec(), decimal_separator());
+    for (const auto& item : items) {
+      write(writer, *item);
+      if (writer.size() >= kPiece) file.write(writer.take());
+    }
+    file.write(writer.take());
+    const bool saved = file.put_in_place();
     if (saved) changed_ = false;
     return saved;
   });

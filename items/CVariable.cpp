@@ -9,23 +9,17 @@ constexpr std::size_t kListIdField = 8;
 
 }  // namespace
 
-void CVariable::read(VariableRecord& record) const {
-  record.key = key_;
-  record.caption = caption_;
-  record.description = description_;
-  record.parent_variable = parent_variable_;
-  record.dimension_id = dimension_id_;
-  record.unit_id = unit_id_;
-  record.decimals = decimals_;
-  record.data_type = data_type_;
-  record.symbol = symbol_;
-}
-
-VariableRecord CVariable::record() const {
-  VariableRecord record;
-  read(record);
-  record.list_id = text_of(list_id_);
-  return record;
+VariableRecordView CVariable::view(std::wstring_view list_id) const {
+  return {.key = key_,
+          .caption = caption_,
+          .description = description_,
+          .parent_variable = parent_variable_,
+          .dimension_id = dimension_id_,
+          .unit_id = unit_id_,
+          .decimals = decimals_,
+          .list_id = list_id,
+          .data_type = data_type_,
+          .symbol = symbol_};
 }
 
 void CVariable::assign(VariableRecord record) {
@@ -50,9 +44,7 @@ STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
   return returning(result, [&] {
     std::wstring text;
     if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
-    VariableRecord present;
-    read(present);
-    VariableFields fields = parse_variable_record(text, std::move(present));
+    VariableFields fields = parse_variable_record(text, view({}).as<std::wstring>());
     Variant list_id = list_id_;
     assign(std::move(fields.record));
     if (fields.present <= kListIdField) list_id_ = std::move(list_id);
@@ -61,7 +53,10 @@ STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
 }
 
 STDMETHODIMP CVariable::Save(BSTR* result) noexcept {
-  return returning(result, [&] { return format_variable_record(record()); });
+  return returning(result, [&] {
+    const std::wstring list_id = text_of(list_id_);
+    return format_variable_record(view(list_id));
+  });
 }
 
 }  // namespace pv

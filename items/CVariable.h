@@ -33,11 +33,9 @@ class CVariable final : public Dual<CVariable, _CVariable, ::CVariable> {
   STDMETHODIMP Load(VARIANT members, VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP Save(BSTR* result) noexcept override;
 
-  /// The fields that a variable record holds.
-  VariableRecord record() const;
-  /// The same into a record that is there already, without the list: that may be a value that has
-  /// no text.
-  void read(VariableRecord& record) const;
+  /// The fields that a variable record holds, as they stand here; `list_id` is the text of the
+  /// list, which may be a value that has none.
+  VariableRecordView view(std::wstring_view list_id) const;
   void assign(VariableRecord record);
 
   const std::wstring& key() const { return key_; }

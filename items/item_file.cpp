@@ -50,14 +50,12 @@ ItemFileWriter::ItemFileWriter(std::size_t count, const FileStamp& stamp, const 
 void ItemFileWriter::item(const ItemRecord& item, std::size_t variable_count) {
   writer_.section(L"ITEM" + integer_text(++items_));
   writer_.count(variable_count);
-  write_item_record(item, decimal_, record_);
-  writer_.value(L"Settings", record_);
+  writer_.record(L"Settings", RecordFields(item, decimal_).all());
   variables_ = 0;
 }
 
-void ItemFileWriter::variable(const VariableRecord& variable) {
-  write_variable_record(variable, record_);
-  writer_.value(L"VAR" + integer_text(++variables_), record_);
+void ItemFileWriter::variable(const VariableRecordView& variable) {
+  writer_.record(L"VAR" + integer_text(++variables_), RecordFields(variable).all());
 }
 
 std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
@@ -65,7 +63,9 @@ std::string write_item_file(const std::vector<LoadedItem>& items, const FileStam
   ItemFileWriter writer(items.size(), stamp, codec, decimal);
   for (const LoadedItem& loaded : items) {
     writer.item(loaded.item, loaded.variables.size());
-    for (const VariableRecord& variable : loaded.variables) writer.variable(variable);
+    for (const VariableRecord& variable : loaded.variables) {
+      writer.variable(variable.as<std::wstring_view>());
+    }
   }
   return writer.take();
 }

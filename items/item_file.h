@@ -51,17 +51,17 @@ class ItemFileWriter {
                  wchar_t decimal);
 
   void item(const ItemRecord& item, std::size_t variable_count);
-  void variable(const VariableRecord& variable);
+  void variable(const VariableRecordView& variable);
 
-  /// The bytes of the file.
+  /// The bytes of the file that were made since the last take, and how many they are.
   std::string take() { return writer_.take(); }
+  std::size_t size() const { return writer_.size(); }
 
  private:
   SettingsWriter writer_;
   wchar_t decimal_;
   long items_ = 0;
   long variables_ = 0;
-  std::wstring record_;
 };
 
 std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,

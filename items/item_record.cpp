@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "util/number_text.h"
 #include "util/settings_text.h"
@@ -11,7 +10,6 @@ namespace pv {
 namespace {
 
 constexpr std::size_t kItemFieldCount = 8;
-constexpr wchar_t kSeparator = L'|';
 
 bool equal_ignoring_case(std::wstring_view text, std::wstring_view lower) {
   return std::equal(text.begin(), text.end(), lower.begin(), lower.end(), [](wchar_t a, wchar_t b) {
@@ -19,31 +17,11 @@ bool equal_ignoring_case(std::wstring_view text, std::wstring_view lower) {
   });
 }
 
-/// A record as it grows, field by field.
-class RecordText {
- public:
-  explicit RecordText(std::wstring& record) : record_(record) {
-    record_.clear();
-    record_.reserve(kUsualLength);
-  }
-
-  RecordText& text(std::wstring_view field) {
-    record_.append(field).push_back(kSeparator);
-    return *this;
-  }
-  RecordText& number(int field) {
-    std::array<char, 12> digits{};
-    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), field).ptr;
-    record_.append(static_cast<const char*>(digits.data()), end).push_back(kSeparator);
-    return *this;
-  }
-  RecordText& boolean(bool field) { return number(field ? -1 : 0); }
-
- private:
-  static constexpr std::size_t kUsualLength = 120;
-
-  std::wstring& record_;
-};
+std::wstring joined(std::span<const std::wstring_view> fields) {
+  std::wstring record;
+  for (const std::wstring_view field : fields) record.append(field).push_back(kRecordSeparator);
+  return record;
+}
 
 }  // namespace
 
@@ -55,7 +33,7 @@ bool boolean_of(std::wstring_view text) {
 
 ItemRecord parse_item_record(std::wstring_view text) {
   std::array<std::wstring_view, kItemFieldCount> fields;
-  split_record(text, kSeparator, fields);
+  split_record(text, kRecordSeparator, fields);
   return {.key = std::wstring(fields[0]),
           .item_id = integer_of<std::int16_t>(fields[1]),
           .by_meaning = boolean_of(fields[2]),
@@ -66,27 +44,46 @@ ItemRecord parse_item_record(std::wstring_view text) {
           .length = integer_of<std::int16_t>(fields[7])};
 }
 
-void write_item_record(const ItemRecord& item, wchar_t decimal, std::wstring& record) {
-  RecordText(record)
-      .text(item.key)
-      .number(item.item_id)
-      .boolean(item.by_meaning)
-      .number(item.access)
-      .boolean(item.historian)
-      .boolean(item.restore)
-      .text(general_text(item.smart_wait, decimal))
-      .number(item.length);
+RecordFields::RecordFields(const ItemRecord& item, wchar_t decimal) {
+  text(item.key);
+  number(item.item_id);
+  boolean(item.by_meaning);
+  number(item.access);
+  boolean(item.historian);
+  boolean(item.restore);
+  text(numbers_[count_] = general_text(item.smart_wait, decimal));
+  number(item.length);
+}
+
+RecordFields::RecordFields(const VariableRecordView& variable) {
+  text(variable.key);
+  text(variable.caption);
+  text(variable.description);
+  number(variable.parent_variable);
+  number(variable.dimension_id);
+  number(variable.unit_id);
+  number(variable.decimals);
+  text({});
+  text(variable.list_id);
+  number(variable.data_type);
+  text(variable.symbol);
+}
+
+// Most numbers have one digit.
+void RecordFields::number(int field) {
+  constexpr std::wstring_view kDigits = L"0123456789";
+  const bool is_digit = field >= 0 && field <= 9;
+  text(is_digit ? kDigits.substr(static_cast<std::size_t>(field), 1)
+                : numbers_[count_] = integer_text(field));
 }
 
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
-  std::wstring record;
-  write_item_record(item, decimal, record);
-  return record;
+  return joined(RecordFields(item, decimal).all());
 }
 
 VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial) {
   std::array<std::wstring_view, kVariableFieldCount> fields;
-  const std::size_t present = split_record(text, kSeparator, fields);
+  const std::size_t present = split_record(text, kRecordSeparator, fields);
   VariableRecord& record = initial;
   const auto take_text = [&](std::size_t i, std::wstring& target) {
     if (i < present) target = std::wstring(fields[i]);  // no room to spare: it may be kept for long
@@ -108,25 +105,8 @@ VariableFields parse_variable_record(std::wstring_view text, VariableRecord init
   return {std::move(record), present};
 }
 
-void write_variable_record(const VariableRecord& variable, std::wstring& record) {
-  RecordText(record)
-      .text(variable.key)
-      .text(variable.caption)
-      .text(variable.description)
-      .number(variable.parent_variable)
-      .number(variable.dimension_id)
-      .number(variable.unit_id)
-      .number(variable.decimals)
-      .text({})
-      .text(variable.list_id)
-      .number(variable.data_type)
-      .text(variable.symbol);
-}
-
-std::wstring format_variable_record(const VariableRecord& variable) {
-  std::wstring record;
-  write_variable_record(variable, record);
-  return record;
+std::wstring format_variable_record(const VariableRecordView& variable) {
+  return joined(RecordFields(variable).all());
 }
 
 }  // namespace pv

@@ -2,8 +2,10 @@
 // hold them.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,18 +23,37 @@ struct ItemRecord {
 };
 
 /// A variable's record. Its value is not part of it: the record keeps an empty field in that place.
-struct VariableRecord {
-  std::wstring key;
-  std::wstring caption;
-  std::wstring description;
+template <class Text>
+struct BasicVariableRecord {
+  Text key;
+  Text caption;
+  Text description;
   std::int16_t parent_variable = 0;
   std::int16_t dimension_id = 0;
   std::int16_t unit_id = 0;
   std::int16_t decimals = 0;
-  std::wstring list_id;  ///< as written; a loader of files takes integer_of<std::int16_t> of it
+  Text list_id;  ///< as written; a loader of files takes integer_of<std::int16_t> of it
   std::int16_t data_type = 0;
-  std::wstring symbol;
+  Text symbol;
+
+  /// The same record with texts of another kind.
+  template <class Other>
+  BasicVariableRecord<Other> as() const {
+    return {.key = Other(key),
+            .caption = Other(caption),
+            .description = Other(description),
+            .parent_variable = parent_variable,
+            .dimension_id = dimension_id,
+            .unit_id = unit_id,
+            .decimals = decimals,
+            .list_id = Other(list_id),
+            .data_type = data_type,
+            .symbol = Other(symbol)};
+  }
 };
+using VariableRecord = BasicVariableRecord<std::wstring>;
+/// A record whose texts stand elsewhere.
+using VariableRecordView = BasicVariableRecord<std::wstring_view>;
 
 /// Number of fields of a complete variable record.
 inline constexpr std::size_t kVariableFieldCount = 11;
@@ -44,17 +65,37 @@ struct VariableFields {
   std::size_t present = 0;
 };
 
+/// The fields of a record as they are written. Texts are those of the record, which must stay.
+class RecordFields {
+ public:
+  RecordFields(const ItemRecord& item, wchar_t decimal);
+  explicit RecordFields(const VariableRecordView& variable);
+  RecordFields(const RecordFields&) = delete;
+  RecordFields& operator=(const RecordFields&) = delete;
+
+  std::span<const std::wstring_view> all() const { return {fields_.data(), count_}; }
+
+ private:
+  void text(std::wstring_view field) { fields_[count_++] = field; }
+  void number(int field);
+  void boolean(bool field) { number(field ? -1 : 0); }
+
+  std::array<std::wstring_view, kVariableFieldCount> fields_;
+  std::size_t count_ = 0;
+  std::array<std::wstring, kVariableFieldCount> numbers_;  // their texts, each in its field's place
+};
+
 /// Reads an item record through the tolerant conversions. Missing fields count as empty text; a
 /// SmartWait beyond single precision is 0.
 ItemRecord parse_item_record(std::wstring_view text);
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal);
-/// The same into a text that is there already: its room is used again.
-void write_item_record(const ItemRecord& item, wchar_t decimal, std::wstring& record);
 
 /// Reads a variable record: fields that are there replace those of `initial`.
 VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial = {});
-std::wstring format_variable_record(const VariableRecord& variable);
-void write_variable_record(const VariableRecord& variable, std::wstring& record);
+std::wstring format_variable_record(const VariableRecordView& variable);
+inline std::wstring format_variable_record(const VariableRecord& variable) {
+  return format_variable_record(variable.as<std::wstring_view>());
+}
 
 /// The Boolean that a text stands for: "True" and "False" in any case, a number other than 0 is
 /// true; any other text is false.

@@ -26,7 +26,7 @@ ListRecord read_list(SettingsReader& reader, long number) {
 }  // namespace
 
 ListMemberRecord parse_list_member(std::wstring_view text, ListMemberRecord initial) {
-  std::vector<std::wstring> fields = split_record(text, L'|', 3);
+  std::vector<std::wstring> fields = split_record(text, kRecordSeparator, 3);
   initial.key = std::move(fields[0]);
   if (fields.size() > 1) initial.caption = std::move(fields[1]);
   if (fields.size() > 2) initial.tag = std::move(fields[2]);

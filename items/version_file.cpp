@@ -8,7 +8,7 @@ namespace pv {
 namespace {
 
 VersionEntry parse_entry(std::wstring_view text) {
-  std::vector<std::wstring> fields = split_record(text, L'|', 2);
+  std::vector<std::wstring> fields = split_record(text, kRecordSeparator, 2);
   fields.resize(2);
   return {std::move(fields[0]), std::move(fields[1])};
 }

@@ -1,13 +1,13 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 
 #include "com/automation.h"
 #include "platform/folder.h"
 
 namespace pv {
-namespace {
 
 class File {
  public:
@@ -48,10 +48,14 @@ class File {
   HANDLE handle_;
 };
 
-// Unique among the processes and threads that may save the same file at the same time.
+namespace {
+
+// Unique among all who may save the same file at the same time: other processes, other threads, and
+// host objects that are asked for their content during a save.
 std::wstring name_beside(const std::wstring& name) {
-  return name + L"." + std::to_wstring(GetCurrentProcessId()) + L"-" +
-         std::to_wstring(GetCurrentThreadId()) + L".tmp";
+  static std::atomic<unsigned> count{0};
+  return name + L"." + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) +
+         L".tmp";
 }
 
 bool is_old(const FILETIME& written) {
@@ -89,11 +93,6 @@ void take_back(const std::wstring& name, unsigned long long size_before, std::si
   if (file.is_open() && file.size() == size_before + written) file.cut(size_before);
 }
 
-bool write_new_file(const std::wstring& name, std::string_view content) {
-  const File file(name, GENERIC_WRITE, 0, CREATE_ALWAYS);
-  return file.is_open() && file.write(content) && FlushFileBuffers(file.handle());
-}
-
 }  // namespace
 
 bool is_file_name(const std::wstring& name) { return name.find(L'\0') == std::wstring::npos; }
@@ -123,15 +122,37 @@ std::optional<std::string> read_file(const std::wstring& name) {
   return content;
 }
 
-bool replace_file(const std::wstring& name, std::string_view content) {
-  if (!is_file_name(name) || is_read_only(name)) return false;
+FileReplacement::FileReplacement(const std::wstring& name)
+    : name_(name), beside_(name_beside(name)) {
+  if (!is_file_name(name) || is_read_only(name)) return;
   remove_leftovers(name);
-  const std::wstring beside = name_beside(name);
-  const bool replaced =
-      write_new_file(beside, content) &&
-      MoveFileExW(beside.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-  if (!replaced) DeleteFileW(beside.c_str());
-  return replaced;
+  file_ = std::make_unique<File>(beside_, GENERIC_WRITE, 0, CREATE_ALWAYS);
+  if (!file_->is_open()) file_.reset();
+}
+
+FileReplacement::~FileReplacement() {
+  if (!file_) return;
+  file_->close();
+  DeleteFileW(beside_.c_str());
+}
+
+void FileReplacement::write(std::string_view piece) {
+  whole_ = whole_ && file_ && file_->write(piece);
+}
+
+bool FileReplacement::put_in_place() {
+  if (!whole_ || !file_ || !FlushFileBuffers(file_->handle())) return false;
+  file_->close();
+  constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  if (!MoveFileExW(beside_.c_str(), name_.c_str(), kHow)) return false;
+  file_.reset();  // nothing is left to remove
+  return true;
+}
+
+bool replace_file(const std::wstring& name, std::string_view content) {
+  FileReplacement file(name);
+  file.write(content);
+  return file.put_in_place();
 }
 
 bool create_file(const std::wstring& name, std::string_view content) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace pv {
+
+class File;
 
 /// The platform would take the part before a NUL for the name, which is a file that nobody meant.
 bool is_file_name(const std::wstring& name);
@@ -15,9 +18,30 @@ bool is_read_only(const std::wstring& name);
 /// The whole file, or nothing when it cannot be opened or read.
 std::optional<std::string> read_file(const std::wstring& name);
 
-/// Replaces the file: the new content is written beside it and renamed over it, so that whatever
-/// happens the old or the new file is there, whole. False when the old one stayed. What programs
-/// that were killed left beside it more than a day ago is removed.
+/// New content of a file. It is written beside the file, piece by piece, and renamed over it at the
+/// end, so that whatever happens the old or the new file is there, whole. What programs that were
+/// killed left beside it more than a day ago is removed.
+class FileReplacement {
+ public:
+  explicit FileReplacement(const std::wstring& name);
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+  /// What was not put in place goes.
+  ~FileReplacement();
+
+  /// What finds no room makes the replacement fail.
+  void write(std::string_view piece);
+  /// The last step. False when the old file stayed.
+  bool put_in_place();
+
+ private:
+  std::wstring name_;
+  std::wstring beside_;
+  std::unique_ptr<File> file_;  // none when the file cannot be replaced
+  bool whole_ = true;
+};
+
+/// The same with all of the content at once.
 bool replace_file(const std::wstring& name, std::string_view content);
 
 /// Creates the file with this content; False when it is there already or cannot be created whole.

@@ -69,7 +69,7 @@ std::vector<UnitRecord> read_units(const SettingsIndex& index, int dimension, in
 }  // namespace
 
 ParsedUnit parse_unit(std::wstring_view text, UnitRecord initial) {
-  std::vector<std::wstring> fields = split_record(text, L'|', 3);
+  std::vector<std::wstring> fields = split_record(text, kRecordSeparator, 3);
   initial.caption = std::move(fields[0]);
   if (fields.size() > 1) initial.slope = number_of(fields[1]);
   if (fields.size() > 2) initial.offset = number_of(fields[2]);

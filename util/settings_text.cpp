@@ -171,8 +171,10 @@ SettingsWriter::SettingsWriter(const TextCodec& codec, bool continues_a_file)
     : codec_(&codec), empty_line_first_(continues_a_file) {}
 
 void SettingsWriter::line(std::initializer_list<std::wstring_view> texts) {
-  for (const std::wstring_view text : texts) codec_->append_narrowed(text, bytes_);
-  bytes_.append("\r\n");
+  parts_.insert(parts_.end(), texts.begin(), texts.end());
+  parts_.push_back(L"\r\n");
+  codec_->append_narrowed(parts_, bytes_);
+  parts_.clear();
 }
 
 void SettingsWriter::section(std::wstring_view name) {
@@ -183,6 +185,16 @@ void SettingsWriter::section(std::wstring_view name) {
 
 void SettingsWriter::value(std::wstring_view key, std::wstring_view value) {
   line({key, L"=", value});
+}
+
+void SettingsWriter::record(std::wstring_view key, std::span<const std::wstring_view> fields) {
+  constexpr std::wstring_view kEnd(&kRecordSeparator, 1);
+  parts_ = {key, L"="};
+  for (const std::wstring_view field : fields) {
+    parts_.push_back(field);
+    parts_.push_back(kEnd);
+  }
+  line({});
 }
 
 void SettingsWriter::count(std::size_t count) {
@@ -196,6 +208,11 @@ void SettingsWriter::head(std::wstring_view name, std::size_t count, const FileS
   value(L"Date", stamp.comments);
 }
 
-std::string SettingsWriter::take() { return std::exchange(bytes_, {}); }
+std::string SettingsWriter::take() {
+  const std::size_t size = bytes_.size();
+  std::string taken = std::exchange(bytes_, {});
+  bytes_.reserve(size);  // what follows may well be as long
+  return taken;
+}
 
 }  // namespace pv

@@ -113,6 +113,8 @@ class SettingsWriter {
 
   void section(std::wstring_view name);
   void value(std::wstring_view key, std::wstring_view value);
+  /// A value of fields, each followed by the separator.
+  void record(std::wstring_view key, std::span<const std::wstring_view> fields);
 
   /// The value "Count".
   void count(std::size_t count);
@@ -122,6 +124,8 @@ class SettingsWriter {
 
   /// The bytes written so far; what is written later continues them.
   std::string take();
+  /// How many bytes that would be.
+  std::size_t size() const { return bytes_.size(); }
 
  private:
   void line(std::initializer_list<std::wstring_view> texts);
@@ -129,11 +133,16 @@ class SettingsWriter {
   const TextCodec* codec_;
   bool empty_line_first_;
   std::string bytes_;
+  std::vector<std::wstring_view> parts_;  // of a line; empty between two
 };
+
+/// What ends each field of a record.
+inline constexpr wchar_t kRecordSeparator = L'|';
 
 /// The fields of a record: n separators give n + 1 fields, the empty text gives one empty field.
 /// Only the first `most` fields are kept.
-std::vector<std::wstring> split_record(std::wstring_view record, wchar_t separator = L'|',
+std::vector<std::wstring> split_record(std::wstring_view record,
+                                       wchar_t separator = kRecordSeparator,
                                        std::size_t most = static_cast<std::size_t>(-1));
 
 /// The same without copies: fills `fields`, which sets the most, and gives the number of fields

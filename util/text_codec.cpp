@@ -55,14 +55,26 @@ void TextCodec::widen(std::string_view bytes, std::wstring& text) const {
 }
 
 void TextCodec::append_narrowed(std::wstring_view text, std::string& bytes) const {
-  if (!is_ascii(text)) {
-    bytes += narrow_(text);
-    return;
-  }
+  append_narrowed({&text, 1}, bytes);
+}
+
+void TextCodec::append_narrowed(std::span<const std::wstring_view> texts,
+                                std::string& bytes) const {
   const std::size_t begin = bytes.size();
-  bytes.resize(begin + text.size());
-  std::transform(text.begin(), text.end(), bytes.data() + begin,
-                 [](wchar_t c) { return static_cast<char>(c); });
+  std::size_t size = 0;
+  for (const std::wstring_view text : texts) size += text.size();
+  bytes.resize(begin + size);
+  char* end = bytes.data() + begin;
+  std::uint32_t seen = 0;
+  for (const std::wstring_view text : texts) {
+    for (const wchar_t c : text) {
+      seen |= static_cast<std::uint32_t>(c);
+      *end++ = static_cast<char>(c);
+    }
+  }
+  if (seen < 0x80) return;
+  bytes.resize(begin);
+  for (const std::wstring_view text : texts) bytes += narrow_(text);
 }
 
 const TextCodec& latin1_codec() {

@@ -1,6 +1,7 @@
 // Bytes of files and the texts that they stand for.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,7 @@ class TextCodec {
   /// The same into a text or to the end of bytes that are there already, which spares allocations.
   void widen(std::string_view bytes, std::wstring& text) const;
   void append_narrowed(std::wstring_view text, std::string& bytes) const;
+  void append_narrowed(std::span<const std::wstring_view> texts, std::string& bytes) const;
 
  private:
   Widen widen_;

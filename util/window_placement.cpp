@@ -10,7 +10,7 @@ namespace pv {
 
 std::optional<WindowPlacement> parse_placement(std::wstring_view text) {
   constexpr std::size_t kFieldCount = 5;
-  const std::vector<std::wstring> fields = split_record(text, L'|', kFieldCount);
+  const std::vector<std::wstring> fields = split_record(text, kRecordSeparator, kFieldCount);
   if (fields.size() < kFieldCount) return std::nullopt;
   std::array<double, 4> bounds{};
   for (std::size_t i = 0; i < bounds.size(); ++i) {

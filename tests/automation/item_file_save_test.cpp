@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 
 #include "resources/version.h"
 #include "tests/automation/item_support.h"
 #include "tests/support/dialog_answerer.h"
+#include "tests/support/dispatch_object.h"
 
 namespace pv::test {
 namespace {
@@ -98,6 +100,59 @@ TEST_F(ItemFileSave, WritesAListWithoutTextAsEmpty) {
   const Object item = add_item(items_, L"1", 1, 1);
   item.get_object(L"Variables").get_object(L"Item", 1).put(L"ListID", Value::null());
   EXPECT_NE(saved(items_).find("|2|||4||\r\n"), std::string::npos);
+}
+
+/// What a host may put into a variable: its text is "7", and whoever asks for it sets off an
+/// action.
+class ActingText final : public DispatchObject {
+ public:
+  explicit ActingText(std::function<void()> action) : action_(std::move(action)) {}
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                      UINT*) override {
+    if (id != DISPID_VALUE) return DISP_E_MEMBERNOTFOUND;
+    action_();
+    *result = Value(L"7").detach();
+    return S_OK;
+  }
+
+ private:
+  DISPID id_of(std::wstring_view) override { return DISPID_UNKNOWN; }
+
+  std::function<void()> action_;
+};
+
+TEST_F(ItemFileSave, WithinASaveOfTheSameFileWorksToo) {
+  const Object item = add_item(items_, L"1", 1, 1);
+  int inner = 0;
+  const Ref<IDispatch> text(new ActingText([&] {
+    if (++inner == 1) {
+      EXPECT_TRUE(save(folder_.file(L"saved.itm")));
+    }
+  }));
+  item.get_object(L"Variables").get_object(L"Item", 1).put(L"ListID", Value(text.get()));
+  EXPECT_NE(saved(items_).find("|2||7|4||\r\n"), std::string::npos);
+  EXPECT_EQ(inner, 2);
+  EXPECT_EQ(folder_.names(), (Texts{L"saved.itm"}));
+}
+
+TEST_F(ItemFileSave, OfAVariableThatGoesMeanwhileHasItStill) {
+  const Object item = add_item(items_, L"1", 1, 1);
+  const Object variables = item.get_object(L"Variables");
+  const Ref<IDispatch> text(new ActingText([&] { variables.call(L"Clear"); }));
+  variables.get_object(L"Item", 1).put(L"ListID", Value(text.get()));
+  EXPECT_NE(saved(items_).find("VAR1=1|Caption 1|"), std::string::npos);
+}
+
+TEST_F(ItemFileSave, ThatFailsWithAnErrorLeavesTheOldFileAndNothingBesideIt) {
+  // Many items before the error: a part of the new file is written by then.
+  for (int i = 1; i <= 2000; ++i) add_item(items_, std::to_wstring(i).c_str(), i, 1);
+  const Object variables = add_item(items_, L"last", 2001, 2).get_object(L"Variables");
+  const Ref<IDispatch> text(new ActingText([&] { variables.call(L"Clear"); }));
+  variables.get_object(L"Item", 1).put(L"ListID", Value(text.get()));
+  const std::wstring file = folder_.write(L"a.itm", "old content");
+  EXPECT_FALSE(items_.try_call(L"SaveSettingsNew", file).worked());
+  EXPECT_EQ(bytes_of(file), "old content");
+  EXPECT_EQ(folder_.names(), (Texts{L"a.itm"}));
 }
 
 // --- Round trips

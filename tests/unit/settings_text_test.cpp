@@ -268,6 +268,16 @@ TEST(SettingsWriter, WritesTheHeadOfAFile) {
   EXPECT_EQ(writer.take(), "[Items]\r\nCount=3\r\nVersion=2.05.07\r\nDate=built \xE9t\xE9\r\n");
 }
 
+TEST(SettingsWriter, EndsEachFieldOfARecord) {
+  SettingsWriter writer(kCodec);
+  writer.record(L"k", {});
+  const std::wstring_view fields[] = {L"a", L"", L"\xE9"};
+  writer.record(L"VAR1", fields);
+  EXPECT_EQ(writer.size(), std::size_t{16});
+  EXPECT_EQ(writer.take(), "k=\r\nVAR1=a||\xE9|\r\n");
+  EXPECT_EQ(writer.size(), std::size_t{0});
+}
+
 TEST(SettingsWriter, WritesWhatTheReaderReads) {
   SettingsWriter writer(kCodec);
   writer.section(L"A b");

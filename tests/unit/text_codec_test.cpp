@@ -54,6 +54,15 @@ TEST(TextCodec, ReplacesTheTextThatIsThere) {
   EXPECT_EQ(text, L"\u3042");
 }
 
+TEST(TextCodec, AppendsTextsOneBehindTheOther) {
+  for (const std::wstring_view last : {L"c", L"\u3042"}) {
+    std::string bytes = "k=";
+    const std::wstring_view texts[] = {L"a", L"", L"|", last};
+    kTwoBytes.append_narrowed(texts, bytes);
+    EXPECT_EQ(bytes, "k=a|" + kTwoBytes.narrow(last));
+  }
+}
+
 TEST(TextCodec, AppendsToTheBytesThatAreThere) {
   std::string bytes = "k=";
   kTwoBytes.append_narrowed(L"a", bytes);
