@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -47,15 +48,39 @@ std::string place_of(void* address) {
   return place;
 }
 
+bool is_code(void* address) {
+  MEMORY_BASIC_INFORMATION memory{};
+  return VirtualQuery(address, &memory, sizeof memory) != 0 && memory.Type == MEM_IMAGE &&
+         (memory.Protect & (PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE)) != 0;
+}
+
+// Where the thread may have come from: all on its stack that points into code.
+std::string trail_of(const CONTEXT& context) {
+  constexpr int kWords = 400, kPlaces = 24;
+  std::string trail;
+  int places = 0;
+  auto* const stack = reinterpret_cast<void**>(context.Esp);
+  MEMORY_BASIC_INFORMATION memory{};
+  VirtualQuery(stack, &memory, sizeof memory);
+  auto* const end =
+      reinterpret_cast<void**>(static_cast<char*>(memory.BaseAddress) + memory.RegionSize);
+  for (void** word = stack; word < std::min(stack + kWords, end) && places < kPlaces; ++word) {
+    if (!is_code(*word)) continue;
+    trail += "  " + place_of(*word) + "\n";
+    ++places;
+  }
+  return trail;
+}
+
 // A debugger would wait for somebody to look at it. The streams may lead elsewhere at this moment.
 LONG WINAPI end_after_crash(EXCEPTION_POINTERS* crash) {
   const EXCEPTION_RECORD& record = *crash->ExceptionRecord;
   char line[2 * MAX_PATH];
-  const int length = std::snprintf(line, sizeof line, "[  FAILED  ] %s: crashed with %lx at %s\n",
-                                   test_name.load(), record.ExceptionCode,
-                                   place_of(record.ExceptionAddress).c_str());
+  std::snprintf(line, sizeof line, "[  FAILED  ] %s: crashed with %lx at %s\n", test_name.load(),
+                record.ExceptionCode, place_of(record.ExceptionAddress).c_str());
+  const std::string report = line + trail_of(*crash->ContextRecord);
   DWORD written = 0;
-  WriteFile(output, line, static_cast<DWORD>(length), &written, nullptr);
+  WriteFile(output, report.data(), static_cast<DWORD>(report.size()), &written, nullptr);
   TerminateProcess(GetCurrentProcess(), kCrashed);
   return EXCEPTION_EXECUTE_HANDLER;
 }
