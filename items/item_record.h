@@ -72,6 +72,9 @@ class RecordFields {
   explicit RecordFields(const VariableRecordView& variable);
   RecordFields(const RecordFields&) = delete;
   RecordFields& operator=(const RecordFields&) = delete;
+  RecordFields(RecordFields&&) = delete;
+  RecordFields& operator=(RecordFields&&) = delete;
+  ~RecordFields() = default;
 
   std::span<const std::wstring_view> all() const { return {fields_.data(), count_}; }
 

@@ -129,7 +129,8 @@ STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit,
     const long wanted = decimals_wanted(decimals);
     if (!found) return Bstr(is_dirty && mode == smValueOnly ? L"?" : L"");
     const auto number = shows_value(mode, is_dirty) ? number_in(value) : std::optional(0.0);
-    std::array<std::byte, 256> room;  // on its way to the caller the text takes no other memory
+    // On its way to the caller the text takes no other memory.
+    std::array<std::byte, 256> room;  // NOLINT(cppcoreguidelines-pro-type-member-init)
     std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
     std::pmr::wstring text(&memory);
     attempt([&] {

@@ -177,6 +177,7 @@ std::optional<std::uint32_t> plainly_scaled(double magnitude, int decimals) {
 /// in front of the decimals and no other leading zeros.
 class ScaledDigits {
  public:
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): only digits that were written are read.
   ScaledDigits(double magnitude, int decimals) {
     if (const auto scaled = plainly_scaled(magnitude, decimals)) {
       take(*scaled, static_cast<std::size_t>(decimals) + 1);

@@ -172,7 +172,7 @@ SettingsWriter::SettingsWriter(const TextCodec& codec, bool continues_a_file)
 
 void SettingsWriter::line(std::initializer_list<std::wstring_view> texts) {
   parts_.insert(parts_.end(), texts.begin(), texts.end());
-  parts_.push_back(L"\r\n");
+  parts_.emplace_back(L"\r\n");
   codec_->append_narrowed(parts_, bytes_);
   parts_.clear();
 }

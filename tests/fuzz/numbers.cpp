@@ -118,7 +118,8 @@ void require_writes(double value) {
   const std::wstring text = general_text(value, L',');
   if (!std::isfinite(value)) {
     require(!single_of(value) && !round_half_even(value), "what is not finite is no number");
-    require(fixed_text(value, 2, L',') == std::wstring_view(text), "what is not finite has its general text");
+    require(fixed_text(value, 2, L',') == std::wstring_view(text),
+            "what is not finite has its general text");
     return;
   }
   const auto read = leading_number(with_point(text));
