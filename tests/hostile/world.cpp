@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <mutex>
 #include <set>
 #include <stdexcept>
 
@@ -95,13 +96,21 @@ void World::call_once() {
   disconnect_something();
 }
 
-bool World::is_slow(const FunctionInfo& function) const { return kSlow.contains(function.name()); }
+// All threads open windows in turns: this platform's text boxes share a cache that is not made for
+// threads. A thread may open more than one, as what it is asked for meanwhile may open others.
+std::optional<World::Turn> World::turn_to_call(const FunctionInfo& function) {
+  static std::recursive_mutex windows;
+  if (!kSlow.contains(function.name())) return Turn();
+  if (!chance(2)) return std::nullopt;
+  return Turn(windows);
+}
 
 void World::invoke_something() {
   const Holding holding = any_of(holdings_);
   if (!holding.kind) return;
   const FunctionInfo& function = any_of(holding.kind->functions);
-  if (is_slow(function) && !chance(2)) return;
+  const auto turn = turn_to_call(function);
+  if (!turn) return;
   Arguments arguments(input_count(function));
   fill(holding, function, arguments);
   std::vector<VARIANT> reversed(arguments.passed.rbegin(), arguments.passed.rend());
@@ -126,7 +135,8 @@ void World::call_something_raw() {
   const Holding holding = any_of(holdings_);
   if (!holding.kind) return;
   const FunctionInfo& function = any_of(holding.kind->functions);
-  if (is_slow(function) && !chance(2)) return;
+  const auto turn = turn_to_call(function);
+  if (!turn) return;
   const TypeInfo& owner = holding.kind->info->interface_type;
   Ref<IUnknown> object;
   holding.object->QueryInterface(owner.attributes().guid,

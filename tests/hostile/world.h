@@ -2,6 +2,8 @@
 
 #include <array>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -63,7 +65,10 @@ class World {
   void connect_something();
   void disconnect_something();
   void walk(IEnumVARIANT* enumerator);
-  bool is_slow(const FunctionInfo& function) const;
+
+  /// Held for the call of a member; nothing when the member is not called this time.
+  using Turn = std::unique_lock<std::recursive_mutex>;
+  std::optional<Turn> turn_to_call(const FunctionInfo& function);
 
   void fill(const Holding& holding, const FunctionInfo& function, Arguments& arguments);
   Value any_value();
