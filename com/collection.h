@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "com/enumerator.h"
+#include "com/fetch.h"
 #include "com/index_key.h"
 #include "com/keyed_list.h"
 #include "com/object.h"
@@ -78,6 +79,19 @@ class Collection : public Dual<Derived, Interface, Coclass> {
 
   Members list_;
 };
+
+/// Gives a collection the members of another that was made for it, in the place of its own. One of
+/// our own takes them over, which cannot fail; one of a host is cleared and asked to add copies,
+/// one by one: `add` does that.
+template <class Members, class Interface, class Add>
+void give_members(const Ref<Members>& members, const Ref<Interface>& target, Add&& add) {
+  if (const Ref<Members> own = Members::own(target.get())) {
+    std::swap(own->list(), members->list());
+    return;
+  }
+  call(target, &Interface::Clear);
+  for (const auto& member : members->list()) add(target, *member);
+}
 
 /// Replaces the member at `position` by `replacement` under another key, as renaming a keyed
 /// member goes: a key that is taken loses the old member and fails. A bad position changes nothing.

@@ -71,6 +71,13 @@ Bstr fetch_text(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... 
   return Bstr::adopt(text);
 }
 
+/// An object that has to be there. Error: kObjectNotSet.
+template <class I>
+Ref<I> present(Ref<I> object) {
+  if (!object) throw automation_error(ErrorCode::kObjectNotSet);
+  return object;
+}
+
 template <class I, class... P, class... A>
 void call(const Ref<I>& object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
   call(object.get(), method, std::forward<A>(arguments)...);

@@ -31,6 +31,13 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
   static constexpr ClassEntry entry() {
     return {&__uuidof(Coclass), Derived::kClassName, &Dual::create};
   }
+  /// The object behind an interface when it is one of this class of ours, else none: only these
+  /// answer to the id of the class.
+  static Ref<Derived> own(IUnknown* object) {
+    void* found = nullptr;
+    if (!object || FAILED(object->QueryInterface(__uuidof(Coclass), &found))) return {};
+    return Ref<Derived>::adopt(static_cast<Derived*>(static_cast<Interface*>(found)));
+  }
 
   // IUnknown
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
@@ -107,7 +114,8 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
   ~Dual() { remove_living_object(); }
 
   void* find_interface(REFIID iid) {
-    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface)) {
+    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface) ||
+        iid == __uuidof(Coclass)) {
       return static_cast<Interface*>(this);
     }
     if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);

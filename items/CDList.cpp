@@ -1,6 +1,6 @@
 #include "items/CDList.h"
 
-#include "com/fetch.h"
+#include "com/text_properties.h"
 #include "items/CDListMembers.h"
 
 namespace pv {
@@ -21,15 +21,15 @@ ListRecord CDList::record() const {
 
 void CDList::copy_to(_CDList* dest) const {
   if (dest == this) return;
-  const auto target = fetch(dest, &_CDList::get_ListMembers);
-  const ListRecord own = record();  // taken first: both lists may share their members
-  call(target, &_CDListMembers::Clear);
-  for (const ListMemberRecord& member : own.members) {
-    fetch(target, &_CDListMembers::Add, Bstr(member.key), Variant(member.caption),
-          Variant(member.tag));
-  }
-  call(dest, &_CDList::put_Key, Bstr(key_));
-  call(dest, &_CDList::put_Caption, Bstr(caption_));
+  const auto target = present(fetch(dest, &_CDList::get_ListMembers));
+  const auto copies = make<CDListMembers>();  // all of them first: both lists may share theirs
+  for (const ListMemberRecord& member : record().members) copies->add(member);
+  put_together<_CDList>(dest, {{&_CDList::get_Key, &_CDList::put_Key, key_},
+                               {&_CDList::get_Caption, &_CDList::put_Caption, caption_}});
+  give_members(copies, target, [](const Ref<_CDListMembers>& members, const CDListMember& copy) {
+    fetch(members, &_CDListMembers::Add, Bstr(copy.record().key), Variant(copy.record().caption),
+          Variant(copy.record().tag));
+  });
 }
 
 STDMETHODIMP CDList::Copy(_CDList* dest, _CDList** result) noexcept {

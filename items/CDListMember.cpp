@@ -1,6 +1,6 @@
 #include "items/CDListMember.h"
 
-#include "com/fetch.h"
+#include "com/text_properties.h"
 #include "util/settings_text.h"
 
 namespace pv {
@@ -26,9 +26,10 @@ STDMETHODIMP CDListMember::Save(BSTR* result) noexcept {
 
 STDMETHODIMP CDListMember::Copy(_CDListMember* dest, _CDListMember** result) noexcept {
   return returning(result, [&] {
-    call(dest, &_CDListMember::put_Key, Bstr(record_.key));
-    call(dest, &_CDListMember::put_Caption, Bstr(record_.caption));
-    call(dest, &_CDListMember::put_Tag, Bstr(record_.tag));
+    put_together<_CDListMember>(
+        dest, {{&_CDListMember::get_Key, &_CDListMember::put_Key, record_.key},
+               {&_CDListMember::get_Caption, &_CDListMember::put_Caption, record_.caption},
+               {&_CDListMember::get_Tag, &_CDListMember::put_Tag, record_.tag}});
     return Ref<_CDListMember>(dest);
   });
 }

@@ -1,14 +1,12 @@
 #include "items/CItem.h"
 
-#include <vector>
-
 #include "com/fetch.h"
 #include "items/CVariables.h"
 
 namespace pv {
 namespace {
 
-void copy_variable(const Ref<_CVariable>& variable, const Ref<_CVariables>& target) {
+void copy_variable(_CVariable* variable, const Ref<_CVariables>& target) {
   fetch(target, &_CVariables::Add, Bstr(fetch(variable, &_CVariable::get_Key)),
         Bstr(fetch(variable, &_CVariable::get_Caption)),
         Bstr(fetch(variable, &_CVariable::get_Description)),
@@ -135,15 +133,16 @@ STDMETHODIMP CItem::put_DataType(short index, short value) noexcept {
 
 void CItem::copy_to(_CItem* dest) {
   if (dest == this) return;
-  const auto target = fetch(dest, &_CItem::get_Variables);
+  const auto target = present(fetch(dest, &_CItem::get_Variables));
   const long count = fetch(variables(), &_CVariables::get_Count);
-  std::vector<Ref<_CVariable>> own;  // taken first: both items may share their variables
+  const auto copies = make<CVariables>();  // all of them first: both items may share theirs
   for (long i = 1; i <= count; ++i) {
-    own.push_back(fetch(variables(), &_CVariables::get_Item, Variant(i)));
+    copy_variable(fetch(variables(), &_CVariables::get_Item, Variant(i)).get(), copies);
   }
-  call(target, &_CVariables::Clear);
-  for (const auto& variable : own) copy_variable(variable, target);
-  call(dest, &_CItem::put_Key, Bstr(record_.key));
+  call(dest, &_CItem::put_Key, Bstr(record_.key));  // the last step that takes memory
+  give_members(copies, target, [](const Ref<_CVariables>& variables, CVariable& copy) {
+    copy_variable(&copy, variables);
+  });
   call(dest, &_CItem::put_ItemID, record_.item_id);
   call(dest, &_CItem::put_ByMeaning, automation_boolean(record_.by_meaning));
   call(dest, &_CItem::put_Access, record_.access);

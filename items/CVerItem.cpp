@@ -1,13 +1,14 @@
 #include "items/CVerItem.h"
 
-#include "com/fetch.h"
+#include "com/text_properties.h"
 
 namespace pv {
 
 STDMETHODIMP CVerItem::Copy(_CVerItem* dest, _CVerItem** result) noexcept {
   return returning(result, [&] {
-    call(dest, &_CVerItem::put_Key, Bstr(entry_.key));
-    call(dest, &_CVerItem::put_IndexKey, Bstr(entry_.index_key));
+    put_together<_CVerItem>(
+        dest, {{&_CVerItem::get_Key, &_CVerItem::put_Key, entry_.key},
+               {&_CVerItem::get_IndexKey, &_CVerItem::put_IndexKey, entry_.index_key}});
     return Ref<_CVerItem>(dest);
   });
 }

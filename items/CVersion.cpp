@@ -16,12 +16,13 @@ VersionRecord CVersion::record() const {
 
 void CVersion::copy_to(_CVersion* dest) const {
   if (dest == this) return;
-  const auto target = fetch(dest, &_CVersion::get_VerItems);
-  call(target, &_CVerItems::Clear);
-  for (const auto& entry : entries_->list()) {
-    fetch(target, &_CVerItems::Add, Bstr(entry->record().key), Bstr(entry->record().index_key));
-  }
-  call(dest, &_CVersion::put_Name, Bstr(name_));
+  const auto target = present(fetch(dest, &_CVersion::get_VerItems));
+  const auto copies = make<CVerItems>();
+  for (const auto& entry : entries_->list()) copies->add(entry->record());
+  call(dest, &_CVersion::put_Name, Bstr(name_));  // the last step that takes memory
+  give_members(copies, target, [](const Ref<_CVerItems>& entries, const CVerItem& copy) {
+    fetch(entries, &_CVerItems::Add, Bstr(copy.record().key), Bstr(copy.record().index_key));
+  });
   call(dest, &_CVersion::put_ItemCount, item_count_);
 }
 

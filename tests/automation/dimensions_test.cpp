@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "pvItems32.h"
 #include "tests/automation/dimension_support.h"
 
 namespace pv::test {
@@ -80,6 +81,80 @@ TEST(Dimension, CopyWithoutUnitsTakesTheCaptionOnly) {
   const Object source = make_dimension();
   source.set(L"Units", Value::nothing());
   expect_caption_only_copied(source);
+}
+
+/// Units of a host, which keeps them in units of ours.
+class HostUnits final : public _CUnits {
+ public:
+  explicit HostUnits(const Object& units) : units_(units.as<_CUnits>()) {}
+  virtual ~HostUnits() = default;
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(_CUnits);
+    *object = known ? this : nullptr;
+    if (known) AddRef();
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override { return units_->GetTypeInfoCount(count); }
+  STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override {
+    return units_->GetTypeInfo(index, locale, info);
+  }
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                             DISPID* ids) override {
+    return units_->GetIDsOfNames(iid, names, count, locale, ids);
+  }
+  STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                      VARIANT* result, EXCEPINFO* exception, UINT* argument) override {
+    return units_->Invoke(id, iid, locale, flags, parameters, result, exception, argument);
+  }
+
+  STDMETHODIMP get_Item(VARIANT index, _CUnit** result) override {
+    return units_->get_Item(index, result);
+  }
+  STDMETHODIMP get_Count(LONG* result) override { return units_->get_Count(result); }
+  STDMETHODIMP Remove(VARIANT index) override { return units_->Remove(index); }
+  STDMETHODIMP Clear() override { return units_->Clear(); }
+  STDMETHODIMP get_NewEnum(IUnknown** result) override { return units_->get_NewEnum(result); }
+  STDMETHODIMP Add(BSTR key, BSTR caption, double slope, double offset, _CUnit** result) override {
+    return units_->Add(key, caption, slope, offset, result);
+  }
+  STDMETHODIMP List(BSTR separator, BSTR* result) override {
+    return units_->List(separator, result);
+  }
+
+ private:
+  Ref<_CUnits> units_;
+  ULONG references_ = 0;
+};
+
+TEST(Dimension, CopyAsksTheUnitsOfAHostToTakeCopies) {
+  const Object mass = three_dimensions().get_object(L"Item", 2);
+  const Object units = Object::create(L"pvItems32.CUnits");
+  units.call(L"Add", L"old", L"old", 1.0, 0.0);
+  const Ref<IDispatch> of_host(new HostUnits(units));
+  const Object dest = make_dimension();
+  dest.set(L"Units", Value(of_host.get()));
+  EXPECT_EQ(mass.call(L"Copy", dest), dest);
+  EXPECT_EQ(units.call(L"List"), L"kg|g|");
+  EXPECT_EQ(units.get_object(L"Item", L"g").get(L"Offset"), 0.5);
+  const Object back = make_dimension();
+  EXPECT_EQ(dest.call(L"Copy", back), back);
+  EXPECT_EQ(back.get_object(L"Units").call(L"List"), L"kg|g|");
+}
+
+TEST(Dimension, CopyToOneWhoseUnitsAreNothingLeavesItsCaption) {
+  const Object mass = three_dimensions().get_object(L"Item", 2);
+  const Object dest = make_dimension();
+  dest.put(L"Caption", L"kept");
+  dest.set(L"Units", Value::nothing());
+  EXPECT_EQ(mass.call(L"Copy", dest), dest);
+  EXPECT_EQ(dest.get(L"Caption"), L"kept");
 }
 
 TEST(Dimension, CopyOntoItselfChangesNothing) {

@@ -268,6 +268,15 @@ TEST(ItemCopy, BetweenItemsThatShareTheirVariablesLosesNone) {
   EXPECT_EQ(texts_of(source.get_object(L"Variables")), (Texts{L"1", L"2"}));
 }
 
+TEST(ItemCopy, ThatFailsLeavesTheDestinationAsItWas) {
+  const Object source = make_item(2), target = make_item(1);
+  variable_of(source, 2).put(L"Key", L"1");  // the copies would have the same key
+  target.put(L"Key", L"kept");
+  EXPECT_EQ(source.try_call(L"Copy", target).number(), 457);
+  EXPECT_EQ(target.get(L"Key"), L"kept");
+  EXPECT_EQ(texts_of(target.get_object(L"Variables")), Texts{L"1"});
+}
+
 TEST(ItemCopy, NeedsADestination) {
   const Object item = make_item(1);
   const Outcome outcome = item.try_call(L"Copy", Value::nothing());

@@ -227,6 +227,17 @@ TEST(List, CopiedToItselfOrAcrossSharedMembersLosesNone) {
   EXPECT_EQ(texts_of(list.get_object(L"ListMembers")), (Texts{L"0", L"1"}));
 }
 
+TEST(List, ThatCannotBeCopiedLeavesTheDestinationAsItWas) {
+  const Object source = make_lists({L"k"}).get_object(L"Item", 1);
+  source.get_object(L"ListMembers").get_object(L"Item", 2).put(L"Key", L"0");  // like the first one
+  const Object target = Object::create(L"pvItems32.CDList");
+  target.put(L"Caption", L"kept");
+  target.set(L"ListMembers", make_members({L"old"}));
+  EXPECT_EQ(source.try_call(L"Copy", target).number(), 457);
+  EXPECT_EQ(target.get(L"Caption"), L"kept");
+  EXPECT_EQ(texts_of(target.get_object(L"ListMembers")), Texts{L"old"});
+}
+
 TEST(List, NeedsADestinationForACopy) {
   const Object list = make_lists({L"k"}).get_object(L"Item", 1);
   EXPECT_EQ(list.try_call(L"Copy", Value::nothing()).number(), 91);

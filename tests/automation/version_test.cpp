@@ -196,6 +196,19 @@ TEST(Version, CopiesItselfWithItsEntries) {
   EXPECT_EQ(source.get_object(L"VerItems").get_object(L"Item", 1).get(L"IndexKey"), L"160");
 }
 
+TEST(Version, ThatCannotBeCopiedLeavesTheDestinationAsItWas) {
+  const Object source = make_versions({L"V"}).get_object(L"Item", 1);
+  const Object entries = source.get_object(L"VerItems");
+  for (const wchar_t* key : {L"31", L"32"}) entries.call(L"Add", key, L"160");
+  entries.get_object(L"Item", 2).put(L"Key", L"31");  // the copies would have the same key
+  const Object target = Object::create(L"pvItems32.CVersion");
+  target.put(L"Name", L"kept");
+  target.get_object(L"VerItems").call(L"Add", L"old", L"old");
+  EXPECT_EQ(source.try_call(L"Copy", target).number(), 457);
+  EXPECT_EQ(target.get(L"Name"), L"kept");
+  EXPECT_EQ(texts_of(target.get_object(L"VerItems")), Texts{L"old"});
+}
+
 TEST(Version, CopiedToItselfStaysAsItIs) {
   const Object version = make_versions({L"V"}).get_object(L"Item", 1);
   version.get_object(L"VerItems").call(L"Add", L"32", L"160");

@@ -142,6 +142,76 @@ TEST(ChangingACollection, LeavesItAsItWasWithoutMemory) {
         {1, long_key});
 }
 
+/// Objects of the same class, with other texts in them.
+struct Pair {
+  Object source, destination;
+};
+
+Object named_version(const wchar_t* name) {
+  const Object version = create(L"CVersion");
+  version.put(L"Name", std::wstring(L"A version that is not short: ") + name);
+  for (const wchar_t* key : {L"1", L"2"}) {
+    version.get_object(L"VerItems").call(L"Add", std::wstring(name) + key, kLongText);
+  }
+  return version;
+}
+
+Object named_list(const wchar_t* name) {
+  const Object list = create(L"CDList");
+  for (const wchar_t* text : {L"Key", L"Caption"}) {
+    list.put(text, std::wstring(L"A list that is not short: ") + name);
+  }
+  for (const wchar_t* key : {L"1", L"2"}) {
+    list.get_object(L"ListMembers").call(L"Add", std::wstring(name) + key, kLongText, key);
+  }
+  return list;
+}
+
+Object named_dimension(const wchar_t* name) {
+  const Object dimension = create(L"CDimension");
+  dimension.put(L"Caption", std::wstring(L"A dimension that is not short: ") + name);
+  for (const wchar_t* key : {L"1", L"2"}) {
+    dimension.get_object(L"Units").call(L"Add", key, std::wstring(kLongText) + name + key, 2.0,
+                                        1.0);
+  }
+  return dimension;
+}
+
+Object first_member(const Object& collection) { return collection.get_object(L"Item", 1); }
+
+TEST(Copying, LeavesTheDestinationAsItWasWithoutMemory) {
+  const std::vector<std::function<Pair()>> pairs = {
+      [] {
+        const Object items = two_items();
+        return Pair{items.get_object(L"Item", 1), items.get_object(L"Item", 2)};
+      },
+      [] {
+        return Pair{named_version(L"one"), named_version(L"two")};
+      },
+      [] {
+        return Pair{named_list(L"one"), named_list(L"two")};
+      },
+      [] {
+        return Pair{named_dimension(L"one"), named_dimension(L"two")};
+      },
+      [] {
+        return Pair{first_member(named_version(L"a long one").get_object(L"VerItems")),
+                    first_member(named_version(L"two").get_object(L"VerItems"))};
+      },
+      [] {
+        return Pair{first_member(named_list(L"a long one").get_object(L"ListMembers")),
+                    first_member(named_list(L"two").get_object(L"ListMembers"))};
+      }};
+  for (const auto& pair : pairs) {
+    EXPECT_GT(fail_everywhere({[&] {
+                                 const Pair made = pair();
+                                 return Scene{made.source, {made.destination}};
+                               },
+                               L"Copy"}),
+              2);
+  }
+}
+
 TEST(TakingAChunk, CutsTheTextOnlyWhenItGivesTheChunk) {
   EXPECT_GT(
       fail_everywhere({[] {
