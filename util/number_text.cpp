@@ -301,7 +301,7 @@ std::optional<float> single_of(double value) {
 std::optional<double> round_half_even(double value) {
   if (!std::isfinite(value)) return std::nullopt;
   const double magnitude = std::fabs(value);
-  constexpr double kLeastLarge = 0x1p31;  // from here on the conversion to an integer, a short way
+  constexpr double kLeastLarge = 0x1p31;  // below it a conversion does what floor does, and faster
   double whole =
       magnitude < kLeastLarge ? static_cast<std::int32_t>(magnitude) : std::floor(magnitude);
   const double rest = magnitude - whole;  // exact
