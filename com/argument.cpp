@@ -17,8 +17,9 @@ HRESULT as_dispatch_error(HRESULT result) {
 
 const void* plain_argument(const VARIANT* source, const Parameter& parameter) {
   if (parameter.by_ref || parameter.is_interface() || parameter.type == VT_VARIANT) return nullptr;
-  if (source && source->vt == parameter.type) return &source->lVal;
-  const bool omitted = !source || is_missing(*source);
+  const VARIANT* const inner = source ? &innermost(*source) : nullptr;
+  if (inner && inner->vt == parameter.type) return &inner->lVal;
+  const bool omitted = !inner || is_missing(*inner);
   return omitted && parameter.default_value ? &parameter.default_value->lVal : nullptr;
 }
 
@@ -83,13 +84,9 @@ HRESULT Argument::bind_by_reference(const VARIANT* origin) {
 }
 
 HRESULT Argument::bind_by_value(const VARIANT& value) {
-  const bool fits =
-      parameter_->type == VT_VARIANT ? !(value.vt & VT_BYREF) : value.vt == parameter_->type;
-  if (fits && !parameter_->is_interface()) {
-    value_ = value;  // borrowed for the call
-    return S_OK;
-  }
-  return convert(value);
+  if (parameter_->type != VT_VARIANT || (value.vt & VT_BYREF)) return convert(value);
+  value_ = value;  // borrowed for the call
+  return S_OK;
 }
 
 HRESULT Argument::convert(const VARIANT& value) {

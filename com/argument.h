@@ -6,9 +6,9 @@
 
 namespace pv {
 
-/// Where the value of a by-value parameter can be taken from as it is: the source itself, when it
-/// has the parameter's type, or the plain default of one that is left out. Null for all other
-/// arguments.
+/// Where the value of a by-value parameter can be taken from as it is: the source, or what it
+/// refers to, when that has the parameter's type; the plain default of one that is left out. Null
+/// for all other arguments, which are to be bound.
 const void* plain_argument(const VARIANT* source, const Parameter& parameter);
 
 /// One argument of a late-bound call on its way into a typed parameter and back. `source` may be

@@ -21,22 +21,10 @@ VARIANT_BOOL automation_boolean(bool value) { return value ? VARIANT_TRUE : VARI
 
 }  // namespace
 
-void CItem::set_variables(_CVariables* variables) {
-  variables_ = variables;
-  own_variables_ = nullptr;
-}
-
-void CItem::set_variables(const Ref<CVariables>& variables) {
-  variables_ = variables;
-  own_variables_ = variables.get();
-}
-
 const Ref<_CVariables>& CItem::variables() {
   if (!variables_) set_variables(make<CVariables>());
   return variables_;
 }
-
-Ref<CVariables> CItem::own_variables() const { return Ref<CVariables>(own_variables_); }
 
 short CItem::checked_index(short index) {
   return index >= 1 && index <= fetch(variables(), &_CVariables::get_Count) ? index : short{1};

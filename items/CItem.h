@@ -1,12 +1,12 @@
 #pragma once
 
+#include <utility>
+
 #include "com/object.h"
 #include "items/item_record.h"
 #include "pvItems32.h"
 
 namespace pv {
-
-class CVariables;
 
 class CItem final : public Dual<CItem, _CItem, ::CItem> {
  public:
@@ -53,11 +53,8 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
     record_.key = key;
     record_.item_id = item_id;
   }
-  void set_variables(_CVariables* variables);
-  void set_variables(const Ref<CVariables>& variables);
+  void set_variables(Ref<_CVariables> variables) { variables_ = std::move(variables); }
   const Ref<_CVariables>& variables();
-  /// The variables, when they are a collection that the item or its loader made.
-  Ref<CVariables> own_variables() const;
   void copy_to(_CItem* dest);
 
  private:
@@ -72,7 +69,6 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
 
   ItemRecord record_{{}, 0, true, 1, false, false, 0.5f, 4};
   Ref<_CVariables> variables_;
-  CVariables* own_variables_ = nullptr;  // the same object, where it is known to be of our making
 };
 
 }  // namespace pv

@@ -56,7 +56,7 @@ void write(ItemFileWriter& file, const CVariable& variable) {
 
 void write(ItemFileWriter& file, CItem& item) {
   const Ref<_CVariables> variables = item.variables();
-  const Ref<CVariables> own = item.own_variables();
+  const Ref<CVariables> own = CVariables::own(variables.get());
   const long count = fetch(variables, &_CVariables::get_Count);
   file.item(item.record(), static_cast<std::size_t>(count));
   VariableRecord record;
