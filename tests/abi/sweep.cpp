@@ -7,27 +7,15 @@
 
 #include "com/variant.h"
 #include "com/vtable_call.h"
+#include "tests/support/counted.h"
 #include "tests/support/silent_streams.h"
 
 namespace pv::test {
 namespace {
 
 /// An object of somebody else that knows no member at all.
-class Stranger final : public IDispatch {
+class Stranger final : public Counted<IDispatch> {
  public:
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
-    *object = known ? static_cast<IDispatch*>(this) : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
     *count = 0;
     return S_OK;
@@ -41,10 +29,6 @@ class Stranger final : public IDispatch {
                       UINT*) override {
     return DISP_E_MEMBERNOTFOUND;
   }
-
- private:
-  ~Stranger() = default;
-  ULONG references_ = 0;
 };
 
 // Longer ones overrun the buffers of Wine's private profile functions when they are file names.

@@ -4,6 +4,7 @@
 
 #include "pvItems32.h"
 #include "tests/automation/dimension_support.h"
+#include "tests/support/counted.h"
 
 namespace pv::test {
 namespace {
@@ -84,23 +85,10 @@ TEST(Dimension, CopyWithoutUnitsTakesTheCaptionOnly) {
 }
 
 /// Units of a host, which keeps them in units of ours.
-class HostUnits final : public _CUnits {
+class HostUnits final : public Counted<_CUnits> {
  public:
   explicit HostUnits(const Object& units) : units_(units.as<_CUnits>()) {}
-  virtual ~HostUnits() = default;
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(_CUnits);
-    *object = known ? this : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP GetTypeInfoCount(UINT* count) override { return units_->GetTypeInfoCount(count); }
   STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override {
     return units_->GetTypeInfo(index, locale, info);
@@ -130,7 +118,6 @@ class HostUnits final : public _CUnits {
 
  private:
   Ref<_CUnits> units_;
-  ULONG references_ = 0;
 };
 
 TEST(Dimension, CopyAsksTheUnitsOfAHostToTakeCopies) {

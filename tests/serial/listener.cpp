@@ -3,25 +3,14 @@
 #include <algorithm>
 
 #include "pvItems32.h"
+#include "tests/support/counted.h"
 
 namespace pv::test {
 
-class Listener::Sink final : public IDispatch {
+class Listener::Sink final : public Counted<IDispatch> {
  public:
-  explicit Sink(Action action) : action_(std::move(action)) {}
+  explicit Sink(Action action) : Counted(__uuidof(__CTxmEvents)), action_(std::move(action)) {}
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(__CTxmEvents);
-    *object = known ? this : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
   STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
@@ -35,10 +24,7 @@ class Listener::Sink final : public IDispatch {
   std::vector<DISPID> events;
 
  private:
-  virtual ~Sink() = default;
-
   Action action_;
-  ULONG references_ = 0;
 };
 
 Listener::Listener(Action action) : sink_(new Sink(std::move(action))) {
