@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Tells how many lines of the plain files the unit tests execute, and how many of the class files the
+# Tells how many lines of src/core the unit tests execute, and how many of the class files the
 # contract sweep, the automation tests and the scripts, and fails below the limits. The lists of lines
 # that none of them executes stay in build/coverage/*.txt. Needs the builds of the presets "coverage" and
 # "coverage-win32" and a running Wine in which that library is registered.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
-plain_limit=95
+core_limit=95
 class_limit=90
 windows=build/coverage-win32
 logs=build/coverage
@@ -37,7 +37,7 @@ done
 for script in tests/scripts/*.vbs tests/scripts/*.js; do run_quietly tests/run_script.sh "$script"; done
 unset GCOV_PREFIX
 
-check plain "$plain_limit" '(access|com|items|txm|util)/[a-z0-9_]+\.cpp$' build/coverage
-check classes "$class_limit" '(access|items|txm|util)/C[A-Za-z_]+\.cpp$' "$windows" \
+check core "$core_limit" 'src/core/.*\.cpp$' build/coverage
+check classes "$class_limit" 'src/classes/.*\.cpp$' "$windows" \
   --gcov-executable i686-w64-mingw32-gcov-posix
 exit "$failed"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks the form of all sources, the library with clang-tidy, everything with cppcheck, and that the
-# reference is current. Silent when all is well.
+# Checks the form of all sources, the order of the rooms, the library with clang-tidy, everything with
+# cppcheck, and that the reference is current. Silent when all is well.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
@@ -19,15 +19,11 @@ check() { # <what> <command...>
 
 mapfile -t sources < <(git ls-files '*.cpp' '*.h')
 
-# The files of the library: the plain ones, which have lower-case names, and those of Windows.
-mapfile -t library < <(git ls-files '*.cpp' |
-  grep -E '^(access|com|dialogs|items|module|platform|txm|util)/')
-is_plain='^((util|items|txm|access)/[a-z0-9_]+|com/(automation_error|key_fold))\.cpp$'
-mapfile -t plain < <(printf '%s\n' "${library[@]}" | grep -E "$is_plain")
-mapfile -t windows < <(printf '%s\n' "${library[@]}" | grep -v -E "$is_plain")
+mapfile -t core < <(git ls-files 'src/core/*.cpp')
+mapfile -t windows < <(git ls-files 'src/*.cpp' ':!src/core')
 
 # clang-tidy asks for the commands of a clang build without sanitizers' run-time options.
-configure_plain() {
+configure_native() {
   cmake -S . -B build/lint -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
 }
@@ -52,7 +48,7 @@ tidy() {
     { grep -v -E '^[0-9]+ warnings?( and [0-9]+ errors?)? generated\.$' || true; }
 }
 
-tidy_plain() { tidy -p build/lint -- "${plain[@]}"; }
+tidy_core() { tidy -p build/lint -- "${core[@]}"; }
 
 # clang finds neither the headers of the cross-compiler nor those of its library by itself. The
 # compiler's own headers stay away: clang has its own.
@@ -67,20 +63,21 @@ tidy_windows() {
     "${windows[@]}"
 }
 
-# The bodies of members are lambdas whose errors end at the boundary (com/boundary.h); cppcheck takes
+# The bodies of members are lambdas whose errors end at the boundary (src/com/boundary.h); cppcheck takes
 # what they throw for an exception of the member.
 analyse() {
   cppcheck --quiet --error-exitcode=1 --std=c++20 --language=c++ -j 2 --inline-suppr \
     --library=windows --library=googletest --enable=warning,performance,portability \
     --suppress=missingIncludeSystem --suppress=throwInNoexceptFunction \
-    -I . $(git ls-files '*.cpp')
+    -I src -I . $(git ls-files '*.cpp')
 }
 
-check "configuring the native commands" configure_plain
+check "configuring the native commands" configure_native
 check "configuring the Windows commands" configure_windows
+check "order of the rooms" tools/lint/rooms.py
 check "clang-format" clang-format --dry-run -Werror "${sources[@]}"
-check "clang-tidy, plain files" tidy_plain
-check "clang-tidy, Windows files" tidy_windows
+check "clang-tidy, core" tidy_core
+check "clang-tidy, the other rooms" tidy_windows
 check "cppcheck" analyse
 check "reference" docs/make_reference.py --check
 [ "$failed" -eq 0 ] && echo "== lint passed"

@@ -1,13 +1,15 @@
 #include "tests/abi/CProbe.h"
 
 #include "com/enumerator.h"
-#include "com/late_bound.h"
+#include "host/late_bound.h"
+#include "platform/letter_case.h"
 
 namespace pv {
 
-std::span<const ClassEntry> class_table() {
-  static constexpr ClassEntry table[] = {test::CProbe::entry()};
-  return table;
+const Library& library() {
+  static constexpr ClassEntry classes[] = {test::CProbe::entry()};
+  static const Library description{L"pvItems32", classes, key_case()};
+  return description;
 }
 
 }  // namespace pv

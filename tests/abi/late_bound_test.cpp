@@ -1,6 +1,6 @@
 // How the library calls objects of the host.
 
-#include "com/late_bound.h"
+#include "host/late_bound.h"
 
 #include <gtest/gtest.h>
 

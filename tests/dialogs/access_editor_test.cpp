@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/dialogs/dialog_driver.h"
+#include "tests/dialogs/driver/dialog_driver.h"
 
 namespace pv::dialogs_test {
 namespace {

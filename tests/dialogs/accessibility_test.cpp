@@ -7,8 +7,8 @@
 #include <oleacc.h>
 
 #include "com/ref.h"
-#include "tests/dialogs/dialog_state.h"
-#include "tests/dialogs/every_form.h"
+#include "tests/dialogs/driver/dialog_state.h"
+#include "tests/dialogs/driver/every_form.h"
 
 namespace pv::dialogs_test {
 namespace {

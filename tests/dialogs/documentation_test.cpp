@@ -7,8 +7,8 @@
 #include <regex>
 #include <set>
 
-#include "tests/dialogs/dialog_state.h"
-#include "tests/dialogs/every_form.h"
+#include "tests/dialogs/driver/dialog_state.h"
+#include "tests/dialogs/driver/every_form.h"
 #include "tests/support/source_tree.h"
 
 namespace pv::dialogs_test {

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <atomic>
 
-#include "tests/dialogs/every_form.h"
-#include "tests/dialogs/handle_count.h"
+#include "tests/dialogs/driver/every_form.h"
+#include "tests/dialogs/driver/handle_count.h"
 #include "tests/support/allocation_spy.h"
 
 namespace pv::dialogs_test {

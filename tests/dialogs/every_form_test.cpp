@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <set>
 
-#include "tests/dialogs/dialog_state.h"
-#include "tests/dialogs/every_form.h"
+#include "tests/dialogs/driver/dialog_state.h"
+#include "tests/dialogs/driver/every_form.h"
 
 namespace pv::dialogs_test {
 namespace {

@@ -1,6 +1,6 @@
 // The count that the tests for leaks rely on sees what is left behind.
 
-#include "tests/dialogs/handle_count.h"
+#include "tests/dialogs/driver/handle_count.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include <iterator>
 
-#include "tests/dialogs/every_form.h"
+#include "tests/dialogs/driver/every_form.h"
 
 namespace pv::dialogs_test {
 namespace {

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <iterator>
 
-#include "tests/dialogs/dialog_driver.h"
+#include "tests/dialogs/driver/dialog_driver.h"
 
 namespace pv::dialogs_test {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <thread>
 
-#include "tests/dialogs/automation_client.h"
-#include "tests/dialogs/gallery.h"
+#include "tests/dialogs/driver/automation_client.h"
+#include "tests/dialogs/driver/gallery.h"
 #include "tests/support/allocation_spy.h"
 
 namespace pv::dialogs_test {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "tests/dialogs/dialog_driver.h"
+#include "tests/dialogs/driver/dialog_driver.h"
 
 namespace pv::dialogs_test {
 namespace {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "tests/dialogs/dialog_driver.h"
+#include "tests/dialogs/driver/dialog_driver.h"
 
 namespace pv::dialogs_test {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/dialogs/dialog_driver.h"
-#include "tests/dialogs/picture_control.h"
+#include "tests/dialogs/driver/dialog_driver.h"
+#include "tests/dialogs/driver/picture_control.h"
 
 namespace pv::dialogs_test {
 namespace {

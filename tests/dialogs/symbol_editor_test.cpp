@@ -6,8 +6,8 @@
 #include <optional>
 #include <set>
 
-#include "tests/dialogs/dialog_driver.h"
-#include "util/symbol_drawing.h"
+#include "core/symbols/symbol_drawing.h"
+#include "tests/dialogs/driver/dialog_driver.h"
 
 namespace pv::dialogs_test {
 namespace {

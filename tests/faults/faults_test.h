@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "tests/automation/item_support.h"
+#include "tests/automation/items/item_support.h"
 #include "tests/support/object.h"
 
 namespace pv::test {

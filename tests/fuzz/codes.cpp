@@ -5,11 +5,11 @@
 #include <cstring>
 #include <string>
 
-#include "access/password_code.h"
-#include "com/automation_error.h"
+#include "core/access/password_code.h"
+#include "core/errors/automation_error.h"
+#include "core/text/number_text.h"
+#include "core/txm/telegram_text.h"
 #include "tests/fuzz/target.h"
-#include "txm/telegram_text.h"
-#include "util/number_text.h"
 
 namespace pv::fuzz {
 namespace {

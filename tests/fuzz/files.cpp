@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <string>
 
-#include "items/item_file.h"
-#include "items/list_file.h"
-#include "items/version_file.h"
+#include "core/items/item_file.h"
+#include "core/items/list_file.h"
+#include "core/items/version_file.h"
+#include "core/text/number_text.h"
+#include "core/units/dimension_file.h"
 #include "tests/fuzz/plain_search.h"
 #include "tests/fuzz/target.h"
-#include "util/dimension_file.h"
-#include "util/number_text.h"
 
 namespace pv::fuzz {
 namespace {

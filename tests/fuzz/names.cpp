@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "core/text/file_name.h"
+#include "core/text/wildcard.h"
 #include "tests/fuzz/target.h"
-#include "util/file_name.h"
-#include "util/wildcard.h"
 
 namespace pv::fuzz {
 namespace {

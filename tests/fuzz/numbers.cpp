@@ -2,7 +2,7 @@
 // the same, and the conversions round as they promise. The first eight bytes also stand for a
 // double.
 
-#include "util/number_text.h"
+#include "core/text/number_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string>
 
-#include "items/item_record.h"
+#include "core/items/item_record.h"
 #include "tests/fuzz/target.h"
 
 namespace pv::fuzz {

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <string>
 
-#include "items/item_record.h"
-#include "items/list_file.h"
+#include "core/items/item_record.h"
+#include "core/items/list_file.h"
+#include "core/text/number_text.h"
+#include "core/text/settings_text.h"
+#include "core/units/dimension_file.h"
 #include "tests/fuzz/target.h"
-#include "util/dimension_file.h"
-#include "util/number_text.h"
-#include "util/settings_text.h"
 
 namespace pv::fuzz {
 namespace {

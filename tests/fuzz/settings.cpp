@@ -1,7 +1,7 @@
 // The framing of the settings files. The first two lines of the input name a section and a key, the
 // rest is the file.
 
-#include "util/settings_text.h"
+#include "core/text/settings_text.h"
 
 #include <string>
 #include <vector>

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "core/symbols/symbol_text.h"
 #include "tests/fuzz/target.h"
-#include "util/symbol_text.h"
 
 namespace pv::fuzz {
 namespace {

@@ -1,13 +1,13 @@
 // The record of a window's place. The first line is the record, the second the size of the screen.
 
-#include "util/window_placement.h"
+#include "core/forms/window_placement.h"
 
 #include <algorithm>
 #include <cmath>
 #include <string>
 
+#include "core/text/number_text.h"
 #include "tests/fuzz/target.h"
-#include "util/number_text.h"
 
 namespace pv::fuzz {
 namespace {

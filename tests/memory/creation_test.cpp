@@ -35,7 +35,7 @@ void make_with_each_failing(Make&& make) {
 }
 
 TEST(CreatingAnObject, TakesItsMemoryOrLeavesNothing) {
-  for (const ClassEntry& entry : class_table()) {
+  for (const ClassEntry& entry : library().classes) {
     SCOPED_TRACE(printable(entry.name));
     make_with_each_failing([&](long failing) {
       IDispatch* object = nullptr;

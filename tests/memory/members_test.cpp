@@ -112,7 +112,7 @@ TEST_P(EveryMember, RunsOutOfMemoryCleanly) {
 
 std::vector<std::string> names_of_classes() {
   std::vector<std::string> names;
-  for (const ClassEntry& entry : class_table()) {
+  for (const ClassEntry& entry : library().classes) {
     const std::wstring_view name(entry.name);
     names.emplace_back(name.begin(), name.end());
   }

@@ -91,7 +91,7 @@ std::wstring words_for(const VARIANT& given, int depth) {
 }  // namespace
 
 Object create(std::wstring_view class_name) {
-  for (const ClassEntry& entry : class_table()) {
+  for (const ClassEntry& entry : library().classes) {
     if (entry.name != class_name) continue;
     Ref<IDispatch> object;
     if (FAILED(entry.create(IID_IDispatch, reinterpret_cast<void**>(object.receive())))) break;

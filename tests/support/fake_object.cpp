@@ -6,7 +6,7 @@
 #include <deque>
 #include <sstream>
 
-#include "com/key_fold.h"
+#include "platform/letter_case.h"
 
 namespace pv::test {
 
@@ -57,7 +57,7 @@ Answer& Answer::does(std::function<void()> action) {
 namespace {
 
 bool same_name(std::wstring_view left, std::wstring_view right) {
-  return fold_key(left) == fold_key(right);
+  return key_case().fold(left) == key_case().fold(right);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "com/boundary.h"
-#include "com/key_fold.h"
+#include "platform/letter_case.h"
 #include "tests/support/dispatch_object.h"
 
 namespace pv::test {
@@ -34,7 +34,7 @@ DISPID position_of(std::wstring_view member, std::initializer_list<const wchar_t
   DISPID id = 0;
   for (const wchar_t* each : members) {
     ++id;
-    if (fold_key(member) == fold_key(each)) return id;
+    if (key_case().fold(member) == key_case().fold(each)) return id;
   }
   return DISPID_UNKNOWN;
 }
@@ -110,7 +110,7 @@ class ListImages final : public DispatchObject {
 
   const ImageListControl::Image* find(const std::wstring& key) const {
     const auto found = std::find_if(images.begin(), images.end(), [&](const auto& image) {
-      return fold_key(image.key) == fold_key(key);
+      return key_case().fold(image.key) == key_case().fold(key);
     });
     return found == images.end() ? nullptr : &*found;
   }
@@ -147,7 +147,7 @@ class ImageListDispatch final : public DispatchObject, public IProvideClassInfo 
 
  private:
   DISPID id_of(std::wstring_view member) override {
-    return fold_key(member) == fold_key(L"ListImages") ? 1 : DISPID_UNKNOWN;
+    return key_case().fold(member) == key_case().fold(L"ListImages") ? 1 : DISPID_UNKNOWN;
   }
 
   const Ref<ITypeInfo> class_, interface_;

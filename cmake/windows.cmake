@@ -1,0 +1,44 @@
+# What the builds for Windows share: compiler options, the IDL compiler, precompiled headers.
+
+# Numbers are computed in their own 32 or 64 bits, as the contract has it, not in the wider
+# registers of the x87. Pairs of them in one register are not worth it: the frame of each function
+# that makes some must be aligned first, as 32-bit callers align theirs to words only.
+add_compile_options(-msse2 -mfpmath=sse -fno-tree-slp-vectorize)
+
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+find_program(WIDL i686-w64-mingw32-widl REQUIRED)
+file(GLOB stdole_dirs /usr/lib/*/wine/i386-windows)
+find_file(STDOLE2_TLB stdole2.tlb PATHS ${stdole_dirs} NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+get_filename_component(stdole_dir ${STDOLE2_TLB} DIRECTORY)
+
+set(PV_GENERATED_DIR ${CMAKE_BINARY_DIR}/generated)
+file(MAKE_DIRECTORY ${PV_GENERATED_DIR})
+
+# Compiles <idl> into <name>.tlb, <name>.h and <name>_i.c in the folder of generated files. More
+# arguments are a command that completes the type library.
+function(compile_idl idl)
+  get_filename_component(name ${idl} NAME_WE)
+  set(base ${PV_GENERATED_DIR}/${name})
+  set(shim ${CMAKE_SOURCE_DIR}/typelib/shim)
+  set(widl ${WIDL} -I${shim} -L${stdole_dir})
+  set(completion)
+  if(ARGN)
+    set(completion COMMAND ${ARGN})
+  endif()
+  add_custom_command(
+    OUTPUT ${base}.tlb ${base}.h ${base}_i.c
+    COMMAND ${widl} -t -o ${base}.tlb ${idl}
+    ${completion}
+    COMMAND ${widl} -h -o ${base}.h ${idl}
+    COMMAND ${widl} -u -o ${base}_i.c ${idl}
+    DEPENDS ${idl} ${shim}/oaidl.idl ${shim}/ocidl.idl ${shim}/unknwn.idl
+      ${CMAKE_SOURCE_DIR}/tools/typelib_help.py
+    COMMENT "Compiling ${name}.idl")
+endfunction()
+
+# What nearly every file of a target starts with, compiled once. The compiler then no longer knows
+# the platform's headers from ours and warns of bounds inside them, where short literals are copied.
+function(precompile target)
+  target_precompile_headers(${target} PRIVATE ${ARGN})
+  target_compile_options(${target} PRIVATE -Wno-array-bounds -Wno-stringop-overread)
+endfunction()

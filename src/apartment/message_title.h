@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace pv {
+
+/// Title of the library's own messages: that of the application object, else the library's.
+std::wstring message_title();
+
+}  // namespace pv

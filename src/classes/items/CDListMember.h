@@ -1,0 +1,29 @@
+#pragma once
+
+#include "com/object.h"
+#include "core/items/list_file.h"
+#include "pvItems32.h"
+
+namespace pv {
+
+class CDListMember final : public Dual<CDListMember, _CDListMember, ::CDListMember> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CDListMember";
+
+  CDListMember() = default;
+  explicit CDListMember(ListMemberRecord record) : record_(std::move(record)) {}
+
+  STORED(Key, BSTR, record_.key)
+  STORED(Caption, BSTR, record_.caption)
+  STORED(Tag, BSTR, record_.tag)
+  STDMETHODIMP Load(VARIANT members, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP Save(BSTR* result) noexcept override;
+  STDMETHODIMP Copy(_CDListMember* dest, _CDListMember** result) noexcept override;
+
+  const ListMemberRecord& record() const { return record_; }
+
+ private:
+  ListMemberRecord record_;
+};
+
+}  // namespace pv

@@ -1,0 +1,184 @@
+#include "classes/items/CItems.h"
+
+#include "classes/items/CVariables.h"
+#include "com/fetch.h"
+#include "core/text/library_version.h"
+#include "core/text/number_text.h"
+#include "dialogs/message_box.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/locale.h"
+
+namespace pv {
+namespace {
+
+constexpr short kCriticalPicture = 16;
+constexpr std::size_t kPiece = 64 * 1024;  // a file is written in pieces of about so many bytes
+
+void report_refused_variable(const std::wstring& key) {
+  MessageBoxRequest message;
+  message.prompt = L"Could not create item:" + key;
+  message.picture = kCriticalPicture;
+  message.title = L"KalVOS";
+  show_message_box(message);
+}
+
+// Into a text that is there already: its room is used again.
+void read_text(std::wstring& text, const Ref<_CVariable>& variable,
+               HRESULT (STDMETHODCALLTYPE _CVariable::*property)(BSTR*)) {
+  Variant value;
+  call(variable, property, &value.bstrVal);
+  value.vt = VT_BSTR;
+  text = view_of(value.bstrVal);
+}
+
+// A variable of a host.
+void read_record(VariableRecord& record, const Ref<_CVariable>& variable) {
+  read_text(record.key, variable, &_CVariable::get_Key);
+  read_text(record.caption, variable, &_CVariable::get_Caption);
+  read_text(record.description, variable, &_CVariable::get_Description);
+  record.parent_variable = fetch(variable, &_CVariable::get_ParentVariable);
+  record.dimension_id = fetch(variable, &_CVariable::get_DimensionID);
+  record.unit_id = fetch(variable, &_CVariable::get_UnitID);
+  record.decimals = fetch(variable, &_CVariable::get_Decimals);
+  record.list_id.clear();
+  attempt([&] { record.list_id = text_of(fetch(variable, &_CVariable::get_ListID)); });
+  record.data_type = fetch(variable, &_CVariable::get_DataType);
+  read_text(record.symbol, variable, &_CVariable::get_Symbol);
+}
+
+// A variable of our own. The text of its list comes first, as it may be that of an object.
+void write(ItemFileWriter& file, const CVariable& variable) {
+  std::wstring list_id;
+  attempt([&] { list_id = text_of(variable.list_id()); });
+  file.variable(variable.view(list_id));
+}
+
+void write(ItemFileWriter& file, CItem& item) {
+  const Ref<_CVariables> variables = item.variables();
+  const Ref<CVariables> own = CVariables::own(variables.get());
+  const long count = fetch(variables, &_CVariables::get_Count);
+  file.item(item.record(), static_cast<std::size_t>(count));
+  VariableRecord record;
+  for (long i = 1; i <= count; ++i) {
+    if (own) {
+      write(file, *Ref<CVariable>(own->list().at(i)));
+    } else {
+      read_record(record, fetch(variables, &_CVariables::get_Item, Variant(i)));
+      file.variable(record.as<std::wstring_view>());
+    }
+  }
+}
+
+// An item that the collection refuses is passed over with its variables, a variable that its item
+// refuses is reported.
+void add_from_file(CItems::Members& items, LoadedItem& loaded) {
+  const auto item = make<CItem>();
+  item->assign(std::move(loaded.item));
+  if (!attempt([&] { items.append(item, item->record().key); })) return;
+  const auto variables = make<CVariables>();
+  variables->list().reserve(loaded.variables.size());
+  item->set_variables(variables);
+  for (VariableRecord& record : loaded.variables) {
+    const auto variable = make<CVariable>(std::move(record));
+    if (!variables->add(variable)) report_refused_variable(variable->key());
+  }
+}
+
+}  // namespace
+
+std::wstring CItems::lookup_key(const VARIANT& index) const {
+  const IndexKey key = index_key_of(index);
+  if (const auto* text = std::get_if<std::wstring_view>(&key)) return std::wstring(*text);
+  return integer_text(list_.at(std::get<long>(key))->record().item_id);
+}
+
+// With a version selected, its table tells which item stands for the one that was asked for.
+Ref<CItem> CItems::find(const VARIANT& index) const {
+  if (version_.empty()) return at(index);
+  const std::wstring key = lookup_key(index);
+  const auto& version = versions_->list().at(version_);
+  const std::wstring& mapped = version->entries().list().at(key)->record().index_key;
+  return list_.at(mapped.empty() ? key : mapped);
+}
+
+STDMETHODIMP CItems::get_Item(VARIANT index, _CItem** result) noexcept {
+  return returning(result, [&] {
+    Ref<CItem> found;
+    attempt([&] { found = find(index); });
+    return found;
+  });
+}
+
+long CItems::version_item_count() const {
+  const auto& versions = versions_->list();
+  if (!version_.empty() && versions.contains(version_)) return versions.at(version_)->item_count();
+  return versions.empty() ? 0 : versions.at(1)->item_count();
+}
+
+STDMETHODIMP CItems::get_Count(long* result) noexcept {
+  return returning(result, [&] { return version_item_count(); });
+}
+
+STDMETHODIMP CItems::get_AllItemCount(long* result) noexcept {
+  return returning(result, [&] { return list_.size(); });
+}
+
+STDMETHODIMP CItems::get_Versions(_CVersions** result) noexcept {
+  return returning(result, [&] { return versions_; });
+}
+
+Ref<CItem> CItems::add(ItemRecord record, _CVariables* variables) {
+  const auto item = make<CItem>();
+  item->assign(std::move(record));
+  item->set_variables(variables);
+  Ref<CItem> result = added(item->record().key, item);
+  changed_ = true;
+  return result;
+}
+
+STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short access,
+                         VARIANT_BOOL historian, VARIANT_BOOL restore, float smart_wait,
+                         short length, _CVariables* variables, _CItem** result) noexcept {
+  return returning(result, [&] {
+    return add({std::wstring(view_of(key)), item_id, by_meaning != VARIANT_FALSE, access,
+                historian != VARIANT_FALSE, restore != VARIANT_FALSE, smart_wait, length},
+               variables);
+  });
+}
+
+STDMETHODIMP CItems::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    const auto bytes = read_file(std::wstring(view_of(file_name)));
+    if (!bytes) return false;
+    ItemFileReader file(*bytes, ansi_codec());
+    if (file.count() < 1) return false;
+    Members items = no_members();
+    items.reserve(static_cast<std::size_t>(file.count()));
+    for (LoadedItem loaded; file.next(loaded);) add_from_file(items, loaded);
+    std::swap(list_, items);  // the former ones go when the new ones are there
+    changed_ = false;
+    return true;
+  });
+}
+
+// What a variable holds may be an object that changes the collection when it is asked for its text,
+// so the items that are there at the beginning are written.
+STDMETHODIMP CItems::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    std::vector<Ref<CItem>> items;
+    for (const auto& item : list_) items.push_back(item);
+    FileReplacement file(std::wstring(view_of(file_name)));
+    ItemFileWriter writer(items.size(), library_stamp(), ansi_codec(), decimal_separator());
+    for (const auto& item : items) {
+      write(writer, *item);
+      if (writer.size() >= kPiece) file.write(writer.take());
+    }
+    file.write(writer.take());
+    const bool saved = file.put_in_place();
+    if (saved) changed_ = false;
+    return saved;
+  });
+}
+
+}  // namespace pv

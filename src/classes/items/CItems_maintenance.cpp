@@ -1,0 +1,177 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "apartment/shared_objects.h"
+#include "classes/items/CItems.h"
+#include "com/fetch.h"
+#include "com/lenient.h"
+#include "core/list/sorted_positions.h"
+#include "core/text/file_name.h"
+#include "core/text/library_version.h"
+#include "core/text/number_text.h"
+#include "host/image_list.h"
+#include "host/type_name.h"
+#include "platform/letter_case.h"
+#include "platform/picture_file.h"
+#include "platform/profile.h"
+
+// Operations that edit or export the item database as a whole. Errors are trapped: the result
+// tells.
+namespace pv {
+namespace {
+
+constexpr short kAllVariables = -1;
+
+std::wstring item_section(long position) { return L"ITEM" + integer_text(position); }
+
+// One file per language: the extension is the language's number in three digits.
+std::wstring text_file_of(const std::wstring& file) {
+  const auto language = fetch(shared_languages(), &_CLanguages::get_ActiveLanguageID);
+  const std::wstring filled = L"00" + integer_text(language);
+  FileName name = parse_file_name(file);
+  name.extension = filled.substr(filled.size() - 3);
+  return make_full_name(name);
+}
+
+bool write_item_texts(const std::wstring& file, long position, CItem& item, short variable) {
+  const auto& variables = item.variables();
+  const long count = fetch(variables, &_CVariables::get_Count);
+  if (variable != kAllVariables && (variable < 1 || variable > count)) return false;
+  bool written = true;
+  for (long j = 1; j <= count; ++j) {
+    if (variable != kAllVariables && variable != j) continue;
+    const auto each = fetch(variables, &_CVariables::get_Item, Variant(j));
+    written &= write_profile(
+        file, item_section(position), L"VAR" + integer_text(j),
+        fetch(each, &_CVariable::get_Caption) + L"|" + fetch(each, &_CVariable::get_Description));
+  }
+  return written;
+}
+
+bool write_head(const std::wstring& file, long count) {
+  const FileStamp stamp = library_stamp();
+  bool written = write_profile(file, L"Items", L"Count", integer_text(count));
+  written &= write_profile(file, L"Items", L"Version", stamp.version);
+  return write_profile(file, L"Items", L"Date", stamp.comments) && written;
+}
+
+bool clear_recorded_items(const std::wstring& file) {
+  bool cleared = true;
+  const long recorded = integer_of<short>(read_profile(file, L"Items", L"Count", L"0"));
+  for (long i = 1; i <= recorded; ++i) cleared &= clear_profile_section(file, item_section(i));
+  return cleared;
+}
+
+// Where a renamed item goes: a numeric key, even numeric text, is a position; any other is the end.
+double new_position(const VARIANT& old_key) {
+  double position = std::numeric_limits<double>::infinity();
+  attempt([&] { position = std::nearbyint(double_of(old_key)); });
+  if (position < 1) throw automation_error(ErrorCode::kSubscript, text_of(old_key));
+  return position;
+}
+
+}  // namespace
+
+// The order of the insertion pass that moves members before the first greater one: a stable sort.
+bool CItems::sort(bool ascending) {
+  std::vector<std::int16_t> keys;
+  for (const auto& item : list_) {
+    if (item->record().key.empty()) return false;
+    keys.push_back(integer_of<std::int16_t>(item->record().key));
+  }
+  list_.reorder(sorted_positions(keys, ascending));
+  return true;
+}
+
+STDMETHODIMP CItems::Sort(VARIANT_BOOL ascending, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] { return sort(ascending != VARIANT_FALSE); });
+}
+
+void CItems::change_id(short index, short new_id) {
+  const std::wstring key = integer_text(new_id);
+  const Ref<CItem> former = list_.at(static_cast<long>(index));
+  if (list_.contains(key) && list_.at(key) != former) {
+    throw automation_error(ErrorCode::kKeyInUse, key);
+  }
+  const auto copy = make<CItem>();
+  former->copy_to(copy.get());
+  copy->identify(key, new_id);
+  replace_member(list_, index, copy, key);
+}
+
+STDMETHODIMP CItems::ChangeID(short index, short new_id, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] { return attempt([&] { change_id(index, new_id); }); });
+}
+
+void CItems::change_key(const VARIANT& old_key, std::wstring_view new_key) {
+  const Ref<CItem> former = at(old_key);
+  const double position = new_position(old_key);
+  if (list_.contains(new_key) && list_.at(new_key) != former) {
+    throw automation_error(ErrorCode::kKeyInUse, std::wstring(new_key));
+  }
+  const auto copy = make<CItem>();
+  former->copy_to(copy.get());
+  copy->identify(new_key, former->record().item_id);
+  list_.replace(list_.position_of(former), copy, new_key,
+                static_cast<long>(std::min<double>(position, list_.size())));
+}
+
+STDMETHODIMP CItems::ChangeKey(VARIANT old_key, VARIANT new_key, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return attempt([&] { change_key(dereferenced(old_key), text_of(dereferenced(new_key))); });
+  });
+}
+
+bool CItems::save_texts(const std::wstring& file, _CItem* item, short variable) const {
+  if (!item) {
+    bool written = clear_recorded_items(file);
+    written &= write_head(file, list_.size());
+    long position = 0;
+    for (const auto& each : list_) {
+      written &= write_item_texts(file, ++position, *each, variable);
+    }
+    return written;
+  }
+  const short id = fetch(item, &_CItem::get_ItemID);
+  long position = 0;
+  for (const auto& each : list_) {
+    ++position;
+    if (each->record().item_id == id) return write_item_texts(file, position, *each, variable);
+  }
+  return false;
+}
+
+STDMETHODIMP CItems::SaveTextSettings(BSTR file_name, _CItem* item, short variable,
+                                      VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    bool saved = false;
+    attempt([&] {
+      saved = save_texts(text_file_of(std::wstring(view_of(file_name))), item, variable);
+    });
+    return saved;
+  });
+}
+
+STDMETHODIMP CItems::LoadItemSymbols(IDispatch* control, BSTR path, long* result) noexcept {
+  return returning(result, [&] {
+    if (type_name_of(control) != L"ImageList") return 0L;
+    const ImageList images{control};
+    bool complete = true;
+    for (const auto& item : list_) {
+      const auto& variables = item->variables();
+      const long count = fetch(variables, &_CVariables::get_Count);
+      for (long j = 1; j <= count; ++j) {
+        complete &= attempt([&] {
+          const auto variable = fetch(variables, &_CVariables::get_Item, Variant(j));
+          const std::wstring symbol = upper_case(fetch(variable, &_CVariable::get_Symbol));
+          images.add(symbol,
+                     picture_from_file(std::wstring(view_of(path)) + symbol + L".BMP").get());
+        });
+      }
+    }
+    return complete ? -1L : 0L;
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "classes/items/CVariable.h"
+#include "com/collection.h"
+
+namespace pv {
+
+class CVariables final : public Collection<CVariables, _CVariables, ::CVariables, CVariable,
+                                           _CVariable, Missing::kRaises> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CVariables";
+
+  STDMETHODIMP Add(BSTR key, BSTR caption, BSTR description, BSTR symbol, short parent_variable,
+                   short dimension_id, short unit_id, short decimals, VARIANT value,
+                   VARIANT list_id, short data_type, _CVariable** result) noexcept override;
+
+  /// Adds a variable under its own key; false when the key is in use.
+  bool add(const Ref<CVariable>& variable);
+};
+
+}  // namespace pv

@@ -1,0 +1,16 @@
+#include "classes/items/CVerItem.h"
+
+#include "com/text_properties.h"
+
+namespace pv {
+
+STDMETHODIMP CVerItem::Copy(_CVerItem* dest, _CVerItem** result) noexcept {
+  return returning(result, [&] {
+    put_together<_CVerItem>(
+        dest, {{&_CVerItem::get_Key, &_CVerItem::put_Key, entry_.key},
+               {&_CVerItem::get_IndexKey, &_CVerItem::put_IndexKey, entry_.index_key}});
+    return Ref<_CVerItem>(dest);
+  });
+}
+
+}  // namespace pv

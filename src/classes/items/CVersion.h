@@ -1,0 +1,32 @@
+#pragma once
+
+#include "classes/items/CVerItems.h"
+#include "com/object.h"
+
+namespace pv {
+
+class CVersion final : public Dual<CVersion, _CVersion, ::CVersion> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CVersion";
+
+  CVersion() = default;
+  CVersion(std::wstring_view name, short item_count) : name_(name), item_count_(item_count) {}
+
+  STORED(Name, BSTR, name_)
+  STORED(ItemCount, short, item_count_)
+  STDMETHODIMP get_VerItems(_CVerItems** result) noexcept override;
+  STDMETHODIMP Copy(_CVersion* dest, _CVersion** result) noexcept override;
+
+  VersionRecord record() const;
+  short item_count() const { return item_count_; }
+  CVerItems& entries() const { return *entries_; }
+  void rename(std::wstring_view name) { name_ = name; }
+  void copy_to(_CVersion* dest) const;
+
+ private:
+  std::wstring name_;
+  short item_count_ = 0;
+  Ref<CVerItems> entries_ = make<CVerItems>();
+};
+
+}  // namespace pv

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "classes/items/CVersion.h"
+#include "com/collection.h"
+
+namespace pv {
+
+class CVersions final : public Collection<CVersions, _CVersions, ::CVersions, CVersion, _CVersion,
+                                          Missing::kIsNothing> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CVersions";
+
+  STORED(Changed, VARIANT_BOOL, changed_)
+  STDMETHODIMP LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP Add(BSTR name, long item_count, _CVersion** result) noexcept override;
+  STDMETHODIMP ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept override;
+
+ private:
+  bool changed_ = false;
+};
+
+}  // namespace pv

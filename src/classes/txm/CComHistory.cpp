@@ -1,0 +1,21 @@
+#include "classes/txm/CComHistory.h"
+
+namespace pv {
+
+// One record goes for each one that comes, even when the limit was lowered below the count.
+STDMETHODIMP CComHistory::Add(_CComDetail* detail, _CComDetail** result) noexcept {
+  return returning(result, [&] {
+    Ref<_CComDetail> record(detail);
+    if (!record) throw automation_error(ErrorCode::kObjectNotSet, L"ComDetail");
+    if (list_.size() >= maximum_) {
+      list_.replace(static_cast<long>(maximum_), record, {}, 1);
+    } else if (list_.empty()) {
+      list_.append(record);
+    } else {
+      list_.insert(1, record);
+    }
+    return record;
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,21 @@
+#include "classes/txm/CProtocols.h"
+
+#include "com/fetch.h"
+
+namespace pv {
+
+STDMETHODIMP CProtocols::Add(IDispatch* server, BSTR name, ProtocolTypes index, BSTR key,
+                             _CProtocol** result) noexcept {
+  return returning(result, [&] {
+    auto protocol = make<CProtocol>();
+    const Ref<_CProtocol> properties = protocol;
+    call(properties, &_CProtocol::putref_Server, server);
+    call(properties, &_CProtocol::put_Name, name);
+    call(properties, &_CProtocol::put_Index, index);
+    call(properties, &_CProtocol::put_Key, key);
+    list_.append(protocol, view_of(key));
+    return protocol;
+  });
+}
+
+}  // namespace pv

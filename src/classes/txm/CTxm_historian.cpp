@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <array>
+
+#include "apartment/localized.h"
+#include "apartment/thread_state.h"
+#include "classes/txm/CTxm.h"
+#include "com/fetch.h"
+#include "core/text/file_name.h"
+#include "core/text/number_text.h"
+#include "core/txm/history_text.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/locale.h"
+
+// The audit log: who changed what, when and why. Errors are ignored; results tell whether lines
+// were written.
+namespace pv {
+namespace {
+
+constexpr int kFirstColumn = 310;
+constexpr int kLastColumn = 320;
+constexpr int kConditions = 321;
+constexpr short kGeneralDecimals = -1;
+constexpr long kMostVariables = 32766;  // as far as their indexes reach
+
+// The state of the device that goes on record with a change.
+constexpr std::array kConditionItems = {5, 223, 33, 60, 65, 183, 184};
+
+std::wstring history_file() {
+  FileName name = at_path(thread_state().directories[appDirHistory]);
+  name.name = L"Historian";
+  name.extension = L"csv";
+  return make_full_name(name);
+}
+
+std::wstring header_line() {
+  std::vector<std::wstring> columns;
+  for (int id = kFirstColumn; id <= kLastColumn; ++id) columns.push_back(localized(id));
+  return history_line(columns);
+}
+
+std::string bytes_of(std::wstring_view line) { return ansi_codec().narrow(line) + "\r\n"; }
+
+// Each line is one write call, so that the lines of two hosts never mix. They are made before: an
+// entry of which only the first lines find memory would be wrong.
+bool append_lines(const std::wstring& file, const std::vector<std::wstring>& lines) {
+  const std::string header = bytes_of(header_line());
+  std::vector<std::string> all;
+  all.reserve(lines.size());
+  for (const std::wstring& line : lines) all.push_back(bytes_of(line));
+  create_file(file, header);
+  bool written = true;
+  for (const std::string& line : all) written &= append_file(file, line);
+  return written;
+}
+
+bool append_empty_line(const std::wstring& file) { return append_file(file, "\r\n"); }
+
+// A field that cannot be had stays empty.
+template <class Field>
+std::wstring field(Field&& read) {
+  std::wstring text;
+  attempt([&] { text = read(); });
+  return text;
+}
+
+}  // namespace
+
+bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::wstring& comment) {
+  if (!item) {
+    historian_ = histDisabled;
+    return false;
+  }
+  const auto shown = [&](short variable, ShowModeTypes display) {
+    return field([&] {
+      return text_of(shown_value(item, variable, -1, kGeneralDecimals, display, true, true));
+    });
+  };
+  HistoryEntry entry;
+  entry.date = field([] { return current_time_text(L"short date"); });
+  entry.time = field([] { return current_time_text(L"long time"); });
+  entry.signature = tech_name;
+  entry.txm_type = field([&] { return type_name(); });
+  entry.txm_address = integer_text(address_);
+  entry.txm_name = field([&] { return formatted(txmNameFull); });
+  entry.item_id = field([&] { return integer_text(fetch(item, &_CItem::get_ItemID)); });
+  entry.comment = comment;
+  long count = 0;
+  attempt([&] { count = fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Count); });
+  for (short i = 1; i <= std::min(count, kMostVariables); ++i) {
+    HistoryVariable variable{field([&] { return fetch(item, &_CItem::get_Caption, i); }), {}, {}};
+    if (i > 1 || count == 1) {  // the first of several has a caption only
+      variable.value = shown(i, smValueOnly);
+      variable.unit = shown(i, smUnitOnly);
+    }
+    entry.variables.push_back(std::move(variable));
+  }
+
+  return append_lines(history_file(), history_lines(entry));
+}
+
+bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std::wstring& comment) {
+  const std::wstring file = history_file();
+  bool recorded = true;
+  switch (txm_type_) {
+    case txmFluxor:
+    case txmHydrel:
+    case txmRivane:
+    case txmGravixTester:
+      recorded = append_entry(item, tech_name, comment);
+      break;
+    case txmGravix:
+      recorded = append_entry(item, tech_name, comment);
+      for (int id : kConditionItems) {
+        Ref<_CItem> condition = item_with_id(id);
+        if (condition) read(condition.in_out(), false, false);
+        if (!condition) continue;  // the server may find, too, that there is none
+        recorded &= append_entry(condition.get(), tech_name, localized(kConditions));
+      }
+      break;
+    default:
+      break;
+  }
+  append_empty_line(file);
+  return recorded;
+}
+
+STDMETHODIMP CTxm::DoHistorian(_CItem* item, BSTR tech_name, BSTR comment,
+                               VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return record_change(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
+  });
+}
+
+STDMETHODIMP CTxm::DoHistorianX(_CItem* item, BSTR tech_name, BSTR comment,
+                                VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return append_entry(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
+  });
+}
+
+STDMETHODIMP CTxm::WriteLine(VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] { return append_empty_line(history_file()); });
+}
+
+}  // namespace pv

@@ -1,0 +1,205 @@
+#include "classes/txm/CTxm.h"
+#include "com/fetch.h"
+#include "com/lenient.h"
+#include "core/items/data_type.h"
+#include "core/text/number_text.h"
+#include "platform/locale.h"
+
+// Raw values as texts and back. Nothing here talks to the device, and no error reaches the caller:
+// a step that fails leaves what was there.
+namespace pv {
+namespace {
+
+constexpr short kOwnUnit = -1;
+constexpr short kOwnDecimals = -2;
+
+bool shows_value(ShowModeTypes display) {
+  return display == smValueOnly || display == smValueAndUnit;
+}
+
+// What a value without unit shows besides itself.
+Variant without_value(ShowModeTypes display) {
+  return Variant(display == smUnitOnly ? std::wstring_view() : std::wstring_view(L"?"));
+}
+
+Ref<_CVariable> variable_of(_CItem* item, long index) {
+  const auto variables = fetch(item, &_CItem::get_Variables);
+  const long count = fetch(variables, &_CVariables::get_Count);
+  const long checked = index >= 1 && index <= count ? index : 1;
+  return fetch(variables, &_CVariables::get_Item, Variant(checked));
+}
+
+bool has_list(const Ref<_CVariable>& variable) {
+  const Variant list_id = fetch(variable, &_CVariable::get_ListID);
+  double number = 0;
+  attempt([&] { number = double_of(list_id); });
+  return number > 0;
+}
+
+Ref<_CDListMember> member_of(const Ref<_CDLists>& lists, const VARIANT& list_id,
+                             const VARIANT& value) {
+  const auto list = fetch(lists, &_CDLists::get_Item, list_id);
+  const auto members = fetch(list, &_CDList::get_ListMembers);
+  return fetch(members, &_CDListMembers::get_Item, Variant(text_of(value)));
+}
+
+Bstr with_period(Bstr text) {
+  const auto comma = view_of(text).find(L',');
+  if (comma != std::wstring_view::npos) static_cast<BSTR>(text)[comma] = L'.';
+  return text;
+}
+
+}  // namespace
+
+Variant CTxm::meaning(const Ref<_CVariable>& variable, ShowModeTypes display,
+                      bool show_meaning) const {
+  Variant value = fetch(variable, &_CVariable::get_Value);
+  if (!shows_value(display)) return without_value(display);
+  if (!show_meaning) return value;
+  Variant shown = value;  // a code without a meaning shows as it is
+  attempt([&] {
+    const auto member = member_of(lists(), fetch(variable, &_CVariable::get_ListID), value);
+    shown = Variant(fetch(member, &_CDListMember::get_Caption));
+  });
+  return shown;
+}
+
+Variant CTxm::shown_value(_CItem* item, short index, short unit, short decimals,
+                          ShowModeTypes display, bool period_as_decimal, bool show_meaning) const {
+  const auto variable = variable_of(item, index);
+  const short dimension = dimension_of(item, variable);
+  if (has_list(variable)) return meaning(variable, display, show_meaning);
+  const Variant value = fetch(variable, &_CVariable::get_Value);
+  if (dimension == edimNone) return shows_value(display) ? value : without_value(display);
+
+  const short shown_unit = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
+  Variant shown_decimals(decimals == kOwnDecimals ? fetch(variable, &_CVariable::get_Decimals)
+                                                  : decimals);
+  Bstr text = fetch_text(dimensions().get(), &_CDimensions::ToUnit, value, Variant(dimension),
+                         Variant(shown_unit), &shown_decimals, display,
+                         fetch(variable, &_CVariable::get_Dirty));
+  return Variant(period_as_decimal ? with_period(std::move(text)) : std::move(text));
+}
+
+STDMETHODIMP CTxm::get_ItemValue(_CItem* item, short variable, short unit, short decimals,
+                                 ShowModeTypes display, VARIANT_BOOL period_as_decimal,
+                                 VARIANT_BOOL show_meaning, VARIANT* result) noexcept {
+  return returning(result, [&] {
+    Variant shown;
+    attempt([&] {
+      shown = shown_value(item, variable, unit, decimals, display,
+                          period_as_decimal != VARIANT_FALSE, show_meaning != VARIANT_FALSE);
+    });
+    return shown;
+  });
+}
+
+void CTxm::enter_value(_CItem* item, short index, short unit, const VARIANT& entered) const {
+  const auto variable = variable_of(item, index);
+  const short dimension = dimension_of(item, variable);
+  Variant value = dereferenced(entered);
+  if (dimension == edimNone) {
+    call(variable, &_CVariable::put_Value, value);
+    return;
+  }
+  const short entered_unit = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
+  if (data_class(fetch(variable, &_CVariable::get_DataType)) == DataClass::kNumeric) {
+    value = Variant(lenient_number_text(value, decimal_separator()));
+  }
+  call(
+      variable, &_CVariable::put_Value,
+      fetch(dimensions(), &_CDimensions::ToBase, value, Variant(dimension), Variant(entered_unit)));
+}
+
+STDMETHODIMP CTxm::put_ItemValue(_CItem* item, short variable, short unit, short, ShowModeTypes,
+                                 VARIANT_BOOL, VARIANT_BOOL, VARIANT value) noexcept {
+  return doing([&] { attempt([&] { enter_value(item, variable, unit, value); }); });
+}
+
+// The item that a selector's value chooses, by its number or through its display list.
+long CTxm::selected_item_id(_CItem* selector) const {
+  const auto variable = variable_of(selector, 1);
+  const Variant value = fetch(variable, &_CVariable::get_Value);
+  if (!has_list(variable)) return short_of(value);
+  short id = 0;
+  attempt([&] {
+    const auto member = member_of(lists(), fetch(variable, &_CVariable::get_ListID), value);
+    id = integer_of<short>(fetch(member, &_CDListMember::get_Tag));
+  });
+  return id;
+}
+
+std::optional<CTxm::Resolved> CTxm::resolve(_CItem* item, short parent) const {
+  long source_id = parent;
+  if (parent < 0) {
+    source_id =
+        short_of(fetch(variable_of(item, -static_cast<long>(parent)), &_CVariable::get_Value));
+    if (source_id < 1) return std::nullopt;
+  }
+  Ref<_CItem> source = item_with_id(source_id);
+  // A dimension of "True" marks a selector.
+  const bool is_selector =
+      parent > 0 && fetch(source, &_CItem::get_Dimension, short{1}) == VARIANT_TRUE;
+  if (is_selector) source = item_with_id(selected_item_id(source.get()));
+  const auto variable = variable_of(source.get(), 1);
+  return Resolved{fetch(variable, &_CVariable::get_DimensionID),
+                  fetch(variable, &_CVariable::get_UnitID)};
+}
+
+// What is found by reference is kept in the variable, for the display and for later calls.
+short CTxm::dimension_of(_CItem* item, const Ref<_CVariable>& variable) const {
+  const short parent = fetch(variable, &_CVariable::get_ParentVariable);
+  std::optional<Resolved> found;
+  if (parent != 0) attempt([&] { found = resolve(item, parent); });
+  if (found) {
+    call(variable, &_CVariable::put_DimensionID, found->dimension);
+    call(variable, &_CVariable::put_UnitID, found->unit);
+  }
+  return fetch(variable, &_CVariable::get_DimensionID);
+}
+
+STDMETHODIMP CTxm::get_ItemDimID(_CItem* item, short variable, short* result) noexcept {
+  return returning(result, [&] {
+    short dimension = 0;
+    attempt([&] { dimension = dimension_of(item, variable_of(item, variable)); });
+    return dimension;
+  });
+}
+
+STDMETHODIMP CTxm::put_ItemDimID(_CItem* item, short variable, short value) noexcept {
+  return doing([&] {
+    attempt([&] { call(variable_of(item, variable), &_CVariable::put_DimensionID, value); });
+    attempt([&] { call(items(), &_CItems::put_Changed, VARIANT_TRUE); });
+  });
+}
+
+Ref<_CUnit> CTxm::unit_of(_CItem* item, short index, short unit) const {
+  const auto variable = variable_of(item, index);
+  const short dimension = dimension_of(item, variable);
+  const short wanted = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
+  const auto found = fetch(dimensions(), &_CDimensions::get_Item, Variant(dimension));
+  return fetch(fetch(found, &_CDimension::get_Units), &_CUnits::get_Item, Variant(wanted));
+}
+
+STDMETHODIMP CTxm::ItemSlope(_CItem* item, short variable, short unit, float* result) noexcept {
+  return returning(result, [&] {
+    float slope = 1.0F;
+    attempt([&] {
+      slope = single_of(fetch(unit_of(item, variable, unit), &_CUnit::get_Slope)).value_or(slope);
+    });
+    return slope;
+  });
+}
+
+STDMETHODIMP CTxm::ItemOffset(_CItem* item, short variable, short unit, float* result) noexcept {
+  return returning(result, [&] {
+    float offset = 0.0F;
+    attempt([&] {
+      offset =
+          single_of(fetch(unit_of(item, variable, unit), &_CUnit::get_Offset)).value_or(offset);
+    });
+    return offset;
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,176 @@
+#include "classes/units/CDimensions.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+
+#include "classes/units/CUnits.h"
+#include "com/fetch.h"
+#include "core/text/library_version.h"
+#include "core/text/number_text.h"
+#include "core/units/unit_conversion.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "platform/locale.h"
+
+namespace pv {
+namespace {
+
+constexpr double kGeneralFormat = -1;
+constexpr short kMostDecimals = 8;
+
+// More decimals than can be shown are cut, visibly for the caller.
+long decimals_wanted(VARIANT* decimals) {
+  double wanted = kGeneralFormat;
+  if (!decimals || is_missing(*decimals)) return static_cast<long>(wanted);
+  attempt([&] { wanted = double_of(dereferenced(*decimals)); });
+  if (wanted <= kMostDecimals) return integer_or_zero<long>(std::max(wanted, kGeneralFormat));
+  auto& target = const_cast<VARIANT&>(innermost(*decimals));
+  if (target.vt & VT_BYREF) {
+    store_typed(target, Variant(kMostDecimals));
+  } else {
+    VariantClear(&target);
+    target = Variant(kMostDecimals).detach();
+  }
+  return kMostDecimals;
+}
+
+std::optional<double> number_in(const VARIANT& value) {
+  std::optional<double> number;
+  attempt([&] { number = double_of(dereferenced(value)); });
+  return number;
+}
+
+UnitRecord record_of(const Ref<_CUnit>& unit) {
+  return {fetch(unit, &_CUnit::get_Caption), fetch(unit, &_CUnit::get_Slope),
+          fetch(unit, &_CUnit::get_Offset)};
+}
+
+DimensionRecord record_of(const CDimension& dimension) {
+  DimensionRecord record{dimension.caption(), {}};
+  const auto& units = dimension.units();
+  const long count = units ? fetch(units, &_CUnits::get_Count) : 0;
+  for (long i = 1; i <= count; ++i) {
+    record.units.push_back(record_of(fetch(units, &_CUnits::get_Item, Variant(i))));
+  }
+  return record;
+}
+
+// A caption that is not shown is not asked for.
+UnitRecord record_for(const Ref<_CUnit>& unit, ShowModeTypes mode) {
+  if (mode != smValueOnly) return record_of(unit);
+  return {{}, fetch(unit, &_CUnit::get_Slope), fetch(unit, &_CUnit::get_Offset)};
+}
+
+bool shows_value(ShowModeTypes mode, bool dirty) { return mode != smUnitOnly && !dirty; }
+
+}  // namespace
+
+STDMETHODIMP CDimensions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    const auto bytes = read_file(std::wstring(view_of(file_name)));
+    const auto dimensions = bytes ? read_dimension_file(*bytes, ansi_codec()) : std::nullopt;
+    if (!dimensions) return false;
+    Members loaded = no_members();
+    for (const DimensionRecord& record : *dimensions) {
+      const auto units = make<CUnits>();
+      for (const UnitRecord& unit : record.units) units->add(unit.caption, unit);
+      const auto dimension = make<CDimension>(record.caption, record.caption, units);
+      attempt([&] { loaded.append(dimension, record.caption); });  // the first of a name stands
+    }
+    std::swap(list_, loaded);  // the former ones go when the new ones are there
+    changed_ = false;
+    return true;
+  });
+}
+
+STDMETHODIMP CDimensions::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    std::vector<DimensionRecord> records;
+    for (const auto& dimension : list_) records.push_back(record_of(*dimension));
+    const std::wstring name(view_of(file_name));
+    return append_file(name, write_dimension_file(records, library_stamp(), ansi_codec(),
+                                                  decimal_separator(), file_size(name) > 0));
+  });
+}
+
+STDMETHODIMP CDimensions::Add(BSTR key, BSTR caption, _CUnits* units,
+                              _CDimension** result) noexcept {
+  return returning(result, [&] {
+    const Ref<_CUnits> own = units ? Ref<_CUnits>(units) : Ref<_CUnits>(make<CUnits>());
+    return added(view_of(key), make<CDimension>(view_of(key), view_of(caption), own));
+  });
+}
+
+STDMETHODIMP CDimensions::List(BSTR* result) noexcept {
+  return returning(result, [&] {
+    std::wstring captions;
+    for (const auto& dimension : list_) captions += dimension->caption() + L"|";
+    return captions;
+  });
+}
+
+Ref<_CUnit> CDimensions::find_unit(const VARIANT& dimension, const VARIANT& unit) const {
+  Ref<_CUnit> found;
+  attempt([&] {
+    const Ref<_CUnits> units = at(dimension)->units();
+    attempt([&] { found = fetch(units, &_CUnits::get_Item, unit); });
+    if (!found) found = fetch(units, &_CUnits::get_Item, Variant(1L));
+  });
+  return found;
+}
+
+STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit, VARIANT* decimals,
+                                 ShowModeTypes mode, VARIANT_BOOL dirty, BSTR* result) noexcept {
+  return returning(result, [&] {
+    const bool is_dirty = dirty != VARIANT_FALSE;
+    const Ref<_CUnit> found = find_unit(dimension, unit);
+    const long wanted = decimals_wanted(decimals);
+    if (!found) return Bstr(is_dirty && mode == smValueOnly ? L"?" : L"");
+    const auto number = shows_value(mode, is_dirty) ? number_in(value) : std::optional(0.0);
+    // On its way to the caller the text takes no other memory.
+    std::array<std::byte, 256> room;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
+    std::pmr::wstring text(&memory);
+    attempt([&] {
+      if (number) {
+        text = unit_text(*number, record_for(found, mode), wanted, mode, is_dirty,
+                         decimal_separator(), &memory);
+      }
+    });
+    return Bstr(text);
+  });
+}
+
+STDMETHODIMP CDimensions::ToBase(VARIANT value, VARIANT dimension, VARIANT unit,
+                                 VARIANT* result) noexcept {
+  return returning(result, [&] {
+    const Ref<_CUnit> found = find_unit(dimension, unit);
+    const auto number = number_in(value);
+    Variant base;
+    attempt([&] {
+      if (!found || !number) return;
+      const UnitRecord factors = record_of(found);
+      base = Variant(to_base(*number, factors.slope, factors.offset));
+    });
+    return base;
+  });
+}
+
+STDMETHODIMP CDimensions::GetUnitObject(VARIANT dimension, VARIANT unit, _CUnit** result) noexcept {
+  return returning(result, [&] { return find_unit(dimension, unit); });
+}
+
+STDMETHODIMP CDimensions::ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    return attempt([&] {
+      const auto copy = make<CDimension>();
+      list_.at(index)->copy_to(copy.get());
+      copy->rename(view_of(new_name));
+      replace_member(list_, index, copy, view_of(new_name));
+    });
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "classes/units/CDimension.h"
+#include "com/collection.h"
+
+namespace pv {
+
+class CDimensions final : public Collection<CDimensions, _CDimensions, ::CDimensions, CDimension,
+                                            _CDimension, Missing::kIsNothing> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CDimensions";
+
+  STORED(Changed, VARIANT_BOOL, changed_)
+  STDMETHODIMP LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
+  STDMETHODIMP Add(BSTR key, BSTR caption, _CUnits* units, _CDimension** result) noexcept override;
+  STDMETHODIMP List(BSTR* result) noexcept override;
+  STDMETHODIMP ToUnit(VARIANT value, VARIANT dimension, VARIANT unit, VARIANT* decimals,
+                      ShowModeTypes mode, VARIANT_BOOL dirty, BSTR* result) noexcept override;
+  STDMETHODIMP ToBase(VARIANT value, VARIANT dimension, VARIANT unit,
+                      VARIANT* result) noexcept override;
+  STDMETHODIMP GetUnitObject(VARIANT dimension, VARIANT unit, _CUnit** result) noexcept override;
+  STDMETHODIMP ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept override;
+
+ private:
+  Ref<_CUnit> find_unit(const VARIANT& dimension, const VARIANT& unit) const;
+
+  bool changed_ = false;
+};
+
+}  // namespace pv

@@ -1,0 +1,19 @@
+#include "classes/units/CUnit.h"
+
+#include "platform/locale.h"
+
+namespace pv {
+
+STDMETHODIMP CUnit::Load(BSTR members, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    ParsedUnit parsed = parse_unit(view_of(members), unit_);
+    unit_ = std::move(parsed.unit);
+    return parsed.complete;
+  });
+}
+
+STDMETHODIMP CUnit::Save(BSTR* result) noexcept {
+  return returning(result, [&] { return format_unit(unit_, decimal_separator()); });
+}
+
+}  // namespace pv

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "classes/units/CUnit.h"
+#include "com/collection.h"
+
+namespace pv {
+
+class CUnits final
+    : public Collection<CUnits, _CUnits, ::CUnits, CUnit, _CUnit, Missing::kIsNothing> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CUnits";
+
+  STDMETHODIMP Add(BSTR key, BSTR caption, double slope, double offset,
+                   _CUnit** result) noexcept override;
+  STDMETHODIMP List(BSTR separator, BSTR* result) noexcept override;
+
+  /// Nothing when the key is in use.
+  Ref<CUnit> add(std::wstring_view key, UnitRecord unit);
+};
+
+}  // namespace pv

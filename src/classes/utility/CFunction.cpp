@@ -1,0 +1,31 @@
+#include "classes/utility/CFunction.h"
+
+#include "com/fetch.h"
+#include "host/late_bound.h"
+
+namespace pv {
+
+STDMETHODIMP CFunction::Start(_CTxm* txm, VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    const LateBound form(server_form_);
+    if (!form) return false;
+    active_ = true;
+    short index = index_;
+    const Bstr title(fetch(txm, &_CTxm::FunctionTitle, &index));
+    return boolean_of(form.call(L"Start", {value(txm), value(title)}));
+  });
+}
+
+// The form reads "CloseMe" to allow its own unloading.
+STDMETHODIMP CFunction::Finish(VARIANT_BOOL* result) noexcept {
+  return returning(result, [&] {
+    const LateBound form(server_form_);
+    if (!form) return false;
+    active_ = false;
+    form.put(L"CloseMe", Variant(true));
+    if (form.has(L"Unload")) form.call(L"Unload");
+    return true;
+  });
+}
+
+}  // namespace pv

@@ -1,0 +1,49 @@
+#include "classes/utility/CInputBox.h"
+
+#include "com/index_key.h"
+#include "host/owner_window.h"
+
+namespace pv {
+namespace {
+
+bool show(InputKind kind, const VARIANT& prompt, const VARIANT& title, const VARIANT& initial,
+          const VARIANT& unit, IDispatch* owner) {
+  InputRequest request;
+  request.kind = kind;
+  request.prompt = optional_text(prompt);
+  request.title = optional_text(title);
+  request.initial = is_missing(initial) ? Variant() : dereferenced(initial);
+  request.unit = optional_text(unit);
+  request.owner = owner_window(owner);
+  return show_input_box(request);
+}
+
+}  // namespace
+
+STDMETHODIMP CInputBox::ShowMe(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,
+                               IDispatch* owner, VARIANT_BOOL* result) noexcept {
+  return returning(result,
+                   [&] { return show(InputKind::kText, prompt, title, initial, unit, owner); });
+}
+
+STDMETHODIMP CInputBox::ShowMePW(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,
+                                 IDispatch* owner, VARIANT_BOOL* result) noexcept {
+  return returning(result,
+                   [&] { return show(InputKind::kMasked, prompt, title, initial, unit, owner); });
+}
+
+STDMETHODIMP CInputBox::ShowMeDT(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,
+                                 IDispatch* owner, VARIANT_BOOL* result) noexcept {
+  return returning(result,
+                   [&] { return show(InputKind::kDateTime, prompt, title, initial, unit, owner); });
+}
+
+STDMETHODIMP CInputBox::get_Value(VARIANT* result) noexcept {
+  return returning(result, [] { return input_box_value(); });
+}
+
+STDMETHODIMP CInputBox::CloseMe() noexcept {
+  return doing([] { close_input_box(); });
+}
+
+}  // namespace pv

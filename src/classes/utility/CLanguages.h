@@ -1,0 +1,34 @@
+#pragma once
+
+#include "classes/utility/CLanguage.h"
+#include "com/collection.h"
+#include "com/event_source.h"
+
+namespace pv {
+
+class CLanguages;
+using LanguagesBase = EventSource<
+    CLanguages, _CLanguages, ::CLanguages, __CLanguages,
+    Collection<CLanguages, _CLanguages, ::CLanguages, CLanguage, _CLanguage, Missing::kRaises>>;
+
+class CLanguages final : public LanguagesBase {
+ public:
+  static constexpr const wchar_t* kClassName = L"CLanguages";
+
+  CLanguages();
+
+  STDMETHODIMP Add(VARIANT key, BSTR name, short picture_id, BSTR extension,
+                   _CLanguage** result) noexcept override;
+  STDMETHODIMP RegisterLanguages(short* result) noexcept override;
+  STDMETHODIMP get_ActiveLanguageID(pvLanguageTypes* result) noexcept override;
+  STDMETHODIMP put_ActiveLanguageID(pvLanguageTypes value) noexcept override;
+  STDMETHODIMP get_ActiveLanguage(_CLanguage** result) noexcept override;
+
+ private:
+  void register_all();
+  void activate(pvLanguageTypes language);
+
+  pvLanguageTypes active_ = pvEnglish;
+};
+
+}  // namespace pv

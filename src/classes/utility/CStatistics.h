@@ -1,0 +1,33 @@
+#pragma once
+
+#include "com/object.h"
+#include "core/statistics/running_statistics.h"
+#include "pvItems32.h"
+
+namespace pv {
+
+class CStatistics final : public Dual<CStatistics, _CStatistics, ::CStatistics> {
+ public:
+  static constexpr const wchar_t* kClassName = L"CStatistics";
+
+  STDMETHODIMP get_Sample(long* result) noexcept override;
+  STDMETHODIMP get_Average(float* result) noexcept override;
+  STDMETHODIMP get_Value(float* result) noexcept override;
+  STDMETHODIMP get_Sum(double* result) noexcept override;
+  STDMETHODIMP get_SD2(double* result) noexcept override;
+  STDMETHODIMP get_S2D(double* result) noexcept override;
+  STDMETHODIMP get_STD(float* result) noexcept override;
+  STDMETHODIMP get_Min(float* result) noexcept override;
+  STDMETHODIMP get_Max(float* result) noexcept override;
+  STDMETHODIMP get_Range(float* result) noexcept override;
+  STDMETHODIMP Reset() noexcept override;
+  STDMETHODIMP Add(float value) noexcept override;
+  STDMETHODIMP Refresh() noexcept override;
+  STDMETHODIMP FPMin(float a, float b, float* result) noexcept override;
+  STDMETHODIMP FPMax(float a, float b, float* result) noexcept override;
+
+ private:
+  RunningStatistics series_;
+};
+
+}  // namespace pv

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <tuple>
+#include <utility>
+
+#include "com/failure.h"
+#include "com/variant.h"
+#include "core/errors/automation_error.h"
+
+// Calls on the published interfaces of our own and foreign objects, in C++ terms: failures become
+// exceptions, results become values that own what they hold.
+namespace pv {
+
+namespace detail {
+
+template <class Out>
+struct Received {
+  Out value{};
+  Out* pointer() { return &value; }
+  Out take() { return value; }
+};
+template <>
+struct Received<BSTR> {
+  BSTR value = nullptr;
+  Received() = default;
+  Received(const Received&) = delete;
+  Received& operator=(const Received&) = delete;
+  ~Received() { SysFreeString(value); }
+  BSTR* pointer() { return &value; }
+  std::wstring take() { return std::wstring(view_of(value)); }
+};
+template <>
+struct Received<VARIANT> {
+  Variant value;
+  VARIANT* pointer() { return &value; }
+  Variant take() { return std::move(value); }
+};
+template <class I>
+requires std::is_base_of_v<IUnknown, I>
+struct Received<I*> {
+  Ref<I> value;
+  I** pointer() { return value.receive(); }
+  Ref<I> take() { return std::move(value); }
+};
+
+template <class... P>
+using LastOf = std::remove_pointer_t<std::tuple_element_t<sizeof...(P) - 1, std::tuple<P...>>>;
+
+}  // namespace detail
+
+/// Calls a method that returns nothing. Error: kObjectNotSet for a null object.
+template <class I, class... P, class... A>
+void call(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+  if (!object) throw automation_error(ErrorCode::kObjectNotSet);
+  check((object->*method)(std::forward<A>(arguments)...));
+}
+
+/// Calls a method or property get and returns what its last parameter receives.
+template <class I, class... P, class... A>
+auto fetch(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+  detail::Received<detail::LastOf<P...>> received;
+  call(object, method, std::forward<A>(arguments)..., received.pointer());
+  return received.take();
+}
+
+/// The same for a text that goes on as it is.
+template <class I, class... P, class... A>
+Bstr fetch_text(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+  BSTR text = nullptr;
+  call(object, method, std::forward<A>(arguments)..., &text);
+  return Bstr::adopt(text);
+}
+
+/// An object that has to be there. Error: kObjectNotSet.
+template <class I>
+Ref<I> present(Ref<I> object) {
+  if (!object) throw automation_error(ErrorCode::kObjectNotSet);
+  return object;
+}
+
+template <class I, class... P, class... A>
+void call(const Ref<I>& object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+  call(object.get(), method, std::forward<A>(arguments)...);
+}
+template <class I, class... P, class... A>
+auto fetch(const Ref<I>& object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+  return fetch(object.get(), method, std::forward<A>(arguments)...);
+}
+
+}  // namespace pv

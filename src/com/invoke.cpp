@@ -1,0 +1,195 @@
+#include "com/invoke.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "com/argument.h"
+#include "com/failure.h"
+#include "com/module.h"
+#include "com/variant.h"
+
+namespace pv {
+namespace {
+
+constexpr std::size_t kMostParameters = 16;
+
+HRESULT argument_failed(HRESULT result, UINT index, UINT* argument_error) {
+  if (argument_error) *argument_error = index;
+  return result;
+}
+
+/// The arguments of an invocation, found by the position or name of a parameter.
+class Arguments {
+ public:
+  Arguments(const Member& member, const DISPPARAMS& given) : member_(member), given_(given) {}
+
+  // Surplus and badly named arguments are refused, with their index.
+  HRESULT validate(UINT* argument_error) const {
+    const std::size_t expected = member_.parameters.size() - (names_new_value() ? 1 : 0);
+    const UINT positional = given_.cArgs - given_.cNamedArgs;
+    if (positional > expected) {
+      return argument_failed(DISP_E_BADPARAMCOUNT, static_cast<UINT>(given_.cArgs - 1 - expected),
+                             argument_error);
+    }
+    for (UINT i = 0; i < given_.cNamedArgs; ++i) {
+      const std::size_t parameter = parameter_named(given_.rgdispidNamedArgs[i]);
+      bool fits = parameter >= positional && parameter < member_.parameters.size();
+      for (UINT k = 0; k < i; ++k) {
+        fits = fits && parameter_named(given_.rgdispidNamedArgs[k]) != parameter;
+      }
+      if (!fits) return argument_failed(DISP_E_PARAMNOTFOUND, i, argument_error);
+    }
+    return S_OK;
+  }
+
+  // Index into rgvarg, or nothing for an omitted argument.
+  std::optional<UINT> index_of(std::size_t parameter) const {
+    const UINT positional = given_.cArgs - given_.cNamedArgs;
+    for (UINT i = 0; i < given_.cNamedArgs; ++i) {
+      if (parameter_named(given_.rgdispidNamedArgs[i]) == parameter) return i;
+    }
+    if (parameter < positional) return static_cast<UINT>(given_.cArgs - 1 - parameter);
+    return std::nullopt;
+  }
+
+  const VARIANT* at(std::optional<UINT> index) const {
+    return index ? &given_.rgvarg[*index] : nullptr;
+  }
+
+ private:
+  // The new value of a property is its last parameter; no parameter has the place SIZE_MAX.
+  std::size_t parameter_named(DISPID name) const {
+    if (name == DISPID_PROPERTYPUT && member_.is_put()) return member_.parameters.size() - 1;
+    return name < 0 ? SIZE_MAX : static_cast<std::size_t>(name);
+  }
+
+  bool names_new_value() const {
+    const DISPID* names = given_.rgdispidNamedArgs;
+    return member_.is_put() && std::find(names, names + given_.cNamedArgs, DISPID_PROPERTYPUT) !=
+                                   names + given_.cNamedArgs;
+  }
+
+  const Member& member_;
+  const DISPPARAMS& given_;
+};
+
+HRESULT fill_exception(HRESULT result, EXCEPINFO* exception) {
+  if (!exception) return DISP_E_EXCEPTION;
+  Ref<IErrorInfo> info;
+  GetErrorInfo(0, info.receive());
+  *exception = EXCEPINFO{};
+  exception->scode = result;
+  if (info) {
+    info->GetSource(&exception->bstrSource);
+    info->GetDescription(&exception->bstrDescription);
+    info->GetHelpFile(&exception->bstrHelpFile);
+    info->GetHelpContext(&exception->dwHelpContext);
+  }
+  return DISP_E_EXCEPTION;
+}
+
+HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given, VARIANT* result,
+                    EXCEPINFO* exception, UINT* argument_error) {
+  const Arguments arguments(member, given);
+  if (const HRESULT valid = arguments.validate(argument_error); FAILED(valid)) return valid;
+
+  const std::size_t count = member.parameters.size();
+  if (count > kMostParameters) return E_UNEXPECTED;
+  std::optional<Argument> bound[kMostParameters];  // made as the member needs them
+  Argument result_value;
+  CallWords words;
+  words.push(object);
+  for (std::size_t i = 0; i < count; ++i) {
+    const Parameter& parameter = member.parameters[i];
+    const std::optional<UINT> index = arguments.index_of(i);
+    const VARIANT* const source = arguments.at(index);
+    if (!words.has_room_for(Argument::words_of(parameter) + 1)) return E_UNEXPECTED;
+    if (const void* plain = plain_argument(source, parameter)) {
+      words.push_value(plain, size_of(parameter.type));
+      continue;
+    }
+    const HRESULT binding = bound[i].emplace().bind(source, parameter);
+    if (!index && binding == DISP_E_PARAMNOTOPTIONAL) return DISP_E_BADPARAMCOUNT;
+    if (FAILED(binding)) return argument_failed(binding, index.value_or(0), argument_error);
+    bound[i]->push_to(words);
+  }
+  if (member.result) {
+    result_value.bind_result(*member.result);
+    result_value.push_to(words);
+  }
+
+  const HRESULT called = call_vtable(object, member.slot, words);
+  if (FAILED(called)) return fill_exception(called, exception);
+
+  for (std::size_t i = 0; i < count; ++i) {
+    const HRESULT written = bound[i] ? bound[i]->write_back() : S_OK;
+    if (FAILED(written)) {
+      return argument_failed(written, arguments.index_of(i).value_or(0), argument_error);
+    }
+  }
+  if (result && member.result) *result = result_value.take();
+  return S_OK;
+}
+
+// "Variables(2)" on a property without parameters means the default member of its result.
+bool means_default_of_result(const Member& member, const DISPPARAMS& given) {
+  return member.kind == INVOKE_PROPERTYGET && member.parameters.empty() && given.cArgs > 0 &&
+         member.result && member.result->type == VT_DISPATCH;
+}
+
+HRESULT invoke_default_of_result(void* object, const Member& member, DISPPARAMS* given,
+                                 VARIANT* result, EXCEPINFO* exception, UINT* argument_error) {
+  Variant collection;
+  DISPPARAMS none{};
+  const HRESULT got = call_member(object, member, none, &collection, exception, argument_error);
+  if (FAILED(got)) return got;
+  if (!collection.pdispVal) {
+    SetErrorInfo(0, make_error_info(library().name, text_of(ErrorCode::kObjectNotSet)).get());
+    return fill_exception(hresult_of(ErrorCode::kObjectNotSet), exception);
+  }
+  return collection.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,
+                                     DISPATCH_METHOD | DISPATCH_PROPERTYGET, given, result,
+                                     exception, argument_error);
+}
+
+}  // namespace
+
+HRESULT ids_of_names(const DispatchTable& table, LPOLESTR* names, UINT count,
+                     DISPID* ids) noexcept {
+  if (!names || !ids) return E_POINTER;
+  if (count == 0) return E_INVALIDARG;
+  try {
+    ids[0] = names[0] ? table.id_of(names[0]) : DISPID_UNKNOWN;
+    bool all_known = ids[0] != DISPID_UNKNOWN;
+    for (UINT i = 1; i < count; ++i) {
+      ids[i] = ids[0] != DISPID_UNKNOWN && names[i] ? table.parameter_id(ids[0], names[i])
+                                                    : DISPID_UNKNOWN;
+      all_known = all_known && ids[i] != DISPID_UNKNOWN;
+    }
+    return all_known ? S_OK : DISP_E_UNKNOWNNAME;
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+HRESULT invoke(void* object, const DispatchTable& table, DISPID id, REFIID iid, WORD flags,
+               DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+               UINT* argument_error) noexcept {
+  if (result) VariantInit(result);
+  if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
+  DISPPARAMS none{};
+  DISPPARAMS* given = parameters ? parameters : &none;
+  if (given->cNamedArgs > given->cArgs) return DISP_E_BADPARAMCOUNT;
+  try {
+    const Member* member = table.find(id, flags);
+    if (!member) return DISP_E_MEMBERNOTFOUND;
+    if (means_default_of_result(*member, *given)) {
+      return invoke_default_of_result(object, *member, given, result, exception, argument_error);
+    }
+    return call_member(object, *member, *given, result, exception, argument_error);
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+}  // namespace pv

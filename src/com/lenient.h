@@ -1,0 +1,28 @@
+#pragma once
+
+#include <limits>
+#include <string>
+
+#include "com/variant.h"
+#include "core/text/number_text.h"
+
+namespace pv {
+
+/// Number text of any value: empty is "0", True is "-1", text is read up to the first character
+/// that cannot continue a number, in either decimal notation. "0" when all fails. Written with
+/// the given decimal separator.
+std::wstring lenient_number_text(const VARIANT& value, wchar_t decimal);
+
+/// The number that the number text stands for.
+double number_of(const VARIANT& value);
+
+/// The tolerant integer conversion: rounded half to even, 0 when it does not fit.
+template <class Int>
+Int integer_of(const VARIANT& value) {
+  return integer_or_zero<Int>(number_of(value));
+}
+
+/// The tolerant Boolean conversion: False when the platform's conversion fails.
+bool boolean_or_false(const VARIANT& value);
+
+}  // namespace pv

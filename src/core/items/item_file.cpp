@@ -1,0 +1,73 @@
+#include "core/items/item_file.h"
+
+#include <cstdint>
+
+#include "core/text/number_text.h"
+
+namespace pv {
+namespace {
+
+// The texts do not all fit their fields; the tolerant conversions take them as they stand.
+constexpr std::wstring_view kDefaultItem = L"59|59|4|True|0|True|False|0|4|";
+constexpr std::wstring_view kDefaultVariable = L"1|||0|3|6|2|0|0||";
+
+}  // namespace
+
+ItemFileReader::ItemFileReader(std::string_view bytes, const TextCodec& codec)
+    : reader_(bytes, codec),
+      count_(integer_of<std::int16_t>(reader_.value(L"Items", L"Count", L"0", true, true))) {}
+
+// The file's order finds the lines: neither search looks for a section.
+bool ItemFileReader::next(LoadedItem& loaded) {
+  if (read_ >= count_) return false;
+  ++read_;
+  const auto variable_count = integer_of<std::int16_t>(reader_.next_value(L"Count", L"1"));
+  loaded.item = parse_item_record(reader_.next_value(L"Settings", kDefaultItem));
+  loaded.variables.clear();
+  for (int j = 1; j <= variable_count; ++j) {
+    loaded.variables.push_back(
+        parse_variable_record(reader_.next_value(L"VAR" + integer_text(j), kDefaultVariable))
+            .record);
+  }
+  return true;
+}
+
+std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
+                                                      const TextCodec& codec) {
+  ItemFileReader reader(bytes, codec);
+  if (reader.count() < 1) return std::nullopt;
+  std::vector<LoadedItem> items;
+  for (LoadedItem loaded; reader.next(loaded); loaded = {}) items.push_back(std::move(loaded));
+  return items;
+}
+
+ItemFileWriter::ItemFileWriter(std::size_t count, const FileStamp& stamp, const TextCodec& codec,
+                               wchar_t decimal)
+    : writer_(codec), decimal_(decimal) {
+  writer_.head(L"Items", count, stamp);
+}
+
+void ItemFileWriter::item(const ItemRecord& item, std::size_t variable_count) {
+  writer_.section(L"ITEM" + integer_text(++items_));
+  writer_.count(variable_count);
+  writer_.record(L"Settings", RecordFields(item, decimal_).all());
+  variables_ = 0;
+}
+
+void ItemFileWriter::variable(const VariableRecordView& variable) {
+  writer_.record(L"VAR" + integer_text(++variables_), RecordFields(variable).all());
+}
+
+std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
+                            const TextCodec& codec, wchar_t decimal) {
+  ItemFileWriter writer(items.size(), stamp, codec, decimal);
+  for (const LoadedItem& loaded : items) {
+    writer.item(loaded.item, loaded.variables.size());
+    for (const VariableRecord& variable : loaded.variables) {
+      writer.variable(variable.as<std::wstring_view>());
+    }
+  }
+  return writer.take();
+}
+
+}  // namespace pv

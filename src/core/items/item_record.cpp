@@ -1,0 +1,107 @@
+#include "core/items/item_record.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/text/ascii.h"
+#include "core/text/number_text.h"
+#include "core/text/settings_text.h"
+
+namespace pv {
+namespace {
+
+constexpr std::size_t kItemFieldCount = 8;
+
+std::wstring joined(std::span<const std::wstring_view> fields) {
+  std::wstring record;
+  for (const std::wstring_view field : fields) record.append(field).push_back(kRecordSeparator);
+  return record;
+}
+
+}  // namespace
+
+bool boolean_of(std::wstring_view text) {
+  if (same_ascii(text, L"true")) return true;
+  if (const auto value = plain_integer(text)) return *value != 0;
+  return whole_number_text(text).value_or(0.0) != 0.0;
+}
+
+ItemRecord parse_item_record(std::wstring_view text) {
+  std::array<std::wstring_view, kItemFieldCount> fields;
+  split_record(text, kRecordSeparator, fields);
+  return {.key = std::wstring(fields[0]),
+          .item_id = integer_of<std::int16_t>(fields[1]),
+          .by_meaning = boolean_of(fields[2]),
+          .access = integer_of<std::int16_t>(fields[3]),
+          .historian = boolean_of(fields[4]),
+          .restore = boolean_of(fields[5]),
+          .smart_wait = single_of(number_of(fields[6])).value_or(0.0F),
+          .length = integer_of<std::int16_t>(fields[7])};
+}
+
+RecordFields::RecordFields(const ItemRecord& item, wchar_t decimal) {
+  text(item.key);
+  number(item.item_id);
+  boolean(item.by_meaning);
+  number(item.access);
+  boolean(item.historian);
+  boolean(item.restore);
+  text(numbers_[count_] = general_text(item.smart_wait, decimal));
+  number(item.length);
+}
+
+RecordFields::RecordFields(const VariableRecordView& variable) {
+  text(variable.key);
+  text(variable.caption);
+  text(variable.description);
+  number(variable.parent_variable);
+  number(variable.dimension_id);
+  number(variable.unit_id);
+  number(variable.decimals);
+  text({});
+  text(variable.list_id);
+  number(variable.data_type);
+  text(variable.symbol);
+}
+
+// Most numbers have one digit.
+void RecordFields::number(int field) {
+  constexpr std::wstring_view kDigits = L"0123456789";
+  const bool is_digit = field >= 0 && field <= 9;
+  text(is_digit ? kDigits.substr(static_cast<std::size_t>(field), 1)
+                : numbers_[count_] = integer_text(field));
+}
+
+std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
+  return joined(RecordFields(item, decimal).all());
+}
+
+VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial) {
+  std::array<std::wstring_view, kVariableFieldCount> fields;
+  const std::size_t present = split_record(text, kRecordSeparator, fields);
+  VariableRecord& record = initial;
+  const auto take_text = [&](std::size_t i, std::wstring& target) {
+    if (i < present) target = std::wstring(fields[i]);  // no room to spare: it may be kept for long
+  };
+  const auto take_integer = [&](std::size_t i, std::int16_t& target) {
+    if (i < present) target = integer_of<std::int16_t>(fields[i]);
+  };
+  take_text(0, record.key);
+  take_text(1, record.caption);
+  take_text(2, record.description);
+  take_integer(3, record.parent_variable);
+  take_integer(4, record.dimension_id);
+  take_integer(5, record.unit_id);
+  take_integer(6, record.decimals);
+  // Field 7 is the place of the value, which is never stored.
+  take_text(8, record.list_id);
+  take_integer(9, record.data_type);
+  take_text(10, record.symbol);
+  return {std::move(record), present};
+}
+
+std::wstring format_variable_record(const VariableRecordView& variable) {
+  return joined(RecordFields(variable).all());
+}
+
+}  // namespace pv

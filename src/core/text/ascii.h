@@ -1,0 +1,44 @@
+#pragma once
+
+// ASCII letters and texts that differ only by their case. Case beyond ASCII is the platform's: see
+// core/list/key_case.h.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace pv {
+
+constexpr wchar_t lower_ascii(wchar_t c) {
+  return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
+}
+
+constexpr wchar_t upper_ascii(wchar_t c) {
+  return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
+}
+
+/// Without a branch per character, which lets the compiler take many at once.
+template <class Text>
+bool is_ascii(const Text& text) {
+  std::uint32_t seen = 0;
+  for (const auto c : text) seen |= static_cast<std::uint32_t>(c);
+  return seen < 0x80;
+}
+
+/// Whether two texts differ at most by the case of their ASCII letters.
+inline bool same_ascii(std::wstring_view a, std::wstring_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](wchar_t x, wchar_t y) { return lower_ascii(x) == lower_ascii(y); });
+}
+
+/// A number that is the same for texts that differ only by the case of their ASCII letters.
+inline std::size_t hash_ascii(std::wstring_view text) {
+  std::uint32_t hash = 2166136261u;  // FNV-1a
+  for (const wchar_t c : text) {
+    hash = (hash ^ static_cast<std::uint32_t>(lower_ascii(c))) * 16777619u;
+  }
+  return hash;
+}
+
+}  // namespace pv

@@ -1,0 +1,75 @@
+#include "core/text/text_codec.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace pv {
+namespace {
+
+std::wstring latin1_widen(std::string_view bytes) {
+  std::wstring text(bytes.size(), L'\0');
+  std::transform(bytes.begin(), bytes.end(), text.begin(),
+                 [](char c) { return static_cast<wchar_t>(static_cast<unsigned char>(c)); });
+  return text;
+}
+
+std::string latin1_narrow(std::wstring_view text) {
+  std::string bytes(text.size(), '\0');
+  std::transform(text.begin(), text.end(), bytes.begin(), [](wchar_t c) {
+    return static_cast<std::uint32_t>(c) <= 0xFF ? static_cast<char>(static_cast<unsigned char>(c))
+                                                 : '?';
+  });
+  return bytes;
+}
+
+}  // namespace
+
+std::wstring TextCodec::widen(std::string_view bytes) const {
+  std::wstring text;
+  widen(bytes, text);
+  return text;
+}
+
+std::string TextCodec::narrow(std::wstring_view text) const {
+  std::string bytes;
+  append_narrowed(text, bytes);
+  return bytes;
+}
+
+void TextCodec::widen(std::string_view bytes, std::wstring& text) const {
+  if (is_ascii(bytes)) {
+    text.assign(bytes.begin(), bytes.end());
+  } else {
+    text = widen_(bytes);
+  }
+}
+
+void TextCodec::append_narrowed(std::wstring_view text, std::string& bytes) const {
+  append_narrowed({&text, 1}, bytes);
+}
+
+void TextCodec::append_narrowed(std::span<const std::wstring_view> texts,
+                                std::string& bytes) const {
+  const std::size_t begin = bytes.size();
+  std::size_t size = 0;
+  for (const std::wstring_view text : texts) size += text.size();
+  bytes.resize(begin + size);
+  char* end = bytes.data() + begin;
+  std::uint32_t seen = 0;
+  for (const std::wstring_view text : texts) {
+    for (const wchar_t c : text) {
+      seen |= static_cast<std::uint32_t>(c);
+      *end++ = static_cast<char>(c);
+    }
+  }
+  if (seen < 0x80) return;
+  bytes.resize(begin);
+  for (const std::wstring_view text : texts) bytes += narrow_(text);
+}
+
+const TextCodec& latin1_codec() {
+  static constexpr TextCodec kCodec{latin1_widen, latin1_narrow};
+  return kCodec;
+}
+
+}  // namespace pv

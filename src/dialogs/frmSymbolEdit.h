@@ -1,0 +1,35 @@
+#pragma once
+
+#include "dialogs/kit/form.h"
+#include "dialogs/symbol/picture_editor.h"
+
+namespace pv {
+
+/// The symbol editor. Its control ids: 1000 OK, 1001 Cancel, from 1100 those of the drawing part,
+/// which is the control that is registered for it or the library's own.
+class frmSymbolEdit final : public Form {
+ public:
+  frmSymbolEdit();
+
+  void prepare(const std::wstring& symbol);
+  const std::wstring& symbol() const { return symbol_; }
+  Ref<IPictureDisp> picture(const std::wstring& symbol) const;
+
+ protected:
+  void layout() override;
+  Control* first_focus() override { return pedMisc_->main_control(); }
+  void on_opening() override;
+  void on_closing() override;
+  bool preview_message(MSG& message) override { return pedMisc_->translate(message); }
+
+ private:
+  void confirm();
+
+  std::unique_ptr<PictureEditor> pedMisc_;
+  Button cmdOK_;
+  Button cmdCancel_;
+
+  std::wstring symbol_;
+};
+
+}  // namespace pv

@@ -1,0 +1,68 @@
+#include "dialogs/frmTechName.h"
+
+#include "dialogs/kit/form_layout.h"
+#include "dialogs/kit/thread_form.h"
+
+namespace pv {
+namespace {
+
+constexpr int kTitle = 301;
+constexpr int kPrompt = 302;
+constexpr int kName = 303;
+constexpr int kComment = 304;
+
+constexpr Twips kTextWidth = 5400;
+
+}  // namespace
+
+frmTechName::frmTechName()
+    : Form(L"frmTechName"),
+      lblPrompt_(*this, 1010),
+      lblItem_(*this, 1011, 1012),
+      lblName_(*this, 1020),
+      txtName_(*this, 1021),
+      lblComment_(*this, 1022),
+      txtComment_(*this, 1023),
+      cmdOK_(*this, 1000, [this] { confirm(); }),
+      cmdCancel_(*this, 1001, [this] { finish(false); }) {
+  set_caption(kTitle);
+  lblPrompt_.set_caption(kPrompt);
+  lblName_.set_caption(kName);
+  lblComment_.set_caption(kComment);
+  set_answers(cmdOK_, cmdCancel_);
+}
+
+void frmTechName::prepare(const std::wstring& item_label) {
+  lblItem_.set_text(item_label);
+  txtName_.set_text(L"");
+  txtComment_.set_text(L"");
+  note_.reset();
+}
+
+void frmTechName::confirm() {
+  note_ = TechnicianNote{txtName_.typed_text(), txtComment_.typed_text()};
+  finish(true);
+}
+
+void frmTechName::layout() {
+  const Column column{kFormMargin, kTextWidth, widest({&lblName_, &lblComment_})};
+  Twips top = place_text(lblPrompt_, column, kFormMargin);
+  const Twips fields = txtName_.natural_size().height + txtComment_.natural_size().height;
+  const Twips below_item = fields + 4 * kFormGap + cmdOK_.natural_size().height + kFormMargin;
+  top = place_long_text(lblItem_, column, top,
+                        work_area().height - frame().height - top - below_item);
+  top = place_field(lblName_, txtName_, column, top);
+  top = place_field(lblComment_, txtComment_, column, top);
+  const Twips bottom = place_buttons({&cmdOK_, &cmdCancel_}, column, top + kFormGap);
+  resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
+}
+
+std::optional<TechnicianNote> ask_technician(const std::wstring& item_label) {
+  if (is_in_use<frmTechName>()) return std::nullopt;  // asked again from within the prompt
+  const FormUse<frmTechName> form;
+  form->prepare(item_label);
+  form->show_modal(nullptr);
+  return form->note();
+}
+
+}  // namespace pv

@@ -1,0 +1,37 @@
+#include "host/type_name.h"
+
+#include <new>
+
+#include "com/variant.h"
+
+namespace pv {
+namespace {
+
+std::wstring name_of(const Ref<ITypeInfo>& type) {
+  if (!type) return {};
+  BSTR name = nullptr;
+  const HRESULT named = type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
+  const Bstr owner = Bstr::adopt(name);
+  if (named == E_OUTOFMEMORY) throw std::bad_alloc();
+  return std::wstring(view_of(name));
+}
+
+// A dispatch interface is named after its class, with a mark or letter before it.
+std::wstring without_prefix(std::wstring name) {
+  const bool lettered = name.size() > 1 && name[0] == L'I' && IsCharUpperW(name[1]);
+  if (lettered || name.starts_with(L'_')) name.erase(0, 1);
+  return name;
+}
+
+}  // namespace
+
+std::wstring type_name_of(IDispatch* object) {
+  Ref<ITypeInfo> type;
+  if (const auto provider = query<IProvideClassInfo>(object)) {
+    if (SUCCEEDED(provider->GetClassInfo(type.receive())) && type) return name_of(type);
+  }
+  if (!object || FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.receive()))) return {};
+  return without_prefix(name_of(type));
+}
+
+}  // namespace pv

@@ -1,0 +1,191 @@
+#include "core/items/item_record.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace pv {
+namespace {
+
+TEST(ItemRecord, ReadsEightFieldsInOrder) {
+  const ItemRecord item = parse_item_record(L"A7|17|-1|1234|0|-1|0,5|4|");
+  EXPECT_EQ(item.key, L"A7");
+  EXPECT_EQ(item.item_id, 17);
+  EXPECT_TRUE(item.by_meaning);
+  EXPECT_EQ(item.access, 1234);
+  EXPECT_FALSE(item.historian);
+  EXPECT_TRUE(item.restore);
+  EXPECT_EQ(item.smart_wait, 0.5F);
+  EXPECT_EQ(item.length, 4);
+}
+
+TEST(ItemRecord, TakesMissingFieldsAsEmptyText) {
+  const ItemRecord item = parse_item_record(L"x|3");
+  EXPECT_EQ(item.key, L"x");
+  EXPECT_EQ(item.item_id, 3);
+  EXPECT_FALSE(item.by_meaning);
+  EXPECT_EQ(item.access, 0);
+  EXPECT_FALSE(item.historian);
+  EXPECT_FALSE(item.restore);
+  EXPECT_EQ(item.smart_wait, 0.0F);
+  EXPECT_EQ(item.length, 0);
+  EXPECT_EQ(parse_item_record(L"").key, L"");
+}
+
+TEST(ItemRecord, ConvertsTextsThatDoNotFitAsTheyStand) {
+  const ItemRecord item = parse_item_record(L"59|59|4|True|0|True|False|0|4|");
+  EXPECT_EQ(item.key, L"59");
+  EXPECT_EQ(item.item_id, 59);
+  EXPECT_TRUE(item.by_meaning);
+  EXPECT_EQ(item.access, 0);
+  EXPECT_FALSE(item.historian);
+  EXPECT_TRUE(item.restore);
+  EXPECT_EQ(item.smart_wait, 0.0F);
+  EXPECT_EQ(item.length, 0);
+}
+
+TEST(ItemRecord, ReadsNumbersOutOfRangeAsZero) {
+  const ItemRecord item = parse_item_record(L"k|40000|0|-32769|0|0|1e39|99999|");
+  EXPECT_EQ(item.item_id, 0);
+  EXPECT_EQ(item.access, 0);
+  EXPECT_EQ(item.smart_wait, 0.0F);
+  EXPECT_EQ(item.length, 0);
+  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1e999|").smart_wait, 0.0F);
+}
+
+TEST(ItemRecord, RoundsNumbersHalfToEven) {
+  EXPECT_EQ(parse_item_record(L"k|2,5").item_id, 2);
+  EXPECT_EQ(parse_item_record(L"k|3.5").item_id, 4);
+}
+
+TEST(ItemRecord, ReadsSmartWaitWithEitherSeparator) {
+  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1,25|").smart_wait, 1.25F);
+  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1.25|").smart_wait, 1.25F);
+}
+
+TEST(ItemRecord, WritesBooleansAsIntegersAndEndsEveryField) {
+  const ItemRecord item{.key = L"17",
+                        .item_id = -17,
+                        .by_meaning = true,
+                        .access = -32768,
+                        .historian = false,
+                        .restore = true,
+                        .smart_wait = 0.1F,
+                        .length = 4};
+  EXPECT_EQ(format_item_record(item, L','), L"17|-17|-1|-32768|0|-1|0,1|4|");
+  EXPECT_EQ(format_item_record(item, L'.'), L"17|-17|-1|-32768|0|-1|0.1|4|");
+  EXPECT_EQ(format_item_record({}, L'.'), L"|0|0|0|0|0|0|0|");
+}
+
+TEST(ItemRecord, ComesBackAsWritten) {
+  for (const wchar_t decimal : {L'.', L','}) {
+    for (const float wait : {0.0F, 0.5F, 0.1F, -3.25F, 1e10F, 1e-10F}) {
+      const ItemRecord item{L"Key", 5, true, 77, true, false, wait, 9};
+      const ItemRecord back = parse_item_record(format_item_record(item, decimal));
+      EXPECT_EQ(format_item_record(back, decimal), format_item_record(item, decimal));
+      EXPECT_EQ(back.smart_wait, wait);
+    }
+  }
+}
+
+TEST(ItemRecord, DoesNotEscapeTheSeparator) {
+  ItemRecord item;
+  item.key = L"a|9";
+  const ItemRecord back = parse_item_record(format_item_record(item, L'.'));
+  EXPECT_EQ(back.key, L"a");
+  EXPECT_EQ(back.item_id, 9);
+}
+
+TEST(VariableRecord, ReadsElevenFieldsInOrder) {
+  const VariableFields fields = parse_variable_record(L"1|Cap|Desc|2|3|4|5|123|L6|7|SYM|");
+  EXPECT_EQ(fields.present, kVariableFieldCount);
+  EXPECT_EQ(fields.record.key, L"1");
+  EXPECT_EQ(fields.record.caption, L"Cap");
+  EXPECT_EQ(fields.record.description, L"Desc");
+  EXPECT_EQ(fields.record.parent_variable, 2);
+  EXPECT_EQ(fields.record.dimension_id, 3);
+  EXPECT_EQ(fields.record.unit_id, 4);
+  EXPECT_EQ(fields.record.decimals, 5);
+  EXPECT_EQ(fields.record.list_id, L"L6");
+  EXPECT_EQ(fields.record.data_type, 7);
+  EXPECT_EQ(fields.record.symbol, L"SYM");
+}
+
+TEST(VariableRecord, CountsTheFieldBehindTheLastSeparator) {
+  EXPECT_EQ(parse_variable_record(L"").present, 1U);
+  EXPECT_EQ(parse_variable_record(L"a").present, 1U);
+  EXPECT_EQ(parse_variable_record(L"a|").present, 2U);
+  EXPECT_EQ(parse_variable_record(L"1|||0|3|6|2|0|0|").present, 10U);
+  EXPECT_EQ(parse_variable_record(L"1|||0|3|6|2|0|0||").present, 11U);
+  EXPECT_EQ(parse_variable_record(std::wstring(50, L'|')).present, 11U);
+}
+
+TEST(VariableRecord, ReplacesOnlyTheFieldsThatAreThere) {
+  const VariableRecord initial{L"k", L"c", L"d", 1, 2, 3, 4, L"5", 6, L"s"};
+  const VariableRecord some = parse_variable_record(L"K||D|9", initial).record;
+  EXPECT_EQ(format_variable_record(some), L"K||D|9|2|3|4||5|6|s|");
+  const VariableRecord all = parse_variable_record(L"||||||||||", initial).record;
+  EXPECT_EQ(format_variable_record(all), L"|||0|0|0|0|||0||");
+  const VariableRecord key_only = parse_variable_record(L"", initial).record;
+  EXPECT_EQ(format_variable_record(key_only), L"|c|d|1|2|3|4||5|6|s|");
+}
+
+TEST(VariableRecord, StopsAtEachFieldInTurn) {
+  const VariableRecord initial{L"k", L"c", L"d", 1, 2, 3, 4, L"5", 6, L"s"};
+  const std::wstring full = L"K|C|D|11|12|13|14|x|15|16|S";
+  const wchar_t* expected[] = {
+      L"K|c|d|1|2|3|4||5|6|s|",       L"K|C|d|1|2|3|4||5|6|s|",      L"K|C|D|1|2|3|4||5|6|s|",
+      L"K|C|D|11|2|3|4||5|6|s|",      L"K|C|D|11|12|3|4||5|6|s|",    L"K|C|D|11|12|13|4||5|6|s|",
+      L"K|C|D|11|12|13|14||5|6|s|",   L"K|C|D|11|12|13|14||5|6|s|",  L"K|C|D|11|12|13|14||15|6|s|",
+      L"K|C|D|11|12|13|14||15|16|s|", L"K|C|D|11|12|13|14||15|16|S|"};
+  std::size_t end = 0;
+  for (std::size_t count = 1; count <= kVariableFieldCount; ++count) {
+    end = full.find(L'|', end + (count > 1 ? 1 : 0));
+    const VariableFields fields = parse_variable_record(full.substr(0, end), initial);
+    EXPECT_EQ(fields.present, count);
+    EXPECT_EQ(format_variable_record(fields.record), expected[count - 1]);
+  }
+}
+
+TEST(VariableRecord, NeverWritesAValue) {
+  const VariableRecord record = parse_variable_record(L"1|c|d|0|3|6|2|987|0|4|s|").record;
+  EXPECT_EQ(format_variable_record(record), L"1|c|d|0|3|6|2||0|4|s|");
+}
+
+TEST(VariableRecord, ShiftsWhatFollowsASeparatorInACaption) {
+  const VariableRecord written{L"1", L"a|b", L"d", 7, 0, 0, 0, L"0", 4, L""};
+  const VariableRecord back = parse_variable_record(format_variable_record(written)).record;
+  EXPECT_EQ(back.caption, L"a");
+  EXPECT_EQ(back.description, L"b");
+  EXPECT_EQ(back.parent_variable, 0);
+  EXPECT_EQ(back.dimension_id, 7);
+}
+
+TEST(VariableRecord, KeepsTheListAsWritten) {
+  EXPECT_EQ(parse_variable_record(L"1|||0|0|0|0|| 3 kg |4|").record.list_id, L" 3 kg ");
+}
+
+TEST(BooleanOf, KnowsTheTwoWordsInAnyCase) {
+  for (const wchar_t* text : {L"True", L"true", L"TRUE", L"tRuE"}) EXPECT_TRUE(boolean_of(text));
+  for (const wchar_t* text : {L"False", L"FALSE", L"Tru", L"Truee", L"True ", L""}) {
+    EXPECT_FALSE(boolean_of(text));
+  }
+}
+
+TEST(BooleanOf, TakesNumbersOtherThanZeroAsTrue) {
+  for (const wchar_t* text : {L"-1", L"1", L"4", L"0.5", L"0,5", L" 1 ", L"1e-300"}) {
+    EXPECT_TRUE(boolean_of(text));
+  }
+  for (const wchar_t* text : {L"0", L"-0", L"0,0", L"0e5", L"1e-400"}) {
+    EXPECT_FALSE(boolean_of(text));
+  }
+}
+
+TEST(BooleanOf, TakesAnyOtherTextAsFalse) {
+  for (const wchar_t* text : {L"yes", L"1 kg", L"-", L"1e999", L"1|"}) {
+    EXPECT_FALSE(boolean_of(text));
+  }
+}
+
+}  // namespace
+}  // namespace pv
