@@ -5,14 +5,14 @@
 
 #include "apartment/shared_objects.h"
 #include "apartment/thread_state.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "core/text/string_ids.h"
 #include "platform/resources.h"
 
 namespace pv {
 
 std::wstring localized(int id) {
-  const auto language = fetch(shared_languages(), &_CLanguages::get_ActiveLanguageID);
+  const auto language = result_of(shared_languages(), &_CLanguages::get_ActiveLanguageID);
   const std::int16_t own = localized_id(id, static_cast<std::int16_t>(language));
   if (auto text = resource_text(static_cast<std::uint16_t>(own))) return *text;
   return resource_text(static_cast<std::uint16_t>(id)).value_or(L"?");

@@ -10,7 +10,7 @@ namespace pv {
 // A missing or failing application object must not swallow a message.
 std::wstring message_title() {
   std::wstring title = library_title();
-  attempt([&] { title = text_of(LateBound(thread_state().application).get(L"Title")); });
+  attempt([&] { title = to_text(LateBound(thread_state().application).get(L"Title")); });
   return title;
 }
 

@@ -32,7 +32,7 @@ struct ThreadState {
   Ref<_CFile> file;
   Ref<_CPasswords> passwords;
   std::vector<LanguageWatch*> language_watches;
-  std::vector<std::unique_ptr<ThreadBound>> keepsakes;
+  std::vector<std::unique_ptr<ThreadBound>> thread_objects;
 };
 
 ThreadState& thread_state();

@@ -11,47 +11,49 @@ namespace pv {
 /// for all other arguments, which are to be bound.
 const void* plain_argument(const VARIANT* source, const Parameter& parameter);
 
-/// One argument of a late-bound call on its way into a typed parameter and back. `source` may be
-/// null for an omitted argument.
+/// One argument of a late-bound call on its way into a typed parameter and back. The member gets
+/// either the caller's own value, where that has the parameter's type, or one that is made for the
+/// call; only the latter is owned here.
 class Argument {
  public:
   Argument() = default;
   Argument(const Argument&) = delete;
   Argument& operator=(const Argument&) = delete;
-  ~Argument();
+  ~Argument() = default;
 
-  /// Brings the source to the parameter's type.
+  /// Brings the source, null for an omitted argument, to the parameter's type. The source must
+  /// outlive this object.
   HRESULT bind(const VARIANT* source, const Parameter& parameter);
 
-  /// Makes room for a result of the parameter's type.
+  /// An empty value of the parameter's type, which the member fills.
   void bind_result(const Parameter& parameter);
 
   void push_to(CallWords& words) const;
   static std::size_t words_of(const Parameter& parameter);
 
-  /// After the call: a value that the member changed goes back to where the source came from.
+  /// After the call: a value that the member changed goes back to the variable that it came from.
   HRESULT write_back();
 
-  /// The result as the caller gets it; the caller owns it.
-  VARIANT take();
+  /// The result; the caller owns it.
+  VARIANT take() { return made_.detach(); }
 
  private:
   HRESULT bind_default();
-  HRESULT bind_by_reference(const VARIANT* origin);
+  HRESULT bind_by_reference(const VARIANT& source);
   HRESULT bind_by_value(const VARIANT& value);
-  HRESULT convert(const VARIANT& value);
-  HRESULT convert_object(const VARIANT& value);
-  HRESULT remember();
+  HRESULT make(const VARIANT& value);
+  HRESULT make_object(const VARIANT& value);
   bool changed() const;
-  void* payload();
-  const void* payload() const { return const_cast<Argument*>(this)->payload(); }
+
+  /// What the parameter points to, or holds, when it gets the value that was made for the call.
+  void* made_value() { return is_variant() ? static_cast<void*>(&made_) : &made_.lVal; }
+  bool is_variant() const { return parameter_->type == VT_VARIANT; }
 
   const Parameter* parameter_ = nullptr;
-  VARIANT value_{};                  // the typed value, or the VARIANT itself
-  Variant before_;                   // what the value was before the call, when it can go back
-  bool owned_ = false;               // value_ must be cleared
-  const VARIANT* origin_ = nullptr;  // where a changed value goes back to
-  void* direct_ = nullptr;  // the caller's own variable, when it has the right type already
+  Variant made_;                     // of the parameter's type
+  const void* passed_ = nullptr;     // the value that the member gets, or may change
+  const VARIANT* origin_ = nullptr;  // the variable that a changed value goes back to, if any
+  Variant before_;                   // what it held before the call
 };
 
 }  // namespace pv

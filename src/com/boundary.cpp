@@ -62,7 +62,7 @@ HRESULT report_failure(const wchar_t* class_name, const char* function,
 HRESULT report_error(const wchar_t* class_name, const char* function,
                      const automation_error& error) {
   return report(class_name, function, hresult_of(error.code()), [&] {
-    const std::wstring what = text_of(error.code());
+    const std::wstring what = error_text(error.code());
     return error.detail().empty() ? what : what + L" (" + error.detail() + L")";
   });
 }

@@ -2,8 +2,8 @@
 
 #include <vector>
 
+#include "com/call.h"
 #include "com/enumerator.h"
-#include "com/fetch.h"
 #include "com/index_key.h"
 #include "com/object.h"
 #include "core/list/keyed_list.h"
@@ -15,14 +15,15 @@ namespace pv {
 enum class Missing { kRaises, kIsNothing };
 
 /// The members that every collection class has, over a keyed list of its member objects.
-template <class Derived, class Interface, class Coclass, class Element, class ElementInterface,
-          Missing kMissing>
-class Collection : public Dual<Derived, Interface, Coclass> {
+template <class Derived, class Element, Missing kMissing>
+class Collection : public AutomationObject<Derived> {
+  using ElementInterface = typename InterfaceOf<Element>::type;
+
  public:
   using Members = KeyedList<Ref<Element>>;
 
   STDMETHODIMP get_Item(VARIANT index, ElementInterface** result) noexcept override {
-    return this->returning(result, [&] {
+    return this->method_with_result(result, [&] {
       if constexpr (kMissing == Missing::kRaises) {
         return at(index);
       } else {
@@ -33,10 +34,10 @@ class Collection : public Dual<Derived, Interface, Coclass> {
     });
   }
   STDMETHODIMP get_Count(long* result) noexcept override {
-    return this->returning(result, [&] { return list_.size(); });
+    return this->method_with_result(result, [&] { return list_.size(); });
   }
   STDMETHODIMP Remove(VARIANT index) noexcept override {
-    return this->doing([&] {
+    return this->method([&] {
       if constexpr (kMissing == Missing::kRaises) {
         remove(index);
       } else {
@@ -45,10 +46,10 @@ class Collection : public Dual<Derived, Interface, Coclass> {
     });
   }
   STDMETHODIMP Clear() noexcept override {
-    return this->doing([&] { list_.clear(); });
+    return this->method([&] { list_.clear(); });
   }
   STDMETHODIMP get_NewEnum(IUnknown** result) noexcept override {
-    return this->returning(result, [&] { return make_enumerator(snapshot()); });
+    return this->method_with_result(result, [&] { return make_enumerator(snapshot()); });
   }
 
   const Members& list() const { return list_; }
@@ -87,7 +88,7 @@ class Collection : public Dual<Derived, Interface, Coclass> {
 /// one by one: `add` does that.
 template <class Members, class Interface, class Add>
 void give_members(const Ref<Members>& members, const Ref<Interface>& target, Add&& add) {
-  if (const Ref<Members> own = Members::own(target.get())) {
+  if (const Ref<Members> own = Members::from_interface(target.get())) {
     std::swap(own->list(), members->list());
     return;
   }
@@ -106,6 +107,15 @@ void replace_member(KeyedList<Ref<Element>>& list, long position, const Ref<Elem
     if (error.code() == ErrorCode::kKeyInUse) list.remove(position);
     throw;
   }
+}
+
+/// Renames the member at `position`, which is replaced by a copy under the new name.
+template <class Element>
+void rename_member(KeyedList<Ref<Element>>& list, long position, std::wstring_view name) {
+  const auto copy = make<Element>();
+  list.at(position)->copy_to(copy.get());
+  copy->rename(name);
+  replace_member(list, position, copy, name);
 }
 
 }  // namespace pv

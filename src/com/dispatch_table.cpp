@@ -7,27 +7,15 @@
 #include "com/failure.h"
 #include "com/type_library.h"
 #include "com/variant.h"
+#include "core/text/ascii.h"
 
 namespace pv {
 namespace {
 
-constexpr std::size_t kNameSlots = 256;  // at most half full, so that probing stays short
-
-// Member names are ASCII; a name with any other character never matches.
-constexpr wchar_t folded(wchar_t c) {
-  return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-}
-
-std::uint32_t hash_of(std::wstring_view name) {
-  std::uint32_t hash = 2166136261u;
-  for (wchar_t c : name) hash = (hash ^ folded(c)) * 16777619u;
-  return hash;
-}
-
-bool same_name(std::wstring_view folded_name, std::wstring_view name) {
-  return std::equal(folded_name.begin(), folded_name.end(), name.begin(), name.end(),
-                    [](wchar_t a, wchar_t b) { return a == folded(b); });
-}
+// Member names are ASCII: any other character stays, so that it matches nothing.
+constexpr KeyCase kNameCase([](std::wstring& name) {
+  for (wchar_t& c : name) c = lower_ascii(c);
+});
 
 // Descriptions are lent by the type that they belong to.
 struct GiveBack {
@@ -90,7 +78,7 @@ ResolvedType resolve(ITypeInfo* info, const TYPEDESC& type);
 
 ResolvedType resolve_named(ITypeInfo* info, HREFTYPE reference) {
   Ref<ITypeInfo> named;
-  check(info->GetRefTypeInfo(reference, named.receive()));
+  check(info->GetRefTypeInfo(reference, named.put()));
   const Attributes attributes = attributes_of(named.get());
   ResolvedType resolved;
   switch (attributes->typekind) {
@@ -141,7 +129,7 @@ Parameter parameter_of(ITypeInfo* info, const ELEMDESC& element) {
     if (value.vt == VT_BSTR) {
       parameter.default_text = std::wstring(view_of(value.bstrVal));
     } else if (!parameter.is_interface()) {
-      parameter.default_value = converted(value, resolved.type);
+      parameter.default_value = to_type(value, resolved.type);
     }
   }
   return parameter;
@@ -152,13 +140,16 @@ Ref<ITypeInfo> vtable_view(Ref<ITypeInfo> info) {
   HREFTYPE reference = 0;
   if (FAILED(info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference))) return info;
   Ref<ITypeInfo> view;
-  check(info->GetRefTypeInfo(reference, view.receive()));
+  check(info->GetRefTypeInfo(reference, view.put()));
   return view;
 }
 
 }  // namespace
 
-DispatchTable::DispatchTable(REFIID iid) : names_(kNameSlots) {
+DispatchTable::Name::Name(std::wstring_view name, DISPID member)
+    : Keyed<Name>(name, kNameCase), id(member) {}
+
+DispatchTable::DispatchTable(REFIID iid) : index_(kNameCase) {
   const Ref<ITypeInfo> info = vtable_view(own_type_info(iid));
   const UINT count = attributes_of(info.get())->cFuncs;
   for (UINT i = 0; i < count; ++i) add_member(info.get(), *function_of(info.get(), i));
@@ -195,19 +186,15 @@ void DispatchTable::add_member(ITypeInfo* info, const FUNCDESC& function) {
 }
 
 void DispatchTable::add_name(std::wstring_view name, DISPID id) {
-  if (id_of(name) != DISPID_UNKNOWN) return;
-  std::size_t at = hash_of(name) % kNameSlots;
-  while (!names_[at].folded.empty()) at = (at + 1) % kNameSlots;
-  names_[at].id = id;
-  for (wchar_t c : name) names_[at].folded += folded(c);
+  index_.reserve(names_.size() + 1);
+  if (index_.find(name)) return;
+  names_.push_back(std::make_unique<Name>(name, id));
+  index_.link(names_.back().get());
 }
 
 DISPID DispatchTable::id_of(std::wstring_view name) const {
-  for (std::size_t at = hash_of(name) % kNameSlots; !names_[at].folded.empty();
-       at = (at + 1) % kNameSlots) {
-    if (same_name(names_[at].folded, name)) return names_[at].id;
-  }
-  return DISPID_UNKNOWN;
+  const Name* found = index_.find(name);
+  return found ? found->id : DISPID_UNKNOWN;
 }
 
 const DispatchTable::Kinds* DispatchTable::kinds_of(DISPID id) const {
@@ -218,13 +205,11 @@ const DispatchTable::Kinds* DispatchTable::kinds_of(DISPID id) const {
 DISPID DispatchTable::parameter_id(DISPID member, std::wstring_view name) const {
   const Kinds* kinds = kinds_of(member);
   if (!kinds) return DISPID_UNKNOWN;
-  std::wstring wanted;
-  for (wchar_t c : name) wanted += folded(c);
   for (std::int16_t index : *kinds) {
     if (index < 0) continue;
     const auto& parameters = members_[static_cast<std::size_t>(index)].parameters;
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-      if (same_name(wanted, parameters[i].name)) return static_cast<DISPID>(i);
+      if (same_ascii(parameters[i].name, name)) return static_cast<DISPID>(i);
     }
   }
   return DISPID_UNKNOWN;

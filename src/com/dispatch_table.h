@@ -2,12 +2,14 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "com/automation.h"
+#include "core/list/key_index.h"
 
 namespace pv {
 
@@ -54,9 +56,9 @@ class DispatchTable {
   static constexpr DISPID kLowestId = DISPID_NEWENUM;
   enum Kind { kCallable, kPut, kPutRef, kKinds };
   using Kinds = std::array<std::int16_t, kKinds>;  // index into members_, -1 for none
-  struct Name {
-    std::wstring folded;
-    DISPID id = DISPID_UNKNOWN;
+  struct Name : Keyed<Name> {
+    Name(std::wstring_view name, DISPID member);
+    DISPID id;
   };
 
   void add_member(ITypeInfo* info, const FUNCDESC& function);
@@ -65,7 +67,8 @@ class DispatchTable {
 
   std::vector<Member> members_;
   std::vector<Kinds> by_id_;  // indexed by id - kLowestId
-  std::vector<Name> names_;   // open hash table, its size a power of two
+  std::vector<std::unique_ptr<Name>> names_;
+  KeyIndex<Name> index_;  // of all names
 };
 
 }  // namespace pv

@@ -10,6 +10,12 @@
 
 namespace pv {
 
+/// A connected listener.
+struct Listener {
+  DWORD cookie;
+  Ref<IDispatch> sink;
+};
+
 /// The connection point of one event interface: keeps the listeners and calls them in order. A
 /// listener may connect or disconnect anyone while it is called: the list that is being called
 /// stays as it was.
@@ -29,7 +35,7 @@ class ConnectionPoint final : public IConnectionPoint {
   STDMETHODIMP Unadvise(DWORD cookie) override;
   STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
 
-  bool has_listeners() const { return !connections_->empty(); }
+  bool has_listeners() const { return !listeners_->empty(); }
 
   /// Calls every listener's event `id`. Arguments come in the order of the event's parameters and
   /// are left reversed; by-reference ones are changed in place. What a listener answers does not
@@ -37,24 +43,22 @@ class ConnectionPoint final : public IConnectionPoint {
   void fire(DISPID id, std::span<VARIANT> arguments = {});
 
  private:
-  struct Connection {
-    DWORD cookie;
-    Ref<IDispatch> sink;
-  };
-  using Connections = std::vector<Connection>;
+  using Listeners = std::vector<Listener>;
 
-  void replace(Connections connections);
+  void replace(Listeners listeners);
 
   IConnectionPointContainer& owner_;
   IID events_;
   // A list is never changed, only replaced: an event that is under way keeps the one it began with.
-  std::shared_ptr<const Connections> connections_ = std::make_shared<const Connections>();
+  std::shared_ptr<const Listeners> listeners_ = std::make_shared<const Listeners>();
   DWORD next_cookie_ = 1;
 };
 
-/// The automation base of a class that raises events.
-template <class Derived, class Interface, class Coclass, class Events, class Base>
+/// Adds events to an automation base: `EventSource<AutomationObject<CTxmEvents>>`.
+template <class Base>
 class EventSource : public Base, public IConnectionPointContainer {
+  using Events = typename Contract<typename Base::Class>::Events;
+
  public:
   static const IID* source_interface() { return &__uuidof(Events); }
 
@@ -82,7 +86,7 @@ class EventSource : public Base, public IConnectionPointContainer {
   template <class... A>
   void fire(DISPID id, A... arguments) {
     if (!events_.has_listeners()) return;
-    const Ref<IUnknown> alive(static_cast<Interface*>(this));
+    const Ref<IUnknown> alive(static_cast<typename Base::Interface*>(this));
     VARIANT given[sizeof...(A) + 1] = {arguments...};
     events_.fire(id, {given, sizeof...(A)});
   }
@@ -94,12 +98,11 @@ class EventSource : public Base, public IConnectionPointContainer {
 /// Enumerators that hosts may ask for.
 Ref<IEnumConnectionPoints> make_point_enumerator(const Ref<IConnectionPoint>& point);
 
-template <class Derived, class Interface, class Coclass, class Events, class Base>
-STDMETHODIMP EventSource<Derived, Interface, Coclass, Events, Base>::EnumConnectionPoints(
-    IEnumConnectionPoints** points) {
+template <class Base>
+STDMETHODIMP EventSource<Base>::EnumConnectionPoints(IEnumConnectionPoints** points) {
   if (!points) return E_POINTER;
   *points = nullptr;
-  return guarded(Derived::kClassName, "EnumConnectionPoints",
+  return guarded(Base::kName, "EnumConnectionPoints",
                  [&] { *points = make_point_enumerator(&events_).detach(); });
 }
 

@@ -7,13 +7,13 @@ void raise_failure(HRESULT result) {
     throw std::bad_alloc();
   }
   Ref<IErrorInfo> info;
-  GetErrorInfo(0, info.receive());
+  GetErrorInfo(0, info.put());
   throw com_failure(result, info);
 }
 
 Ref<IErrorInfo> make_error_info(const std::wstring& source, const std::wstring& description) {
   Ref<ICreateErrorInfo> creator;
-  if (FAILED(CreateErrorInfo(creator.receive()))) return {};
+  if (FAILED(CreateErrorInfo(creator.put()))) return {};
   creator->SetSource(const_cast<wchar_t*>(source.c_str()));
   creator->SetDescription(const_cast<wchar_t*>(description.c_str()));
   return query<IErrorInfo>(creator.get());

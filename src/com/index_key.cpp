@@ -27,7 +27,7 @@ IndexKey index_key_of(const VARIANT& value) {
     case VT_CY:
     case VT_DECIMAL:
     case VT_BOOL:
-      return long_of(plain);
+      return to_long(plain);
     case VT_NULL:
       throw automation_error(ErrorCode::kInvalidNull, L"index or key");
     default:
@@ -37,7 +37,7 @@ IndexKey index_key_of(const VARIANT& value) {
 
 std::wstring optional_text(const VARIANT& value) {
   const Variant plain = dereferenced(value);
-  return plain.vt == VT_EMPTY || is_missing(plain) ? std::wstring() : text_of(plain);
+  return plain.vt == VT_EMPTY || is_missing(plain) ? std::wstring() : to_text(plain);
 }
 
 }  // namespace pv

@@ -76,7 +76,7 @@ class Arguments {
 HRESULT fill_exception(HRESULT result, EXCEPINFO* exception) {
   if (!exception) return DISP_E_EXCEPTION;
   Ref<IErrorInfo> info;
-  GetErrorInfo(0, info.receive());
+  GetErrorInfo(0, info.put());
   *exception = EXCEPINFO{};
   exception->scode = result;
   if (info) {
@@ -144,7 +144,7 @@ HRESULT invoke_default_of_result(void* object, const Member& member, DISPPARAMS*
   const HRESULT got = call_member(object, member, none, &collection, exception, argument_error);
   if (FAILED(got)) return got;
   if (!collection.pdispVal) {
-    SetErrorInfo(0, make_error_info(library().name, text_of(ErrorCode::kObjectNotSet)).get());
+    SetErrorInfo(0, make_error_info(library().name, error_text(ErrorCode::kObjectNotSet)).get());
     return fill_exception(hresult_of(ErrorCode::kObjectNotSet), exception);
   }
   return collection.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,

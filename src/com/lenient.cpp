@@ -15,21 +15,23 @@ std::wstring lenient_number_text(const VARIANT& value, wchar_t decimal) {
         result = plain.boolVal ? L"-1" : L"0";
         break;
       case VT_R8:
-        result = normalized_number(general_text(plain.dblVal, L'.'), decimal);
+        result = lenient_number_text(format_number(plain.dblVal, L'.'), decimal);
         break;
       default:
-        result = normalized_number(text_of(plain), decimal);
+        result = lenient_number_text(to_text(plain), decimal);
         break;
     }
   });
   return result;
 }
 
-double number_of(const VARIANT& value) { return number_of(lenient_number_text(value, L'.')); }
+double lenient_number(const VARIANT& value) {
+  return lenient_number(lenient_number_text(value, L'.'));
+}
 
-bool boolean_or_false(const VARIANT& value) {
+bool lenient_boolean(const VARIANT& value) {
   bool result = false;
-  attempt([&] { result = boolean_of(dereferenced(value)); });
+  attempt([&] { result = to_bool(dereferenced(value)); });
   return result;
 }
 

@@ -14,15 +14,15 @@ namespace pv {
 std::wstring lenient_number_text(const VARIANT& value, wchar_t decimal);
 
 /// The number that the number text stands for.
-double number_of(const VARIANT& value);
+double lenient_number(const VARIANT& value);
 
 /// The tolerant integer conversion: rounded half to even, 0 when it does not fit.
 template <class Int>
-Int integer_of(const VARIANT& value) {
-  return integer_or_zero<Int>(number_of(value));
+Int lenient_integer(const VARIANT& value) {
+  return lenient_integer<Int>(lenient_number(value));
 }
 
 /// The tolerant Boolean conversion: False when the platform's conversion fails.
-bool boolean_or_false(const VARIANT& value);
+bool lenient_boolean(const VARIANT& value);
 
 }  // namespace pv

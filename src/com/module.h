@@ -18,6 +18,10 @@ struct ClassEntry {
   HRESULT (*create)(REFIID iid, void** object);
 };
 
+/// The entry of a class of the library, which the class's own source file instantiates.
+template <class Class>
+ClassEntry class_entry();
+
 /// What this layer has to know of the library that it serves.
 struct Library {
   const wchar_t* name;  // of the type library, first part of each ProgID: "pvItems32"
@@ -51,7 +55,7 @@ Ref<I> create_class(REFCLSID clsid) {
   for (const ClassEntry& entry : library().classes) {
     if (*entry.clsid != clsid) continue;
     // What a class needs to come into being is memory.
-    if (FAILED(entry.create(__uuidof(I), reinterpret_cast<void**>(object.receive())))) {
+    if (FAILED(entry.create(__uuidof(I), reinterpret_cast<void**>(object.put())))) {
       throw std::bad_alloc();
     }
   }

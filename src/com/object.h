@@ -1,5 +1,23 @@
 #pragma once
 
+// The base of automation classes. A complete class, published in the contract as `coclass CGauge
+// { [default] interface _CGauge; }` with a property Caption and a method Double:
+//
+//   AUTOMATION_CLASS(CGauge)
+//
+//   class CGauge final : public AutomationObject<CGauge> {
+//    public:
+//     STORED(Caption, BSTR, caption_)
+//     STDMETHODIMP Double(long value, long* result) noexcept override {
+//       return method_with_result(result, [&] { return 2 * value; });
+//     }
+//
+//    private:
+//     std::wstring caption_;
+//   };
+//
+// and in its source file: template ClassEntry class_entry<CGauge>();
+
 #include <source_location>
 #include <utility>
 
@@ -13,30 +31,50 @@
 
 namespace pv {
 
+/// What the type library says of a class. AUTOMATION_CLASS defines it:
+///   Interface  its default interface, `_CItems`, which the IDL compiler declares
+///   Coclass    the name that stands for its CLSID, `::CItems`
+///   Events     the interface of its events, `__CItems`, if it has any
+///   kName      "CItems": the ProgID without the name of the library
+template <class Class>
+struct Contract;
+
+/// The interface through which the members of a collection are handed out: that of our own class,
+/// or an interface itself.
+template <class T>
+struct InterfaceOf {
+  using type = T;
+};
+template <class T>
+requires requires { typename Contract<T>::Interface; }
+struct InterfaceOf<T> {
+  using type = typename Contract<T>::Interface;
+};
+
 /// The automation base of every class: reference counting, dispatch over our own type library,
 /// error and class information.
-/// `Derived` names itself by `static constexpr const wchar_t* kClassName`; `Coclass` is the class
-/// of the type library, `Interface` its default interface.
-template <class Derived, class Interface, class Coclass>
-class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInfo2 {
+template <class Derived>
+class AutomationObject : public Contract<Derived>::Interface,
+                         public ISupportErrorInfo,
+                         public IProvideClassInfo2 {
  public:
-  using DefaultInterface = Interface;
+  using Class = Derived;
+  using Interface = typename Contract<Derived>::Interface;
+  using Coclass = typename Contract<Derived>::Coclass;
+  static constexpr const wchar_t* kName = Contract<Derived>::kName;
 
   static HRESULT create(REFIID iid, void** object) {
-    return guarded(Derived::kClassName, "create", [&] {
+    return guarded(kName, "create", [&] {
       const Ref<Derived> created = make<Derived>();
       check(created->QueryInterface(iid, object));
     });
   }
-  static constexpr ClassEntry entry() {
-    return {&__uuidof(Coclass), Derived::kClassName, &Dual::create};
-  }
   /// The object behind an interface when it is one of this class of ours, else none: only these
   /// answer to the id of the class.
-  static Ref<Derived> own(IUnknown* object) {
+  static Ref<Derived> from_interface(IUnknown* object) {
     void* found = nullptr;
     if (!object || FAILED(object->QueryInterface(__uuidof(Coclass), &found))) return {};
-    return Ref<Derived>::adopt(static_cast<Derived*>(static_cast<Interface*>(found)));
+    return Ref<Derived>::attach(static_cast<Derived*>(static_cast<Interface*>(found)));
   }
 
   // IUnknown
@@ -62,7 +100,7 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
     if (!info) return E_POINTER;
     *info = nullptr;
     if (index != 0) return DISP_E_BADINDEX;
-    return guarded(Derived::kClassName, "GetTypeInfo",
+    return guarded(kName, "GetTypeInfo",
                    [&] { *info = own_type_info(__uuidof(Interface)).detach(); });
   }
   STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
@@ -88,7 +126,7 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
   STDMETHODIMP GetClassInfo(ITypeInfo** info) override {
     if (!info) return E_POINTER;
     *info = nullptr;
-    return guarded(Derived::kClassName, "GetClassInfo",
+    return guarded(kName, "GetClassInfo",
                    [&] { *info = own_type_info(__uuidof(Coclass)).detach(); });
   }
   STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override {
@@ -101,8 +139,8 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
     return S_OK;
   }
 
-  Dual(const Dual&) = delete;
-  Dual& operator=(const Dual&) = delete;
+  AutomationObject(const AutomationObject&) = delete;
+  AutomationObject& operator=(const AutomationObject&) = delete;
 
   // Classes with events name their source interface.
   static const IID* source_interface() { return nullptr; }
@@ -110,8 +148,8 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
  protected:
   using Location = std::source_location;
 
-  Dual() { add_living_object(); }
-  ~Dual() { remove_living_object(); }
+  AutomationObject() { add_living_object(); }
+  ~AutomationObject() { remove_living_object(); }
 
   void* find_interface(REFIID iid) {
     if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface) ||
@@ -127,16 +165,17 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
 
   /// The body of a method without result.
   template <class Body>
-  HRESULT doing(Body&& body, const Location& where = Location::current()) noexcept {
-    return guarded(Derived::kClassName, where.function_name(), std::forward<Body>(body));
+  HRESULT method(Body&& body, const Location& where = Location::current()) noexcept {
+    return guarded(kName, where.function_name(), std::forward<Body>(body));
   }
 
   /// The body of a method whose result goes to `out`: cleared first, set when all worked.
   template <class Out, class Body>
-  HRESULT returning(Out* out, Body&& body, const Location& where = Location::current()) noexcept {
-    if (!out) return report_null_pointer(Derived::kClassName, where.function_name());
-    clear_out(out);
-    return doing([&] { set_out(out, body()); }, where);
+  HRESULT method_with_result(Out* out, Body&& body,
+                             const Location& where = Location::current()) noexcept {
+    if (!out) return report_null_pointer(kName, where.function_name());
+    clear_result(out);
+    return method([&] { set_result(out, body()); }, where);
   }
 
  private:
@@ -154,27 +193,56 @@ class Dual : public Interface, public ISupportErrorInfo, public IProvideClassInf
   ReferenceCount references_;
 };
 
+/// How the class factory makes a class. One line in the class's .cpp makes it creatable:
+/// `template ClassEntry class_entry<CItems>();`
+template <class Class>
+ClassEntry class_entry() {
+  return {&__uuidof(typename Contract<Class>::Coclass), Contract<Class>::kName, &Class::create};
+}
+
 }  // namespace pv
 
 // NOLINTBEGIN(bugprone-macro-parentheses): types take no parentheses.
 
+/// Declares a class of the contract, before its definition. The IDL compiler's header calls the
+/// default interface `_Name`, the events `__Name`, and the CLSID `::Name`, in the global namespace.
+#define AUTOMATION_CLASS(Name)                         \
+  class Name;                                          \
+  template <>                                          \
+  struct Contract<Name> {                              \
+    using Interface = _##Name;                         \
+    using Coclass = ::Name;                            \
+    static constexpr const wchar_t* kName = L## #Name; \
+  };
+
+/// The same for a class that raises events.
+#define AUTOMATION_CLASS_WITH_EVENTS(Name)             \
+  class Name;                                          \
+  template <>                                          \
+  struct Contract<Name> {                              \
+    using Interface = _##Name;                         \
+    using Coclass = ::Name;                            \
+    using Events = __##Name;                           \
+    static constexpr const wchar_t* kName = L## #Name; \
+  };
+
 /// A property that is only stored: the published name, the published type, the field.
-#define STORED(Name, Type, field)                               \
-  STDMETHODIMP get_##Name(Type* value) noexcept override {      \
-    return this->returning(                                     \
-        value, [&]() -> const auto& { return field; });         \
-  }                                                             \
-  STDMETHODIMP put_##Name(Type value) noexcept override {       \
-    return this->doing([&] { ::pv::set_field(field, value); }); \
+#define STORED(Name, Type, field)                                \
+  STDMETHODIMP get_##Name(Type* value) noexcept override {       \
+    return this->method_with_result(                             \
+        value, [&]() -> const auto& { return field; });          \
+  }                                                              \
+  STDMETHODIMP put_##Name(Type value) noexcept override {        \
+    return this->method([&] { ::pv::set_field(field, value); }); \
   }
 
 /// The same for an object property, set by reference.
 #define STORED_OBJECT(Name, Interface, field)                      \
   STDMETHODIMP get_##Name(Interface** value) noexcept override {   \
-    return this->returning(value, [&] { return field; });          \
+    return this->method_with_result(value, [&] { return field; }); \
   }                                                                \
   STDMETHODIMP putref_##Name(Interface* value) noexcept override { \
-    return this->doing([&] { ::pv::set_field(field, value); });    \
+    return this->method([&] { ::pv::set_field(field, value); });   \
   }
 
 // NOLINTEND(bugprone-macro-parentheses)

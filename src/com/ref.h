@@ -40,7 +40,7 @@ class Ref {
   /// Gives the reference away.
   [[nodiscard]] T* detach() { return std::exchange(object_, nullptr); }
   /// Takes over a reference that the caller owns.
-  static Ref adopt(T* object) {
+  static Ref attach(T* object) {
     Ref ref;
     ref.object_ = object;
     return ref;
@@ -48,7 +48,7 @@ class Ref {
   /// For functions that may replace the object; what is held then belongs to this Ref as before.
   T** in_out() { return &object_; }
   /// For functions that return an object through a pointer; releases what is held.
-  T** receive() {
+  T** put() {
     reset();
     return &object_;
   }
@@ -61,7 +61,7 @@ class Ref {
 template <class I>
 Ref<I> query(IUnknown* object) {
   Ref<I> result;
-  if (object) object->QueryInterface(__uuidof(I), reinterpret_cast<void**>(result.receive()));
+  if (object) object->QueryInterface(__uuidof(I), reinterpret_cast<void**>(result.put()));
   return result;
 }
 

@@ -10,26 +10,26 @@
 namespace pv {
 
 template <class T>
-requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void clear_out(T* out) { *out = T{}; }
+requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void clear_result(T* out) { *out = T{}; }
 template <class I>
 requires std::is_base_of_v<IUnknown, I>
-void clear_out(I** out) { *out = nullptr; }
-inline void clear_out(BSTR* out) { *out = nullptr; }
-inline void clear_out(VARIANT* out) { VariantInit(out); }
+void clear_result(I** out) { *out = nullptr; }
+inline void clear_result(BSTR* out) { *out = nullptr; }
+inline void clear_result(VARIANT* out) { VariantInit(out); }
 
 template <class T, class V>
-requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void set_out(T* out, V value) {
+requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void set_result(T* out, V value) {
   if constexpr (std::is_same_v<V, bool>) {
     *out = value ? VARIANT_TRUE : VARIANT_FALSE;
   } else {
     *out = static_cast<T>(value);
   }
 }
-inline void set_out(BSTR* out, std::wstring_view value) { *out = Bstr(value).detach(); }
-inline void set_out(BSTR* out, Bstr value) { *out = value.detach(); }
-inline void set_out(VARIANT* out, Variant value) { *out = value.detach(); }
+inline void set_result(BSTR* out, std::wstring_view value) { *out = Bstr(value).detach(); }
+inline void set_result(BSTR* out, Bstr value) { *out = value.detach(); }
+inline void set_result(VARIANT* out, Variant value) { *out = value.detach(); }
 template <class I, class T>
-void set_out(I** out, Ref<T> value) {
+void set_result(I** out, Ref<T> value) {
   *out = value.detach();
 }
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "com/fetch.h"
+#include "com/call.h"
 
 namespace pv {
 
@@ -22,7 +22,7 @@ template <class I>
 void put_together(I* object, std::initializer_list<TextProperty<I>> properties) {
   std::vector<Bstr> former, wanted;
   for (const TextProperty<I>& property : properties) {
-    former.push_back(fetch_text(object, property.get));
+    former.push_back(text_result_of(object, property.get));
     wanted.emplace_back(property.text);
   }
   const TextProperty<I>* const all = properties.begin();

@@ -78,7 +78,7 @@ HRESULT store_typed(const VARIANT& reference, const VARIANT& value) {
   return result;
 }
 
-Variant converted(const VARIANT& value, VARTYPE type) {
+Variant to_type(const VARIANT& value, VARTYPE type) {
   Variant result;
   const HRESULT hr =
       VariantChangeType(&result, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, type);
@@ -90,28 +90,28 @@ Variant converted(const VARIANT& value, VARTYPE type) {
   throw automation_error(ErrorCode::kTypeMismatch);
 }
 
-std::wstring text_of(const VARIANT& value) {
+std::wstring to_text(const VARIANT& value) {
   if (value.vt == VT_BSTR) return std::wstring(view_of(value.bstrVal));
-  if (value.vt == VT_I2) return integer_text(value.iVal);
-  if (value.vt == VT_I4) return integer_text(value.lVal);
-  return std::wstring(view_of(converted(value, VT_BSTR).bstrVal));
+  if (value.vt == VT_I2) return format_integer(value.iVal);
+  if (value.vt == VT_I4) return format_integer(value.lVal);
+  return std::wstring(view_of(to_type(value, VT_BSTR).bstrVal));
 }
 
-bool boolean_of(const VARIANT& value) { return converted(value, VT_BOOL).boolVal != VARIANT_FALSE; }
+bool to_bool(const VARIANT& value) { return to_type(value, VT_BOOL).boolVal != VARIANT_FALSE; }
 
-double double_of(const VARIANT& value) {
+double to_double(const VARIANT& value) {
   if (value.vt == VT_R8) return value.dblVal;
   if (value.vt == VT_I2) return value.iVal;
   if (value.vt == VT_I4) return value.lVal;
-  return converted(value, VT_R8).dblVal;
+  return to_type(value, VT_R8).dblVal;
 }
 
-short short_of(const VARIANT& value) {
-  return value.vt == VT_I2 ? value.iVal : converted(value, VT_I2).iVal;
+short to_short(const VARIANT& value) {
+  return value.vt == VT_I2 ? value.iVal : to_type(value, VT_I2).iVal;
 }
 
-long long_of(const VARIANT& value) {
-  return value.vt == VT_I4 ? value.lVal : converted(value, VT_I4).lVal;
+long to_long(const VARIANT& value) {
+  return value.vt == VT_I4 ? value.lVal : to_type(value, VT_I4).lVal;
 }
 
 bool is_nothing(const VARIANT& value) {
@@ -119,7 +119,7 @@ bool is_nothing(const VARIANT& value) {
   return is_object ? !value.punkVal : value.vt == VT_EMPTY || value.vt == VT_NULL;
 }
 
-Ref<IDispatch> object_of(const VARIANT& value) {
+Ref<IDispatch> to_object(const VARIANT& value) {
   const Variant plain = dereferenced(value);
   if (plain.vt == VT_NULL) throw automation_error(ErrorCode::kObjectNotSet);
   if (plain.vt != VT_DISPATCH && plain.vt != VT_UNKNOWN) {

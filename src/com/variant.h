@@ -13,7 +13,7 @@ class Bstr {
  public:
   explicit Bstr(std::wstring_view text);
   /// Takes over a text that the platform or another object gave away.
-  static Bstr adopt(BSTR text) { return Bstr(text, Adopted()); }
+  static Bstr attach(BSTR text) { return Bstr(text, Attached()); }
   Bstr(const Bstr&) = delete;
   Bstr& operator=(const Bstr&) = delete;
   Bstr(Bstr&& other) noexcept : text_(other.detach()) {}
@@ -23,8 +23,8 @@ class Bstr {
   [[nodiscard]] BSTR detach() { return std::exchange(text_, nullptr); }
 
  private:
-  struct Adopted {};
-  Bstr(BSTR text, Adopted) : text_(text) {}
+  struct Attached {};
+  Bstr(BSTR text, Attached) : text_(text) {}
 
   BSTR text_;
 };
@@ -148,18 +148,18 @@ HRESULT store_typed(const VARIANT& reference, const VARIANT& value);
 
 /// Conversions of the platform, in the user's locale. Errors: kTypeMismatch, kOverflow,
 /// kInvalidNull.
-Variant converted(const VARIANT& value, VARTYPE type);
-std::wstring text_of(const VARIANT& value);
-bool boolean_of(const VARIANT& value);
-double double_of(const VARIANT& value);
-short short_of(const VARIANT& value);
-long long_of(const VARIANT& value);
+Variant to_type(const VARIANT& value, VARTYPE type);
+std::wstring to_text(const VARIANT& value);
+bool to_bool(const VARIANT& value);
+double to_double(const VARIANT& value);
+short to_short(const VARIANT& value);
+long to_long(const VARIANT& value);
 
 /// Whether a value stands for no object: Nothing, or what script languages have in its place.
 bool is_nothing(const VARIANT& value);
 
 /// The object in a value; errors: kObjectNotSet for Nothing and Null, kTypeMismatch for anything
 /// else.
-Ref<IDispatch> object_of(const VARIANT& value);
+Ref<IDispatch> to_object(const VARIANT& value);
 
 }  // namespace pv

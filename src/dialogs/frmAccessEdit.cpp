@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "com/fetch.h"
+#include "com/call.h"
 #include "core/access/access_word.h"
 #include "core/text/number_text.h"
 #include "dialogs/access_editor.h"
@@ -54,17 +54,20 @@ bool frmAccessEdit::prepare(_CTxm* txm, _CItem* item) {
   txm_ = txm;
   item_ = item;
   bool complete = attempt([&] {
-    fraMisc_.set_text(fetch(txm_, &_CTxm::get_TxmTypeName) + L": " +
-                      integer_text(fetch(item_, &_CItem::get_ItemID)) + L" - " +
-                      fetch(item_, &_CItem::get_Caption, short{1}));
+    fraMisc_.set_text(result_of(txm_, &_CTxm::get_TxmTypeName) + L": " +
+                      format_integer(result_of(item_, &_CItem::get_ItemID)) + L" - " +
+                      result_of(item_, &_CItem::get_Caption, short{1}));
   });
-  complete &= attempt([&] { select_level(cmbReadPW_, fetch(txm_, &_CTxm::GetReadPWLevel, item)); });
   complete &=
-      attempt([&] { select_level(cmbWritePW_, fetch(txm_, &_CTxm::GetWritePWLevel, item)); });
-  complete &= attempt(
-      [&] { chkPWUpdate_.set_checked(fetch(txm_, &_CTxm::IsUpdatePW, item) != VARIANT_FALSE); });
-  complete &= attempt(
-      [&] { chkPWMask_.set_checked(fetch(txm_, &_CTxm::IsPasswordMask, item) != VARIANT_FALSE); });
+      attempt([&] { select_level(cmbReadPW_, result_of(txm_, &_CTxm::GetReadPWLevel, item)); });
+  complete &=
+      attempt([&] { select_level(cmbWritePW_, result_of(txm_, &_CTxm::GetWritePWLevel, item)); });
+  complete &= attempt([&] {
+    chkPWUpdate_.set_checked(result_of(txm_, &_CTxm::IsUpdatePW, item) != VARIANT_FALSE);
+  });
+  complete &= attempt([&] {
+    chkPWMask_.set_checked(result_of(txm_, &_CTxm::IsPasswordMask, item) != VARIANT_FALSE);
+  });
   return complete;
 }
 

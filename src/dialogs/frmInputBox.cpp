@@ -20,13 +20,13 @@ constexpr Twips kLongestUnit = 2400;  // longer ones break
 std::optional<SYSTEMTIME> read_moment(const Variant& value) {
   SYSTEMTIME moment{};
   bool read = false;
-  attempt([&] { read = VariantTimeToSystemTime(converted(value, VT_DATE).date, &moment); });
+  attempt([&] { read = VariantTimeToSystemTime(to_type(value, VT_DATE).date, &moment); });
   return read ? std::optional(moment) : std::nullopt;
 }
 
 // Some locales end a date with a full stop, which the platform writes but does not always read.
 Variant without_third_stop(const Variant& value) {
-  std::wstring text = text_of(value);
+  std::wstring text = to_text(value);
   int stops = 0;
   for (wchar_t& c : text)
     if (c == L'.' && ++stops == 3) c = L' ';
@@ -71,7 +71,7 @@ void frmInputBox::prepare(const InputRequest& request) {
   lblUnit_.set_text(request.unit);
   txtInput_.set_visible(asks_text);
   txtInput_.set_mask(request.kind == InputKind::kMasked ? kMask : L'\0');
-  txtInput_.set_text(asks_text ? text_of(request.initial) : std::wstring());
+  txtInput_.set_text(asks_text ? to_text(request.initial) : std::wstring());
   for (DateTimePicker* picker : {&dtDate_, &dtTime_}) {
     picker->set_visible(!asks_text);
     picker->set_value(moment_of(asks_text ? Variant() : request.initial));

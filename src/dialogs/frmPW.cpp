@@ -4,7 +4,7 @@
 
 #include "apartment/message_title.h"
 #include "apartment/shared_objects.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "dialogs/kit/form_layout.h"
 #include "dialogs/kit/thread_form.h"
 #include "dialogs/message_box.h"
@@ -49,7 +49,7 @@ frmPW::frmPW()
 }
 
 Ref<_CPassword> frmPW::password() const {
-  return fetch(passwords_, &_CPasswords::get_Item, index_);
+  return result_of(passwords_, &_CPasswords::get_Item, index_);
 }
 
 bool frmPW::prepare(_CPasswords* passwords, const VARIANT& index) {
@@ -58,9 +58,9 @@ bool frmPW::prepare(_CPasswords* passwords, const VARIANT& index) {
     index_ = index;
     txtPW1_.set_text(L"");
     txtPW2_.set_text(L"");
-    const bool is_open = fetch(password(), &_CPassword::Status) != VARIANT_FALSE;
+    const bool is_open = result_of(password(), &_CPassword::Status) != VARIANT_FALSE;
     // A password can be changed only while it is open.
-    txtPW0_.set_text(is_open ? fetch(password(), &_CPassword::get_Reference) : std::wstring());
+    txtPW0_.set_text(is_open ? result_of(password(), &_CPassword::get_Reference) : std::wstring());
     cmdModify_.set_enabled(is_open);
     tries_left_ = kTries;
     show_mask(true);
@@ -110,10 +110,10 @@ void frmPW::confirm_entry() {
   const std::wstring entered = txtPW0_.typed_text();
   call(password(), &_CPassword::put_Current, Bstr(entered));
   if (entered.empty()) {
-    fetch(passwords_, &_CPasswords::RaiseOnPasswordReset, short_of(index_));
+    result_of(passwords_, &_CPasswords::RaiseOnPasswordReset, to_short(index_));
     finish(true);
-  } else if (fetch(password(), &_CPassword::Status) != VARIANT_FALSE) {
-    fetch(passwords_, &_CPasswords::RaiseOnPasswordSet, short_of(index_));
+  } else if (result_of(password(), &_CPassword::Status) != VARIANT_FALSE) {
+    result_of(passwords_, &_CPasswords::RaiseOnPasswordSet, to_short(index_));
     finish(true);
   } else {
     refuse_entry();

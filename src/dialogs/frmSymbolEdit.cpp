@@ -30,13 +30,13 @@ EditorSettings stored_settings() {
   const std::wstring text = read_profile(thread_state().ini_file, kSection, kSettingsKey, L"0|15");
   const auto bar = text.find(L'|');
   const std::wstring second = bar == std::wstring::npos ? L"" : text.substr(bar + 1);
-  return {integer_of<long>(text.substr(0, bar)), integer_of<long>(second)};
+  return {lenient_integer<long>(text.substr(0, bar)), lenient_integer<long>(second)};
 }
 
 void store_settings(const EditorSettings& settings) {
   if (!can_remember()) return;
   write_profile(thread_state().ini_file, kSection, kSettingsKey,
-                integer_text(settings.first) + L"|" + integer_text(settings.second));
+                format_integer(settings.first) + L"|" + format_integer(settings.second));
 }
 
 }  // namespace

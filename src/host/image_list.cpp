@@ -7,8 +7,8 @@ namespace pv {
 namespace {
 
 bool has_key(const Variant& image, const std::wstring& key) {
-  const LateBound object(object_of(image));
-  return key_case().same(text_of(object.get(L"Key")), key);
+  const LateBound object(to_object(image));
+  return key_case().same(to_text(object.get(L"Key")), key);
 }
 
 // Called like a method: script objects answer to nothing else. Controls, whose Item is a property,
@@ -30,7 +30,7 @@ bool finds(const LateBound& images, const std::wstring& key) {
 bool lists(const LateBound& images, const std::wstring& key) {
   bool found = false;
   attempt([&] {
-    const long count = long_of(images.get(L"Count"));
+    const long count = to_long(images.get(L"Count"));
     for (long i = 1; i <= count && !found; ++i) found = has_key(image_at(images, value(i)), key);
   });
   return found;

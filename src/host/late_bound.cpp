@@ -40,7 +40,7 @@ class CallArguments {
     for (std::size_t i = 0; i < values_.size(); ++i) {
       const VARTYPE type = given_[i].vt;
       if (type & VT_BYREF) {
-        hand_over(converted(values_[i], static_cast<VARTYPE>(type & ~VT_BYREF)), given_[i]);
+        hand_over(to_type(values_[i], static_cast<VARTYPE>(type & ~VT_BYREF)), given_[i]);
       }
     }
   }
@@ -95,9 +95,9 @@ thread_local int NestedCall::depth_ = 0;
 
 [[noreturn]] void raise(EXCEPINFO& exception) {
   if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
-  const Bstr help_file = Bstr::adopt(exception.bstrHelpFile);
-  const Bstr given_source = Bstr::adopt(exception.bstrSource);
-  const Bstr given_description = Bstr::adopt(exception.bstrDescription);
+  const Bstr help_file = Bstr::attach(exception.bstrHelpFile);
+  const Bstr given_source = Bstr::attach(exception.bstrSource);
+  const Bstr given_description = Bstr::attach(exception.bstrDescription);
   const std::wstring source(view_of(given_source));
   const std::wstring description(view_of(given_description));
   const HRESULT code =
@@ -220,7 +220,7 @@ Variant LateBound::call(std::wstring_view method, std::initializer_list<VARIANT>
 
 LateBound LateBound::get_object(std::wstring_view property) const {
   const Variant value = get(property);
-  return is_nothing(value) ? LateBound() : LateBound(object_of(value));
+  return is_nothing(value) ? LateBound() : LateBound(to_object(value));
 }
 
 VARIANT ref(short& value) { return reference_to(VT_I2, &value); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/errors/automation_error.h"
 #include "host/late_bound.h"
 
 namespace pv {
@@ -27,7 +28,7 @@ class ObjectArgument {
     if (passed_ && !replacement) {
       throw automation_error(ErrorCode::kTypeMismatch, L"an object of another class came back");
     }
-    const Ref<I> former = Ref<I>::adopt(*object_);
+    const Ref<I> former = Ref<I>::attach(*object_);
     *object_ = replacement.detach();
   }
 

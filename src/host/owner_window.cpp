@@ -6,7 +6,7 @@ namespace pv {
 
 HWND owner_window(IDispatch* form) {
   if (!form) return nullptr;
-  const long handle = long_of(LateBound(Ref<IDispatch>(form)).get(L"hWnd"));
+  const long handle = to_long(LateBound(Ref<IDispatch>(form)).get(L"hWnd"));
   return reinterpret_cast<HWND>(handle);
 }
 

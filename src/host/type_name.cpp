@@ -11,7 +11,7 @@ std::wstring name_of(const Ref<ITypeInfo>& type) {
   if (!type) return {};
   BSTR name = nullptr;
   const HRESULT named = type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
-  const Bstr owner = Bstr::adopt(name);
+  const Bstr owner = Bstr::attach(name);
   if (named == E_OUTOFMEMORY) throw std::bad_alloc();
   return std::wstring(view_of(name));
 }
@@ -28,9 +28,9 @@ std::wstring without_prefix(std::wstring name) {
 std::wstring type_name_of(IDispatch* object) {
   Ref<ITypeInfo> type;
   if (const auto provider = query<IProvideClassInfo>(object)) {
-    if (SUCCEEDED(provider->GetClassInfo(type.receive())) && type) return name_of(type);
+    if (SUCCEEDED(provider->GetClassInfo(type.put())) && type) return name_of(type);
   }
-  if (!object || FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.receive()))) return {};
+  if (!object || FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.put()))) return {};
   return without_prefix(name_of(type));
 }
 

@@ -21,20 +21,20 @@ void put_bound(const LateBound& form, std::wstring_view property, double bound) 
 // As the form gives it: only numbers in single precision have seven digits.
 std::wstring bound_text(const LateBound& form, std::wstring_view property) {
   const Variant bound = form.get(property);
-  return bound.vt == VT_R4 ? number_text(bound.fltVal) : number_text(double_of(bound));
+  return bound.vt == VT_R4 ? format_number(bound.fltVal) : format_number(to_double(bound));
 }
 
 }  // namespace
 
 bool save_placement(const LateBound& form, const PlacementSlot& slot) {
-  const short state = short_of(form.get(L"WindowState"));
+  const short state = to_short(form.get(L"WindowState"));
   if (state == kMinimized || state == kMaximized) form.put(L"WindowState", Variant(kNormal));
   const std::wstring left = bound_text(form, L"Left");
   const std::wstring top = bound_text(form, L"Top");
   const std::wstring width = bound_text(form, L"Width");
   const std::wstring height = bound_text(form, L"Height");
   return write_profile(slot.file, slot.section, slot.key,
-                       placement_record({left, top, width, height}, state));
+                       format_placement({left, top, width, height}, state));
 }
 
 bool store_placement(const WindowPlacement& placement, const PlacementSlot& slot) {
@@ -52,7 +52,7 @@ std::optional<WindowPlacement> stored_placement(const PlacementSlot& slot) {
 bool restore_placement(const LateBound& form, const PlacementSlot& slot) {
   const auto placement = stored_placement(slot);
   if (!placement) return false;
-  const short border = short_of(form.get(L"BorderStyle"));
+  const short border = to_short(form.get(L"BorderStyle"));
   put_bound(form, L"Left", placement->left);
   put_bound(form, L"Top", placement->top);
   if (border == kSizable || border == kSizableToolWindow) {

@@ -13,8 +13,8 @@ wchar_t decimal_separator() {
                                                                                          : L'.';
 }
 
-std::wstring number_text(double value) { return general_text(value, decimal_separator()); }
-std::wstring number_text(float value) { return general_text(value, decimal_separator()); }
+std::wstring format_number(double value) { return format_number(value, decimal_separator()); }
+std::wstring format_number(float value) { return format_number(value, decimal_separator()); }
 
 double current_moment() {
   SYSTEMTIME now{};
@@ -29,7 +29,7 @@ std::wstring current_time_text(const wchar_t* format) {
   moment.vt = VT_DATE;
   BSTR text = nullptr;
   check(VarFormat(&moment, const_cast<wchar_t*>(format), 0, 0, 0, &text));
-  const Bstr owner = Bstr::adopt(text);
+  const Bstr owner = Bstr::attach(text);
   return std::wstring(view_of(text));
 }
 

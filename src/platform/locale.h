@@ -8,8 +8,8 @@ namespace pv {
 wchar_t decimal_separator();
 
 /// A number in its ordinary text form, in the user's locale.
-std::wstring number_text(double value);
-std::wstring number_text(float value);
+std::wstring format_number(double value);
+std::wstring format_number(float value);
 
 /// This moment as an automation date: days with the time of day as fraction, local time.
 double current_moment();

@@ -17,7 +17,7 @@ Ref<IStream> stream_of(const std::string& bytes) {
   std::memcpy(GlobalLock(memory), bytes.data(), bytes.size());
   GlobalUnlock(memory);
   Ref<IStream> stream;
-  const HRESULT created = CreateStreamOnHGlobal(memory, TRUE, stream.receive());
+  const HRESULT created = CreateStreamOnHGlobal(memory, TRUE, stream.put());
   if (FAILED(created)) GlobalFree(memory);
   check(created);
   return stream;
@@ -30,7 +30,7 @@ Ref<IPictureDisp> picture_from_file(const std::wstring& file) {
   if (!bytes || !is_whole_picture(*bytes)) throw automation_error(ErrorCode::kInvalidCall, file);
   Ref<IPictureDisp> picture;
   check(OleLoadPicture(stream_of(*bytes).get(), static_cast<LONG>(bytes->size()), FALSE,
-                       __uuidof(IPictureDisp), reinterpret_cast<void**>(picture.receive())));
+                       __uuidof(IPictureDisp), reinterpret_cast<void**>(picture.put())));
   return picture;
 }
 

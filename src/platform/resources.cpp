@@ -10,7 +10,7 @@ namespace {
 Ref<IPictureDisp> picture_of(PICTDESC& description) {
   Ref<IPictureDisp> picture;
   check(OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE,
-                                 reinterpret_cast<void**>(picture.receive())));
+                                 reinterpret_cast<void**>(picture.put())));
   return picture;
 }
 

@@ -7,7 +7,7 @@
 namespace pv {
 
 const Library& library() {
-  static constexpr ClassEntry classes[] = {test::CProbe::entry()};
+  static const ClassEntry classes[] = {class_entry<test::CProbe>()};
   static const Library description{L"pvItems32", classes, key_case()};
   return description;
 }
@@ -24,21 +24,21 @@ void replace(BSTR& text, const std::wstring& replacement) {
 }  // namespace
 
 STDMETHODIMP CProbe::get_Item(VARIANT index, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     if (index.vt == VT_I2 && index.iVal == 9) throw automation_error(ErrorCode::kSubscript, L"9");
-    return Variant(L"item " + text_of(index));
+    return Variant(L"item " + to_text(index));
   });
 }
 
 STDMETHODIMP CProbe::get_NewEnum(IUnknown** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const Ref<IDispatch> self(static_cast<_Probe*>(this));
     return make_enumerator({self, self, self});
   });
 }
 
 STDMETHODIMP CProbe::ChangeText(BSTR* text, BSTR addition, long* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const std::wstring changed = std::wstring(view_of(*text)) + std::wstring(view_of(addition));
     if (SysStringLen(addition) > 0) replace(*text, changed);
     return static_cast<long>(changed.size());
@@ -46,37 +46,37 @@ STDMETHODIMP CProbe::ChangeText(BSTR* text, BSTR addition, long* result) noexcep
 }
 
 STDMETHODIMP CProbe::ChangeShort(short* number, short addition, long* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     *number = static_cast<short>(*number + addition);
     return static_cast<long>(*number);
   });
 }
 
 STDMETHODIMP CProbe::ChangeLong(long* number, long addition) noexcept {
-  return doing([&] { *number += addition; });
+  return method([&] { *number += addition; });
 }
 
 STDMETHODIMP CProbe::ChangeDouble(double* number, double addition) noexcept {
-  return doing([&] { *number += addition; });
+  return method([&] { *number += addition; });
 }
 
 STDMETHODIMP CProbe::ChangeBoolean(VARIANT_BOOL* flag) noexcept {
-  return doing([&] { *flag = *flag ? VARIANT_FALSE : VARIANT_TRUE; });
+  return method([&] { *flag = *flag ? VARIANT_FALSE : VARIANT_TRUE; });
 }
 
 STDMETHODIMP CProbe::ChangeObject(_Probe** object, _Probe* replacement) noexcept {
-  return doing([&] {
-    Ref<_Probe> old = Ref<_Probe>::adopt(*object);
+  return method([&] {
+    Ref<_Probe> old = Ref<_Probe>::attach(*object);
     *object = Ref<_Probe>(replacement).detach();
   });
 }
 
 STDMETHODIMP CProbe::ChangeVariant(VARIANT* value, VARIANT replacement) noexcept {
-  return doing([&] { check(VariantCopyInd(value, &replacement)); });
+  return method([&] { check(VariantCopyInd(value, &replacement)); });
 }
 
 STDMETHODIMP CProbe::ChangeOptional(VARIANT* value, BSTR* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const bool omitted = is_missing(*value);
     Variant changed(std::wstring_view(L"filled in"));
     VariantClear(value);
@@ -86,7 +86,7 @@ STDMETHODIMP CProbe::ChangeOptional(VARIANT* value, BSTR* result) noexcept {
 }
 
 STDMETHODIMP CProbe::ChangeTwo(BSTR* first, long* second) noexcept {
-  return doing([&] {
+  return method([&] {
     replace(*first, std::wstring(view_of(*first)) + L"!");
     ++*second;
   });
@@ -94,105 +94,105 @@ STDMETHODIMP CProbe::ChangeTwo(BSTR* first, long* second) noexcept {
 
 STDMETHODIMP CProbe::Describe(BSTR text, short number, BSTR other, VARIANT_BOOL flag, Shade colour,
                               _Probe* object, VARIANT value, BSTR* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::wstring all(view_of(text));
     all += L"," + std::to_wstring(number) + L"," + std::wstring(view_of(other));
     all += L"," + std::to_wstring(flag) + L"," + std::to_wstring(colour);
     all += object ? L",object" : L",nothing";
-    all += is_missing(value) ? L",missing" : L"," + text_of(value);
+    all += is_missing(value) ? L",missing" : L"," + to_text(value);
     return all;
   });
 }
 
 STDMETHODIMP CProbe::Mix(double wide, VARIANT any, unsigned char narrow, hyper huge, float single,
                          DATE day, BSTR* result) noexcept {
-  return returning(result, [&] {
-    return std::to_wstring(wide) + L"," + text_of(any) + L"," + std::to_wstring(narrow) + L"," +
+  return method_with_result(result, [&] {
+    return std::to_wstring(wide) + L"," + to_text(any) + L"," + std::to_wstring(narrow) + L"," +
            std::to_wstring(huge) + L"," + std::to_wstring(single) + L"," + std::to_wstring(day);
   });
 }
 
 STDMETHODIMP CProbe::TakeTexts(BSTR, BSTR, long) noexcept {
-  return doing([] {});
+  return method([] {});
 }
 
 STDMETHODIMP CProbe::TakePicture(IPictureDisp* picture, IPictureDisp** result) noexcept {
-  return returning(result, [&] { return Ref<IPictureDisp>(picture); });
+  return method_with_result(result, [&] { return Ref<IPictureDisp>(picture); });
 }
 
 STDMETHODIMP CProbe::TakeObject(IDispatch* object, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return object != nullptr; });
+  return method_with_result(result, [&] { return object != nullptr; });
 }
 
 STDMETHODIMP CProbe::KindOf(VARIANT value, long* result) noexcept {
-  return returning(result, [&] { return static_cast<long>(value.vt); });
+  return method_with_result(result, [&] { return static_cast<long>(value.vt); });
 }
 
 STDMETHODIMP CProbe::get_Slot(VARIANT* result) noexcept {
-  return returning(result, [&] { return slot_; });
+  return method_with_result(result, [&] { return slot_; });
 }
 
 STDMETHODIMP CProbe::put_Slot(VARIANT value) noexcept {
-  return doing([&] {
+  return method([&] {
     slot_ = dereferenced(value);
     last_put_ = L"put";
   });
 }
 
 STDMETHODIMP CProbe::putref_Slot(VARIANT value) noexcept {
-  return doing([&] {
+  return method([&] {
     slot_ = dereferenced(value);
     last_put_ = L"putref";
   });
 }
 
 STDMETHODIMP CProbe::put_Valued(IDispatch*) noexcept {
-  return doing([&] { last_put_ = L"put"; });
+  return method([&] { last_put_ = L"put"; });
 }
 
 STDMETHODIMP CProbe::putref_Referred(IDispatch*) noexcept {
-  return doing([&] { last_put_ = L"putref"; });
+  return method([&] { last_put_ = L"putref"; });
 }
 
 STDMETHODIMP CProbe::get_Indexed(short index, BSTR* result) noexcept {
-  return returning(result, [&] { return indexed_[index]; });
+  return method_with_result(result, [&] { return indexed_[index]; });
 }
 
 STDMETHODIMP CProbe::put_Indexed(short index, BSTR value) noexcept {
-  return doing([&] { indexed_[index] = view_of(value); });
+  return method([&] { indexed_[index] = view_of(value); });
 }
 
 STDMETHODIMP CProbe::get_Child(_Probe** result) noexcept {
-  return returning(result, [&] { return make<CProbe>(); });
+  return method_with_result(result, [&] { return make<CProbe>(); });
 }
 
 STDMETHODIMP CProbe::get_Nobody(_Probe** result) noexcept {
-  return returning(result, [&] { return Ref<_Probe>(); });
+  return method_with_result(result, [&] { return Ref<_Probe>(); });
 }
 
 STDMETHODIMP CProbe::get_LastPut(BSTR* result) noexcept {
-  return returning(result, [&] { return last_put_; });
+  return method_with_result(result, [&] { return last_put_; });
 }
 
 STDMETHODIMP CProbe::Fail(long number, BSTR detail, BSTR* result) noexcept {
-  return returning(result, [&]() -> std::wstring {
+  return method_with_result(result, [&]() -> std::wstring {
     throw automation_error(static_cast<ErrorCode>(number), std::wstring(view_of(detail)));
   });
 }
 
 STDMETHODIMP CProbe::FailForeign(long code, VARIANT_BOOL explained) noexcept {
-  return doing([&] {
+  return method([&] {
     const auto info = explained ? make_error_info(L"Elsewhere", L"a foreign text") : nullptr;
     throw com_failure(code, info);
   });
 }
 
 STDMETHODIMP CProbe::FireChanging(BSTR* text) noexcept {
-  return doing([&] { fire(1, value(42L), ref(*text)); });
+  return method([&] { fire(1, value(42L), ref(*text)); });
 }
 
 STDMETHODIMP CProbe::FailSilently() noexcept {
-  doing([] {});
+  method([] {});
   return E_ACCESSDENIED;
 }
 

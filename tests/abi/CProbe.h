@@ -7,17 +7,26 @@
 #include "com/object.h"
 #include "probe.h"
 
-namespace pv::test {
+namespace pv {
 
+namespace test {
 class CProbe;
-using ProbeBase = EventSource<CProbe, _Probe, ::Probe, __Probe, Dual<CProbe, _Probe, ::Probe>>;
+}
+
+template <>
+struct Contract<test::CProbe> {
+  using Interface = _Probe;
+  using Coclass = ::Probe;
+  using Events = __Probe;
+  static constexpr const wchar_t* kName = L"CProbe";
+};
+
+namespace test {
 
 /// A class of the automation layer that exists for the tests only: it records and changes what its
 /// members get, so that the way of every argument can be watched.
-class CProbe final : public ProbeBase {
+class CProbe final : public EventSource<AutomationObject<CProbe>> {
  public:
-  static constexpr const wchar_t* kClassName = L"CProbe";
-
   STDMETHODIMP get_Item(VARIANT index, VARIANT* result) noexcept override;
   STDMETHODIMP get_NewEnum(IUnknown** result) noexcept override;
 
@@ -62,4 +71,5 @@ class CProbe final : public ProbeBase {
   std::map<short, std::wstring> indexed_;
 };
 
-}  // namespace pv::test
+}  // namespace test
+}  // namespace pv

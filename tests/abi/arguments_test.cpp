@@ -205,7 +205,7 @@ TEST(Arguments, AliasOfAnInterfaceIsThatInterface) {
   description.cbSizeofstruct = sizeof description;
   description.picType = PICTYPE_NONE;
   ASSERT_EQ(OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE,
-                                     reinterpret_cast<void**>(picture.receive())),
+                                     reinterpret_cast<void**>(picture.put())),
             S_OK);
   const Value given(static_cast<IDispatch*>(picture.get()));
   EXPECT_EQ(probe.call(L"TakePicture", given), given);

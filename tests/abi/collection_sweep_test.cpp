@@ -137,7 +137,7 @@ TEST_P(CollectionSweep, SkipResetAndCloneKeepTheirPlace) {
   ASSERT_EQ(enumerator->Reset(), S_OK);
   EXPECT_EQ(enumerator->Skip(2), S_OK);
   Ref<IEnumVARIANT> copy;
-  ASSERT_EQ(enumerator->Clone(copy.receive()), S_OK);
+  ASSERT_EQ(enumerator->Clone(copy.put()), S_OK);
   EXPECT_EQ(members_of(enumerator.get()), std::vector<Value>(members.begin() + 2, members.end()));
   EXPECT_EQ(members_of(copy.get()), std::vector<Value>(members.begin() + 2, members.end()));
   EXPECT_EQ(enumerator->Reset(), S_OK);

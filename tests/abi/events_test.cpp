@@ -13,7 +13,7 @@ class Events : public testing::Test {
  protected:
   Events() {
     container_ = probe_.as<IConnectionPointContainer>();
-    container_->FindConnectionPoint(__uuidof(__Probe), point_.receive());
+    container_->FindConnectionPoint(__uuidof(__Probe), point_.put());
     // Fakes number their members in the order in which they learn them; the event has the id 1.
     first_.knows(L"Changing");
     second_.knows(L"Changing");
@@ -88,7 +88,7 @@ TEST_F(Events, CookiesAreNotUsedAgain) {
 
 TEST_F(Events, ListenerWithoutAutomationIsRefused) {
   Ref<ICreateErrorInfo> stranger;
-  CreateErrorInfo(stranger.receive());
+  CreateErrorInfo(stranger.put());
   DWORD cookie = 99;
   EXPECT_EQ(point_->Advise(stranger.get(), &cookie), CONNECT_E_CANNOTCONNECT);
   EXPECT_EQ(cookie, 0u);
@@ -97,7 +97,7 @@ TEST_F(Events, ListenerWithoutAutomationIsRefused) {
 TEST_F(Events, SourceStaysAliveWhileItFires) {
   Object probe = make_probe();
   Ref<IConnectionPoint> point;
-  probe.as<IConnectionPointContainer>()->FindConnectionPoint(__uuidof(__Probe), point.receive());
+  probe.as<IConnectionPointContainer>()->FindConnectionPoint(__uuidof(__Probe), point.put());
   DWORD cookie = 0;
   ASSERT_EQ(point->Advise(first_.get(), &cookie), S_OK);
   point.reset();

@@ -25,14 +25,14 @@ class IdentitySweep : public ClassTest {
   Ref<IConnectionPoint> connection_point(const Object& object) const {
     Ref<IConnectionPoint> point;
     const auto container = object.as<IConnectionPointContainer>();
-    if (container) container->FindConnectionPoint(tested().source, point.receive());
+    if (container) container->FindConnectionPoint(tested().source, point.put());
     return point;
   }
 };
 
 Ref<IUnknown> ask(IUnknown* object, REFIID iid) {
   Ref<IUnknown> answer;
-  object->QueryInterface(iid, reinterpret_cast<void**>(answer.receive()));
+  object->QueryInterface(iid, reinterpret_cast<void**>(answer.put()));
   return answer;
 }
 
@@ -69,9 +69,9 @@ TEST_P(IdentitySweep, TypeInformationIsThatOfItsInterface) {
   EXPECT_EQ(count, 1u);
   EXPECT_EQ(object.get()->GetTypeInfoCount(nullptr), E_POINTER);
   Ref<ITypeInfo> info;
-  ASSERT_EQ(object.get()->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.receive()), S_OK);
+  ASSERT_EQ(object.get()->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.put()), S_OK);
   EXPECT_EQ(TypeInfo(info).attributes().guid, tested().interface_type.attributes().guid);
-  EXPECT_EQ(object.get()->GetTypeInfo(1, LOCALE_USER_DEFAULT, info.receive()), DISP_E_BADINDEX);
+  EXPECT_EQ(object.get()->GetTypeInfo(1, LOCALE_USER_DEFAULT, info.put()), DISP_E_BADINDEX);
   EXPECT_FALSE(info);
   EXPECT_EQ(object.get()->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
 }
@@ -79,7 +79,7 @@ TEST_P(IdentitySweep, TypeInformationIsThatOfItsInterface) {
 TEST_P(IdentitySweep, ClassInformationIsThatOfItsClass) {
   const auto provider = create().as<IProvideClassInfo2>();
   Ref<ITypeInfo> info;
-  ASSERT_EQ(provider->GetClassInfo(info.receive()), S_OK);
+  ASSERT_EQ(provider->GetClassInfo(info.put()), S_OK);
   EXPECT_EQ(TypeInfo(info).attributes().guid, tested().clsid);
   EXPECT_EQ(provider->GetClassInfo(nullptr), E_POINTER);
 }
@@ -109,11 +109,10 @@ TEST_P(IdentitySweep, ConnectionPointKnowsItsPlace) {
   EXPECT_EQ(point->GetConnectionInterface(&events), S_OK);
   EXPECT_EQ(events, tested().source);
   Ref<IConnectionPointContainer> owner;
-  EXPECT_EQ(point->GetConnectionPointContainer(owner.receive()), S_OK);
+  EXPECT_EQ(point->GetConnectionPointContainer(owner.put()), S_OK);
   EXPECT_EQ(owner, container);
   Ref<IConnectionPoint> none;
-  EXPECT_EQ(container->FindConnectionPoint(kUnknownInterface, none.receive()),
-            CONNECT_E_NOCONNECTION);
+  EXPECT_EQ(container->FindConnectionPoint(kUnknownInterface, none.put()), CONNECT_E_NOCONNECTION);
   EXPECT_EQ(container->FindConnectionPoint(tested().source, nullptr), E_POINTER);
 }
 
@@ -121,11 +120,11 @@ TEST_P(IdentitySweep, ConnectionPointsAreEnumerated) {
   if (tested().source == IID_NULL) return;
   const Object object = create();
   Ref<IEnumConnectionPoints> points;
-  ASSERT_EQ(object.as<IConnectionPointContainer>()->EnumConnectionPoints(points.receive()), S_OK);
+  ASSERT_EQ(object.as<IConnectionPointContainer>()->EnumConnectionPoints(points.put()), S_OK);
   Ref<IConnectionPoint> first, second;
-  EXPECT_EQ(points->Next(1, first.receive(), nullptr), S_OK);
+  EXPECT_EQ(points->Next(1, first.put(), nullptr), S_OK);
   EXPECT_EQ(first, connection_point(object));
-  EXPECT_EQ(points->Next(1, second.receive(), nullptr), S_FALSE);
+  EXPECT_EQ(points->Next(1, second.put(), nullptr), S_FALSE);
   EXPECT_EQ(points->Reset(), S_OK);
   EXPECT_EQ(points->Skip(2), S_FALSE);
 }
@@ -142,7 +141,7 @@ TEST_P(IdentitySweep, ListenersConnectAndDisconnect) {
   EXPECT_EQ(listener.references(), 1u);
 
   Ref<IEnumConnections> connections;
-  ASSERT_EQ(point->EnumConnections(connections.receive()), S_OK);
+  ASSERT_EQ(point->EnumConnections(connections.put()), S_OK);
   CONNECTDATA seen[3] = {};
   ULONG count = 0;
   EXPECT_EQ(connections->Next(3, seen, &count), S_FALSE);

@@ -170,13 +170,13 @@ TEST(Failure, SuccessClearsOlderErrorInformation) {
   SetErrorInfo(0, make_error_info(L"Stale", L"stale text").get());
   probe.get(L"Slot");
   Ref<IErrorInfo> left;
-  EXPECT_EQ(GetErrorInfo(0, left.receive()), S_FALSE);
+  EXPECT_EQ(GetErrorInfo(0, left.put()), S_FALSE);
 }
 
 TEST(Failure, IsNotLeftOnTheThreadWhenTheClientGotIt) {
   make_probe().try_call(L"Fail", 5, L"");
   Ref<IErrorInfo> left;
-  EXPECT_EQ(GetErrorInfo(0, left.receive()), S_FALSE);
+  EXPECT_EQ(GetErrorInfo(0, left.put()), S_FALSE);
 }
 
 TEST(Failure, StaysOnTheThreadForAClientThatTakesNoException) {
@@ -188,7 +188,7 @@ TEST(Failure, StaysOnTheThreadForAClientThatTakesNoException) {
                                 DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
             DISP_E_EXCEPTION);
   Ref<IErrorInfo> left;
-  EXPECT_EQ(GetErrorInfo(0, left.receive()), S_OK);
+  EXPECT_EQ(GetErrorInfo(0, left.put()), S_OK);
 }
 
 TEST(Failure, DoesNotChangeVariables) {

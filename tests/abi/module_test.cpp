@@ -144,15 +144,13 @@ TEST(Unloading, WaitsForFactoriesLocksAndObjects) {
   EXPECT_EQ(copy->can_unload(), S_FALSE);
   factory->LockServer(TRUE);
   Ref<IUnknown> object;
-  ASSERT_EQ(
-      factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(object.receive())),
-      S_OK);
+  ASSERT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(object.put())),
+            S_OK);
   object.reset();
   factory->LockServer(FALSE);
   EXPECT_EQ(copy->can_unload(), S_FALSE);
-  ASSERT_EQ(
-      factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(object.receive())),
-      S_OK);
+  ASSERT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(object.put())),
+            S_OK);
   factory.reset();
   EXPECT_EQ(copy->can_unload(), S_FALSE);
   object.reset();
@@ -166,7 +164,7 @@ void use_on_a_thread(const Module& module, const CLSID& clsid) {
     {
       Ref<IDispatch> object;
       module.class_factory(clsid)->CreateInstance(nullptr, IID_IDispatch,
-                                                  reinterpret_cast<void**>(object.receive()));
+                                                  reinterpret_cast<void**>(object.put()));
       EXPECT_TRUE(object);
       EXPECT_EQ(module.can_unload(), S_FALSE);
     }
@@ -206,7 +204,7 @@ TEST(Unloading, GivesBackTheSlotOfWhatAThreadShares) {
       {
         Ref<IDispatch> utility;
         copy->class_factory(__uuidof(CUtility))
-            ->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(utility.receive()));
+            ->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(utility.put()));
         Object(utility).put(L"AppHelpFileName", L"manual.chm");
       }
       CoUninitialize();

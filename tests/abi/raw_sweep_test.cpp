@@ -57,7 +57,7 @@ bool has_result(const FunctionInfo& function) {
 void expect_error_information(HRESULT result) {
   if (result == static_cast<HRESULT>(0x800A0007)) return;  // no memory for a text either
   Ref<IErrorInfo> info;
-  ASSERT_EQ(GetErrorInfo(0, info.receive()), S_OK) << "no error information";
+  ASSERT_EQ(GetErrorInfo(0, info.put()), S_OK) << "no error information";
   BSTR source = nullptr, description = nullptr;
   info->GetSource(&source);
   info->GetDescription(&description);

@@ -154,7 +154,7 @@ TEST_F(Registration, OfTheTypeLibraryLeadsToTheModule) {
   module_.type_library()->GetLibAttr(&attributes);
   Ref<ITypeLib> registered;
   EXPECT_EQ(LoadRegTypeLib(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum,
-                           LOCALE_NEUTRAL, registered.receive()),
+                           LOCALE_NEUTRAL, registered.put()),
             S_OK);
   module_.type_library()->ReleaseTLibAttr(attributes);
 }
@@ -192,7 +192,7 @@ TEST_F(Registration, IsNotNeededWithTheManifest) {
     const Object object = Object::create(entry.prog_id());
     const auto provider = object.as<IProvideClassInfo>();
     Ref<ITypeInfo> info;
-    ASSERT_EQ(provider->GetClassInfo(info.receive()), S_OK);
+    ASSERT_EQ(provider->GetClassInfo(info.put()), S_OK);
     EXPECT_EQ(TypeInfo(info).attributes().guid, entry.clsid) << printable(entry.name);
     EXPECT_EQ(CLSIDFromProgID((entry.prog_id() + L".1").c_str(), &clsid), S_OK);
   }

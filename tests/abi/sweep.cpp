@@ -107,7 +107,7 @@ Ref<IDispatch> ClassTest::create_raw() const {
   Ref<IDispatch> object;
   CoCreateInstance(tested().clsid, nullptr, CLSCTX_INPROC_SERVER,
                    tested().interface_type.attributes().guid,
-                   reinterpret_cast<void**>(object.receive()));
+                   reinterpret_cast<void**>(object.put()));
   if (!object) throw CallFailed("cannot create " + GetParam());
   return object;
 }
@@ -118,7 +118,7 @@ Ref<IDispatch> ClassTest::object_for(REFIID iid) const {
     if (entry.interface_type.attributes().guid != iid) continue;
     Ref<IDispatch> object;
     CoCreateInstance(entry.clsid, nullptr, CLSCTX_INPROC_SERVER, iid,
-                     reinterpret_cast<void**>(object.receive()));
+                     reinterpret_cast<void**>(object.put()));
     return object;
   }
   return {};

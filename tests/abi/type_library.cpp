@@ -41,7 +41,7 @@ std::wstring TypeInfo::help_of(MEMBERID member) const {
 
 TypeInfo TypeInfo::referenced(HREFTYPE reference) const {
   Ref<ITypeInfo> info;
-  require(info_->GetRefTypeInfo(reference, info.receive()));
+  require(info_->GetRefTypeInfo(reference, info.put()));
   return TypeInfo(info);
 }
 
@@ -93,7 +93,7 @@ std::vector<TypeInfo> types_of(ITypeLib* library) {
   types.reserve(count);
   for (UINT i = 0; i < count; ++i) {
     Ref<ITypeInfo> info;
-    require(library->GetTypeInfo(i, info.receive()));
+    require(library->GetTypeInfo(i, info.put()));
     types.emplace_back(info);
   }
   return types;

@@ -23,7 +23,7 @@ class Dictionary {
     CLSID clsid{};
     check(CLSIDFromProgID(L"Scripting.Dictionary", &clsid));
     check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, kDictionary,
-                           reinterpret_cast<void**>(dictionary_.receive())));
+                           reinterpret_cast<void**>(dictionary_.put())));
   }
 
   IDispatch* dispatch() const { return dictionary_.get(); }

@@ -13,7 +13,7 @@ class Hub {
  public:
   explicit Hub(int listeners) : events_(create<CTxmEvents, _CTxmEvents>()) {
     const auto container = query<IConnectionPointContainer>(events_.get());
-    check(container->FindConnectionPoint(__uuidof(__CTxmEvents), point_.receive()));
+    check(container->FindConnectionPoint(__uuidof(__CTxmEvents), point_.put()));
     for (int i = 0; i < listeners; ++i) {
       listeners_.emplace_back(new Listener);
       cookies_.push_back(0);

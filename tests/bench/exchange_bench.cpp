@@ -86,7 +86,7 @@ void measure_exchanges(Report& report) {
   const Ref<IDispatch> server(new IdleServer(items, make_dimensions(22, 20)));
   const auto txm = make_transmitter(server);
   Ref<_CItem> item;
-  check(items->get_Item(number(1), item.receive()));
+  check(items->get_Item(number(1), item.put()));
   measure_read(report, txm, server, item);
   measure_audit(report, txm, item);
 }

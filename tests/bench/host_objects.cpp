@@ -71,7 +71,7 @@ STDMETHODIMP IdleServer::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARI
 
 TypedListener::TypedListener() {
   const test::Module module;
-  check(module.type_library()->GetTypeInfoOfGuid(__uuidof(__CTxmEvents), events_.receive()));
+  check(module.type_library()->GetTypeInfoOfGuid(__uuidof(__CTxmEvents), events_.put()));
 }
 
 STDMETHODIMP TypedListener::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters,

@@ -80,15 +80,14 @@ void measure_keys(Report& report, const Ref<_CItems>& items, const Dictionary& d
     keys.emplace_back(std::wstring_view(std::to_wstring(i * kStep % kItems + 1)));
   }
   std::size_t ours = 0, theirs = 0;
-  report.ratio(
-      "keyed lookup among 10,000, early bound", "Scripting.Dictionary, early bound",
-      compare(repeated(1000,
-                       [&] {
-                         Ref<_CItem> found;
-                         check(items->get_Item(keys[ours++ % keys.size()], found.receive()));
-                       }),
-              repeated(1000, [&] { dictionary.item(keys[theirs++ % keys.size()]); })),
-      0.5);
+  report.ratio("keyed lookup among 10,000, early bound", "Scripting.Dictionary, early bound",
+               compare(repeated(1000,
+                                [&] {
+                                  Ref<_CItem> found;
+                                  check(items->get_Item(keys[ours++ % keys.size()], found.put()));
+                                }),
+                       repeated(1000, [&] { dictionary.item(keys[theirs++ % keys.size()]); })),
+               0.5);
   const Bstr key(L"5000");
   report.information(
       "keyed lookup among 10,000, late bound", "Scripting.Dictionary, late bound",
@@ -109,7 +108,7 @@ void measure_lookups(Report& report) {
   Ref<_CItem> item;
   for (int i = 1; i <= kItems; ++i) {
     const Variant key{std::wstring_view(std::to_wstring(i))};
-    check(items->get_Item(key, item.receive()));
+    check(items->get_Item(key, item.put()));
     dictionary.add(key, Variant(item.get()));
   }
   measure_property_get(report, item, dictionary);

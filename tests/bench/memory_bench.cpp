@@ -64,7 +64,7 @@ void measure_memory(Report& report) {
   double fields = 0;
   for (short i = 1; i <= kItems; ++i) {
     Ref<_CItem> item;
-    check(first->get_Item(number(i), item.receive()));
+    check(first->get_Item(number(i), item.put()));
     fields += own_size_of(item);
   }
   const double before = allocated_bytes();

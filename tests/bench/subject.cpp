@@ -14,8 +14,7 @@ Ref<IDispatch> create(REFCLSID clsid) {
   const auto factory = module.class_factory(clsid);
   if (!factory) throw std::runtime_error("the library does not know a class");
   Ref<IDispatch> object;
-  check(
-      factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(object.receive())));
+  check(factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(object.put())));
   return object;
 }
 
@@ -28,12 +27,12 @@ Ref<_CItems> make_items(int count, int variables) {
       const Bstr key(std::to_wstring(k)), caption(L"Variable " + std::to_wstring(k));
       Ref<_CVariable> variable;
       check(set->Add(key, caption, description, symbol, 0, 11, 2, 3, Variant(1.5), Variant(0L), 4,
-                     variable.receive()));
+                     variable.put()));
     }
     const Bstr key(std::to_wstring(i));
     Ref<_CItem> item;
     check(items->Add(key, static_cast<short>(i), VARIANT_FALSE, 1, VARIANT_TRUE, VARIANT_FALSE,
-                     0.5f, 8, set.get(), item.receive()));
+                     0.5f, 8, set.get(), item.put()));
   }
   return items;
 }
@@ -45,11 +44,11 @@ Ref<_CDimensions> make_dimensions(int count, int units) {
     for (int k = 1; k <= units; ++k) {
       const Bstr caption(L"unit " + std::to_wstring(k));
       Ref<_CUnit> unit;
-      check(set->Add(caption, caption, 1.0 + k * 0.125, 0.0, unit.receive()));
+      check(set->Add(caption, caption, 1.0 + k * 0.125, 0.0, unit.put()));
     }
     const Bstr caption(L"Dimension " + std::to_wstring(i));
     Ref<_CDimension> dimension;
-    check(dimensions->Add(caption, caption, set.get(), dimension.receive()));
+    check(dimensions->Add(caption, caption, set.get(), dimension.put()));
   }
   return dimensions;
 }
@@ -78,7 +77,7 @@ Variant late_bound(IDispatch* object, const wchar_t* member, WORD flags,
 
 Ref<ITypeInfo> type_info_of(IDispatch* object) {
   Ref<ITypeInfo> info;
-  check(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.receive()));
+  check(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.put()));
   return info;
 }
 

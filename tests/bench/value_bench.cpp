@@ -43,7 +43,7 @@ void measure_values(Report& report) {
   const Ref<IDispatch> server(new IdleServer(items, dimensions));
   check(txm->putref_Server(server.get()));
   Ref<_CItem> item;
-  check(items->get_Item(number(1), item.receive()));
+  check(items->get_Item(number(1), item.put()));
   VARIANT argument = pv::Variant(static_cast<IDispatch*>(item.get())).detach();
   const Task shown =
       repeated(100, [&] { late_bound(txm.get(), L"ItemValue", DISPATCH_PROPERTYGET, {argument}); });

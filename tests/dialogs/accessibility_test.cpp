@@ -26,7 +26,7 @@ class Reader {
   std::wstring name_of(HWND window) const {
     Ref<IAccessible> object;
     if (FAILED(object_from_window_(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                   reinterpret_cast<void**>(object.receive()))))
+                                   reinterpret_cast<void**>(object.put()))))
       return L"no object";
     test::Value self(0L);
     BSTR name = nullptr;

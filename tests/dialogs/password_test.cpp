@@ -20,9 +20,9 @@ constexpr DISPID kSetEvent = 1, kResetEvent = 2;
 /// The one connection point of a source.
 Ref<IConnectionPoint> only_point(const Object& source) {
   Ref<IEnumConnectionPoints> points;
-  source.as<IConnectionPointContainer>()->EnumConnectionPoints(points.receive());
+  source.as<IConnectionPointContainer>()->EnumConnectionPoints(points.put());
   Ref<IConnectionPoint> point;
-  points->Next(1, point.receive(), nullptr);
+  points->Next(1, point.put(), nullptr);
   return point;
 }
 

@@ -117,7 +117,7 @@ class SymbolEditor : public testing::Test {
   /// What is stored after a script that ends with OK.
   std::optional<Symbol> drawn(const std::function<void(const Editor&, const Dialog&)>& script,
                               const Symbol& start = Symbol()) {
-    const Object item = new_item(symbol_text(start));
+    const Object item = new_item(format_symbol(start));
     EXPECT_TRUE(edit(item, [&](const Dialog& dialog) {
       const Editor editor(dialog);
       script(editor, dialog);
@@ -187,7 +187,7 @@ TEST_F(SymbolEditor, TheToolsDrawWithThePointer) {
               editor.draw({{2, 2}, {4, 3}});
             }),
             with_points({{2, 2}, {3, 2}, {4, 2}, {2, 3}, {3, 3}, {4, 3}}));
-  EXPECT_EQ(symbol_text(*drawn([](const Editor& editor, const Dialog&) {
+  EXPECT_EQ(format_symbol(*drawn([](const Editor& editor, const Dialog&) {
               editor.choose(kFill);
               editor.draw({{2, 2}});
             })),

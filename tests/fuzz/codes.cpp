@@ -129,7 +129,7 @@ void require_pack(const std::wstring& text) {
   const std::wstring shown = pack_to_text(text, [&](int number) {
     require(number >= 1, "errors count from 1");
     ++errors;
-    return std::wstring(L"<") + integer_text(number) + L">";
+    return std::wstring(L"<") + format_integer(number) + L">";
   });
   if (text == empty_pack()) {
     require(shown == L"-", "the empty record is a dash");
@@ -139,7 +139,7 @@ void require_pack(const std::wstring& text) {
   require(errors == text.size() - stamp, "an error for each character behind the time stamp");
   for (std::size_t i = 0; i < stamp; ++i) {
     const int value = std::max(static_cast<int>(text[i]) - 28, 0) % 100;
-    require(shown.substr(i * 3, 2) == zero_padded(value, 2), "two digits for each field");
+    require(shown.substr(i * 3, 2) == format_padded(value, 2), "two digits for each field");
   }
 }
 

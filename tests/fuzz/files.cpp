@@ -32,11 +32,11 @@ void require_round_trip(const Table& table, const Read& read, const Write& write
 }
 
 long announced(PlainSearch& file, const std::wstring& section) {
-  return integer_of<std::int16_t>(file.find(section, L"Count").value_or(L"0"));
+  return lenient_integer<std::int16_t>(file.find(section, L"Count").value_or(L"0"));
 }
 
 long next_count(PlainSearch& file, const std::wstring& fallback) {
-  return integer_of<std::int16_t>(file.find_key(L"Count").value_or(fallback));
+  return lenient_integer<std::int16_t>(file.find_key(L"Count").value_or(fallback));
 }
 
 std::wstring numbered(const std::wstring& name, std::size_t index) {
@@ -76,7 +76,7 @@ void require_found(const VersionFile& versions, PlainSearch file) {
     require(version.name == file.find_key(L"Name"), "a version has its name");
     require(agrees(next_count(file, L"0"), version.entries.size()), "all entries of a version");
     require(version.item_count ==
-                integer_of<std::int16_t>(file.find_key(L"ItemCount").value_or(L"255")),
+                lenient_integer<std::int16_t>(file.find_key(L"ItemCount").value_or(L"255")),
             "a version has its number of items");
     for (std::size_t j = 0; j < version.entries.size(); ++j) {
       const std::wstring line = file.find_key(numbered(L"Item", j)).value_or(L"1|1");
@@ -141,7 +141,7 @@ void require_found(const std::vector<DimensionRecord>& dimensions, PlainSearch f
     require(
         dimensions[n].caption == file.find(section, L"Caption").value_or(numbered(L"Untitled", n)),
         "a dimension has its caption");
-    const long count = integer_of<std::int16_t>(file.find(section, L"Count").value_or(L"1"));
+    const long count = lenient_integer<std::int16_t>(file.find(section, L"Count").value_or(L"1"));
     const auto searches = static_cast<std::size_t>(std::max(count, 0L)) + 2;
     if (searches > budget) return;
     budget -= searches;
@@ -158,19 +158,19 @@ void require_found(const std::vector<DimensionRecord>& dimensions, PlainSearch f
 }  // namespace
 
 void item_file(std::string_view bytes) {
-  const auto read = [](std::string_view file) { return read_item_file(file, latin1_codec()); };
+  const auto read = [](std::string_view file) { return parse_item_file(file, latin1_codec()); };
   const auto items = read(bytes);
   PlainSearch file(bytes);
   require(items.has_value() == (announced(file, L"Items") >= 1), "a file with items is read");
   if (!items || items->size() > kMostCompared) return;
   require_found(*items, PlainSearch(bytes));
   require_round_trip(*items, read, [](const std::vector<LoadedItem>& table) {
-    return write_item_file(table, kStamp, latin1_codec(), kComma);
+    return format_item_file(table, kStamp, latin1_codec(), kComma);
   });
 }
 
 void version_file(std::string_view bytes) {
-  const auto read = [](std::string_view file) { return read_version_file(file, latin1_codec()); };
+  const auto read = [](std::string_view file) { return parse_version_file(file, latin1_codec()); };
   const auto versions = read(bytes);
   PlainSearch file(bytes);
   require(versions.has_value() == (announced(file, L"Versions") >= 1),
@@ -179,24 +179,26 @@ void version_file(std::string_view bytes) {
   require_found(*versions, PlainSearch(bytes));
   if (versions->versions.empty()) return;
   require_round_trip(*versions, read, [](const VersionFile& table) {
-    return write_version_file(table.versions, kStamp, latin1_codec());
+    return format_version_file(table.versions, kStamp, latin1_codec());
   });
 }
 
 void list_file(std::string_view bytes) {
-  const auto read = [](std::string_view file) { return read_list_file(file, latin1_codec()); };
+  const auto read = [](std::string_view file) { return parse_list_file(file, latin1_codec()); };
   const auto lists = read(bytes);
   PlainSearch file(bytes);
   require(lists.has_value() == (announced(file, L"Lists") >= 1), "a file with lists is read");
   if (!lists || lists->size() > kMostCompared) return;
   require_found(*lists, PlainSearch(bytes));
   require_round_trip(*lists, read, [](const std::vector<ListRecord>& table) {
-    return write_list_file(table, kStamp, latin1_codec());
+    return format_list_file(table, kStamp, latin1_codec());
   });
 }
 
 void dimension_file(std::string_view bytes) {
-  const auto read = [](std::string_view file) { return read_dimension_file(file, latin1_codec()); };
+  const auto read = [](std::string_view file) {
+    return parse_dimension_file(file, latin1_codec());
+  };
   const auto dimensions = read(bytes);
   PlainSearch file(bytes);
   if (announced(file, L"Dimensions") < 1) {
@@ -206,7 +208,7 @@ void dimension_file(std::string_view bytes) {
     return;
   require_found(*dimensions, PlainSearch(bytes));
   require_round_trip(*dimensions, read, [](const std::vector<DimensionRecord>& table) {
-    return write_dimension_file(table, kStamp, latin1_codec(), kComma, false);
+    return format_dimension_file(table, kStamp, latin1_codec(), kComma, false);
   });
 }
 

@@ -63,38 +63,39 @@ void require_integer(const std::wstring& text, double value) {
   const double whole = std::nearbyint(value);  // half to even
   const bool fits = whole >= static_cast<double>(std::numeric_limits<Int>::min()) &&
                     whole <= static_cast<double>(std::numeric_limits<Int>::max());
-  require(integer_of<Int>(text) == (fits ? static_cast<Int>(whole) : 0),
+  require(lenient_integer<Int>(text) == (fits ? static_cast<Int>(whole) : 0),
           "an integer is rounded half to even, or 0 where it does not fit");
 }
 
 void require_reads(const std::wstring& text) {
   const double expected = plain_value(text);
-  const auto value = leading_number(text);
+  const auto value = parse_leading_number(text);
   require(value.has_value() == std::isfinite(expected), "only a number beyond the range fails");
   require(!value || *value == expected, "the longest number is read, to the nearest double");
-  require(leading_number(without_blanks(text)) == value, "blanks do not matter");
-  require(leading_number(text + L"|1") == value, "a number ends where it cannot go on");
+  require(parse_leading_number(without_blanks(text)) == value, "blanks do not matter");
+  require(parse_leading_number(text + L"|1") == value, "a number ends where it cannot go on");
 
-  const std::wstring normal = normalized_number(text, L',');
+  const std::wstring normal = lenient_number_text(text, L',');
   // The text of the largest doubles is rounded up beyond their range.
-  const bool is_number = leading_number(with_point(normal)).has_value();
-  require(normalized_number(normal, L',') == (is_number ? normal : L"0"),
+  const bool is_number = parse_leading_number(with_point(normal)).has_value();
+  require(lenient_number_text(normal, L',') == (is_number ? normal : L"0"),
           "number text stays as it is");
-  require(with_point(normal) == normalized_number(text, L'.'), "the separators differ, no more");
-  require(number_of(normal) == number_of(text), "number text has the value of the text");
-  require(number_of(with_point(text)) == number_of(text), "a comma is a point");
-  const auto whole = whole_number_text(text);
-  require(!whole || *whole == leading_number(with_point(text)), "a whole number is a number");
-  require(whole_number_text(L"\t" + text + L" ") == whole, "blanks around do not matter");
-  require(boolean_of(normal) == (number_of(normal) != 0), "number text is true unless it is 0");
+  require(with_point(normal) == lenient_number_text(text, L'.'), "the separators differ, no more");
+  require(lenient_number(normal) == lenient_number(text), "number text has the value of the text");
+  require(lenient_number(with_point(text)) == lenient_number(text), "a comma is a point");
+  const auto whole = parse_number(text);
+  require(!whole || *whole == parse_leading_number(with_point(text)), "a whole number is a number");
+  require(parse_number(L"\t" + text + L" ") == whole, "blanks around do not matter");
+  require(parse_boolean(normal) == (lenient_number(normal) != 0),
+          "number text is true unless it is 0");
 
-  require_integer<std::uint8_t>(text, number_of(text));
-  require_integer<std::int16_t>(text, number_of(text));
-  require_integer<std::int32_t>(text, number_of(text));
+  require_integer<std::uint8_t>(text, lenient_number(text));
+  require_integer<std::int16_t>(text, lenient_number(text));
+  require_integer<std::int32_t>(text, lenient_number(text));
 }
 
 void require_fixed(double value, int decimals) {
-  const std::wstring text(fixed_text(value, decimals, L'.'));
+  const std::wstring text(format_fixed(value, decimals, L'.'));
   const std::size_t point = text.find(L'.');
   const std::size_t sign = text.starts_with(L'-') ? 1 : 0;
   const std::size_t end = std::min(point, text.size());
@@ -106,28 +107,29 @@ void require_fixed(double value, int decimals) {
     require(past_digits(text, point + 1) == text.size(), "digits behind the point");
     require(text.size() - point - 1 == static_cast<std::size_t>(decimals), "all decimals");
   }
-  const double shown = number_of(general_text(value, L'.'));
+  const double shown = lenient_number(format_number(value, L'.'));
   if (shown == 0) return;
-  const double read = leading_number(text).value_or(shown);
+  const double read = parse_leading_number(text).value_or(shown);
   const double tolerance = 0.5 * std::pow(10, -decimals) + std::fabs(shown) * 1e-15;
   require(std::fabs(read - shown) <= tolerance * (1 + 1e-9), "rounded to the decimals");
   require(read != 0 || sign == 0, "zero has no sign");
 }
 
 void require_writes(double value) {
-  const std::wstring text = general_text(value, L',');
+  const std::wstring text = format_number(value, L',');
   if (!std::isfinite(value)) {
     require(!single_of(value) && !round_half_even(value), "what is not finite is no number");
-    require(fixed_text(value, 2, L',') == std::wstring_view(text),
+    require(format_fixed(value, 2, L',') == std::wstring_view(text),
             "what is not finite has its general text");
     return;
   }
-  const auto read = leading_number(with_point(text));
-  require(!read || general_text(*read, L',') == text, "a written number is written the same again");
+  const auto read = parse_leading_number(with_point(text));
+  require(!read || format_number(*read, L',') == text,
+          "a written number is written the same again");
   require(!read || std::fabs(*read - value) <= std::fabs(value) * 1e-14, "to 15 digits");
   for (int decimals = 0; decimals <= 8; ++decimals) require_fixed(value, decimals);
-  require(fixed_text(value, -3, L',') == fixed_text(value, 0, L','), "at least no decimals");
-  require(fixed_text(value, 12, L',') == fixed_text(value, 8, L','), "at most eight decimals");
+  require(format_fixed(value, -3, L',') == format_fixed(value, 0, L','), "at least no decimals");
+  require(format_fixed(value, 12, L',') == format_fixed(value, 8, L','), "at most eight decimals");
   require(*round_half_even(value) == std::nearbyint(value), "rounds half to even");
 
   const auto single = single_of(value);
@@ -135,9 +137,9 @@ void require_writes(double value) {
   require(single.has_value() == std::isfinite(nearest), "singles have their range");
   if (!single) return;
   require(*single == nearest, "the nearest single");
-  const std::wstring single_text = general_text(*single, L',');
-  const auto single_read = single_of(number_of(single_text));
-  require(!single_read || general_text(*single_read, L',') == single_text,
+  const std::wstring single_text = format_number(*single, L',');
+  const auto single_read = single_of(lenient_number(single_text));
+  require(!single_read || format_number(*single_read, L',') == single_text,
           "a written single is written the same again");
 }
 
@@ -148,7 +150,7 @@ void numbers(std::string_view bytes) {
   double value = 0;
   std::memcpy(&value, bytes.data(), std::min(sizeof value, bytes.size()));
   require_writes(value);
-  require_writes(leading_number(wide(bytes)).value_or(0));
+  require_writes(parse_leading_number(wide(bytes)).value_or(0));
 }
 
 }  // namespace pv::fuzz

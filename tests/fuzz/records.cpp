@@ -32,7 +32,8 @@ void unit(const std::wstring& text) {
   require(parsed.unit.caption == field(text, 0), "a unit has the caption of its record");
   require(fields > 1 || parsed.unit.slope == 2.5, "a missing slope stays");
   require(fields > 2 || parsed.unit.offset == -1, "a missing offset stays");
-  require(fields < 2 || parsed.unit.slope == number_of(field(text, 1)), "the slope is a number");
+  require(fields < 2 || parsed.unit.slope == lenient_number(field(text, 1)),
+          "the slope is a number");
 
   const std::wstring written = format_unit(parsed.unit, kComma);
   const ParsedUnit again = parse_unit(written);
@@ -61,11 +62,11 @@ void variable(const std::wstring& text) {
   require(fields_in(written) == kVariableFieldCount + 1, "each field is ended by a separator");
   for (std::size_t i = 0; i < kVariableFieldCount; ++i) {
     const bool is_text = i < 3 || i == 8 || i == 10;
-    const std::wstring expected = i == 7        ? L""
-                                  : i >= fields ? field(old, i)
-                                  : is_text
-                                      ? field(text, i)
-                                      : integer_text(integer_of<std::int16_t>(field(text, i)));
+    const std::wstring expected =
+        i == 7        ? L""
+        : i >= fields ? field(old, i)
+        : is_text     ? field(text, i)
+                      : format_integer(lenient_integer<std::int16_t>(field(text, i)));
     require(field(written, i) == expected, "a field is the text's own, or stays");
   }
   require(format_variable_record(parse_variable_record(written).record) == written,

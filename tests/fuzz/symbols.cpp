@@ -19,7 +19,7 @@ Symbol drawn(std::string_view bytes) {
 }
 
 void require_written(const Symbol& symbol) {
-  const std::wstring text = symbol_text(symbol);
+  const std::wstring text = format_symbol(symbol);
   require(parse_symbol(text) == symbol, "a written symbol reads the same");
   require(std::all_of(text.begin(), text.end(), [](wchar_t c) { return c > L' ' && c < 127; }),
           "the text is printable");

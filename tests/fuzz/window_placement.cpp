@@ -43,7 +43,7 @@ void window_placement(std::string_view bytes) {
   require(format_placement(*again, L',') == written, "a written record reads the same");
   require(again->state == placement->state, "the state comes back");
 
-  const double side = std::fabs(number_of(wide(bytes)));
+  const double side = std::fabs(lenient_number(wide(bytes)));
   if (side < 1e9) require_fits(*placement, side, side * 0.75);
 }
 

@@ -139,8 +139,7 @@ void World::call_something_raw() {
   if (!turn) return;
   const TypeInfo& owner = holding.kind->info->interface_type;
   Ref<IUnknown> object;
-  holding.object->QueryInterface(owner.attributes().guid,
-                                 reinterpret_cast<void**>(object.receive()));
+  holding.object->QueryInterface(owner.attributes().guid, reinterpret_cast<void**>(object.put()));
   if (!object) return;
   CallWords words;
   words.push(object.get());
@@ -197,7 +196,7 @@ void World::connect_something() {
   const auto container = query<IConnectionPointContainer>(holding.object.get());
   Connection connection{{}, 0};
   const IID& events = holding.kind->info->source;
-  container->FindConnectionPoint(events, connection.point.receive());
+  container->FindConnectionPoint(events, connection.point.put());
   const Ref<IDispatch> listener(
       new Stranger([this](auto& given, auto& result) { return mischief(given, result); }, &events));
   if (!connection.point) return;
@@ -302,7 +301,7 @@ Ref<IDispatch> World::object_for(REFIID iid) {
   if (chance(10)) return {};
   for (int i = 0; i < 60; ++i) {
     Ref<IDispatch> object;
-    any_of(holdings_).object->QueryInterface(iid, reinterpret_cast<void**>(object.receive()));
+    any_of(holdings_).object->QueryInterface(iid, reinterpret_cast<void**>(object.put()));
     if (object) return object;
   }
   return {};
@@ -431,7 +430,7 @@ void World::walk(IEnumVARIANT* enumerator) {
     }
     enumerator->Skip(random(3));
     if (chance(30)) enumerator->Reset();
-    if (chance(30)) enumerator->Clone(copy.receive());
+    if (chance(30)) enumerator->Clone(copy.put());
   }
 }
 
@@ -439,7 +438,7 @@ const World::Kind* World::kind_of(IDispatch* object) const {
   for (const Kind& kind : kinds_) {
     Ref<IUnknown> found;
     object->QueryInterface(kind.info->interface_type.attributes().guid,
-                           reinterpret_cast<void**>(found.receive()));
+                           reinterpret_cast<void**>(found.put()));
     if (found) return &kind;
   }
   return nullptr;

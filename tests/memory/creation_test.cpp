@@ -85,7 +85,7 @@ TEST(ConnectingAListener, TakesItOrLeavesItAlone) {
   const Object events = create(L"CTxmEvents");
   const auto container = query<IConnectionPointContainer>(events.get());
   Ref<IConnectionPoint> point;
-  ASSERT_EQ(container->FindConnectionPoint(__uuidof(__CTxmEvents), point.receive()), S_OK);
+  ASSERT_EQ(container->FindConnectionPoint(__uuidof(__CTxmEvents), point.put()), S_OK);
   long heard = 0;
   const Object listener = host_object([&](const std::wstring&, const HostArguments&) {
     ++heard;
@@ -118,7 +118,7 @@ TEST(CopyingAnEnumerator, GivesACopyOrNothing) {
     HRESULT copied = S_OK;
     {
       const FailingMemory memory(failing);
-      copied = members->Clone(copy.receive());
+      copied = members->Clone(copy.put());
     }
     EXPECT_EQ(SUCCEEDED(copied), static_cast<bool>(copy));
     return SUCCEEDED(copied);

@@ -47,7 +47,7 @@ const Properties* properties_of(IDispatch* object) {
   static const std::vector<Described> known = describe_classes();
   for (const Described& each : known) {
     Ref<IUnknown> found;
-    object->QueryInterface(each.iid, reinterpret_cast<void**>(found.receive()));
+    object->QueryInterface(each.iid, reinterpret_cast<void**>(found.put()));
     if (found) return &each.properties;
   }
   return nullptr;
@@ -94,7 +94,7 @@ Object create(std::wstring_view class_name) {
   for (const ClassEntry& entry : library().classes) {
     if (entry.name != class_name) continue;
     Ref<IDispatch> object;
-    if (FAILED(entry.create(IID_IDispatch, reinterpret_cast<void**>(object.receive())))) break;
+    if (FAILED(entry.create(IID_IDispatch, reinterpret_cast<void**>(object.put())))) break;
     return Object(object);
   }
   throw CallFailed("cannot create an object");

@@ -141,7 +141,7 @@ class Heard {
     count_ = 0;
     const Object source = create(class_name);
     Ref<IConnectionPoint> point;
-    query<IConnectionPointContainer>(source.get())->FindConnectionPoint(events, point.receive());
+    query<IConnectionPointContainer>(source.get())->FindConnectionPoint(events, point.put());
     DWORD cookie = 0;
     const Object listener = host_object([this](const std::wstring&, const HostArguments& given) {
       ++count_;

@@ -30,8 +30,7 @@ class Listener::Sink final : public Counted<IDispatch> {
 Listener::Listener(Action action) : sink_(new Sink(std::move(action))) {
   const Object hub = Object::create(L"pvItems32.CUtility").get_object(L"TxmEvents");
   const auto container = hub.as<IConnectionPointContainer>();
-  if (!container ||
-      FAILED(container->FindConnectionPoint(__uuidof(__CTxmEvents), point_.receive())) ||
+  if (!container || FAILED(container->FindConnectionPoint(__uuidof(__CTxmEvents), point_.put())) ||
       FAILED(point_->Advise(sink_.get(), &cookie_))) {
     throw CallFailed("the event hub takes no listener");
   }

@@ -17,9 +17,9 @@ constexpr HRESULT kKeyNotUnique = static_cast<HRESULT>(0x800A0000u + 35602);
 Ref<ITypeInfo> make_type(TYPEKIND kind, const std::wstring& name) {
   if (name.empty()) return {};
   Ref<ICreateTypeLib2> library;
-  check(CreateTypeLib2(SYS_WIN32, L"controls.tlb", library.receive()));
+  check(CreateTypeLib2(SYS_WIN32, L"controls.tlb", library.put()));
   Ref<ICreateTypeInfo> type;
-  check(library->CreateTypeInfo(std::wstring(name).data(), kind, type.receive()));
+  check(library->CreateTypeInfo(std::wstring(name).data(), kind, type.put()));
   return query<ITypeInfo>(type.get());
 }
 

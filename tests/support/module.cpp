@@ -57,7 +57,7 @@ HRESULT Module::get_class_object(REFCLSID clsid, REFIID iid, void** object) cons
 
 Ref<IClassFactory> Module::class_factory(REFCLSID clsid) const {
   Ref<IClassFactory> factory;
-  get_class_object(clsid, IID_IClassFactory, reinterpret_cast<void**>(factory.receive()));
+  get_class_object(clsid, IID_IClassFactory, reinterpret_cast<void**>(factory.put()));
   return factory;
 }
 
@@ -74,7 +74,7 @@ HRESULT Module::install(bool install, const wchar_t* command_line) const {
 
 Ref<ITypeLib> Module::type_library() const {
   Ref<ITypeLib> library;
-  if (FAILED(LoadTypeLibEx(path().c_str(), REGKIND_NONE, library.receive()))) {
+  if (FAILED(LoadTypeLibEx(path().c_str(), REGKIND_NONE, library.put()))) {
     throw std::runtime_error("the library has no type library");
   }
   return library;

@@ -53,7 +53,7 @@ Object Object::create(std::wstring_view prog_id) {
   HRESULT result = CLSIDFromProgID(std::wstring(prog_id).c_str(), &clsid);
   if (SUCCEEDED(result)) {
     result = CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                              reinterpret_cast<void**>(created.object_.receive()));
+                              reinterpret_cast<void**>(created.object_.put()));
   }
   if (FAILED(result)) {
     Outcome outcome;

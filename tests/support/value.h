@@ -40,10 +40,10 @@ class Value : public Variant {
   bool is_object() const { return vt == VT_DISPATCH || vt == VT_UNKNOWN; }
   bool is_nothing() const { return is_object() && !punkVal; }
 
-  std::wstring text() const { return text_of(*this); }
-  long number() const { return long_of(*this); }
-  double real() const { return double_of(*this); }
-  bool boolean() const { return boolean_of(*this); }
+  std::wstring text() const { return to_text(*this); }
+  long number() const { return to_long(*this); }
+  double real() const { return to_double(*this); }
+  bool boolean() const { return to_bool(*this); }
 
   friend bool operator==(const Value& left, const Value& right);
 };

@@ -8,7 +8,7 @@ import sys
 
 ROOMS = ["core", "com", "platform", "host", "apartment", "dialogs", "classes", "module"]
 CONTRACT = "pvItems32.h"
-CONTRACT_FROM = ROOMS.index("apartment")  # com/, platform/ and host/ know nothing of this product
+CONTRACT_FROM = ROOMS.index("host")  # com/ and platform/ know nothing of this product
 WINDOWS = re.compile(r"windows\.h|commctrl\.h|shlobj\.h|(ole|oa|oc|obj|wtypes|winuser|dispex).*\.h")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 

@@ -2,8 +2,10 @@
 
 namespace pv {
 
+template ClassEntry class_entry<CPassword>();
+
 STDMETHODIMP CPassword::Status(VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return is_open(); });
+  return method_with_result(result, [&] { return is_open(); });
 }
 
 void CPassword::assign(std::wstring_view reference, std::wstring_view current) {

@@ -5,10 +5,11 @@
 
 namespace pv {
 
-class CPassword final : public Dual<CPassword, _CPassword, ::CPassword> {
- public:
-  static constexpr const wchar_t* kClassName = L"CPassword";
+AUTOMATION_CLASS(CPassword)
 
+/// One numbered password.
+class CPassword final : public AutomationObject<CPassword> {
+ public:
   STORED(Current, BSTR, current_)
   STORED(Index, short, index_)
   STORED(Reference, BSTR, reference_)

@@ -8,6 +8,9 @@
 #include "platform/code_page.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CPasswords>();
+
 namespace {
 
 constexpr DISPID kOnPasswordSet = 1;
@@ -40,7 +43,7 @@ Ref<CPassword> CPasswords::add(std::wstring_view reference, std::wstring_view cu
   return password;
 }
 
-short CPasswords::next_index() const { return short_of(Variant(list_.size() + 1)); }
+short CPasswords::next_index() const { return to_short(Variant(list_.size() + 1)); }
 
 void CPasswords::fire_state(DISPID event, short index) {
   const Variant argument(index);
@@ -48,18 +51,18 @@ void CPasswords::fire_state(DISPID event, short index) {
 }
 
 STDMETHODIMP CPasswords::Add(BSTR reference, BSTR current, _CPassword** result) noexcept {
-  return returning(result, [&] { return add(view_of(reference), view_of(current)); });
+  return method_with_result(result, [&] { return add(view_of(reference), view_of(current)); });
 }
 
 STDMETHODIMP CPasswords::ReIndex() noexcept {
-  return doing([&] {
+  return method([&] {
     short position = 0;
     for (const auto& password : list_) password->set_index(++position);
   });
 }
 
 STDMETHODIMP CPasswords::Status(short index, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     if (list_.at(static_cast<long>(index))->is_open()) return true;
     const bool edited = edit_password(this, Variant(index));
     return edited && list_.at(static_cast<long>(index))->is_open();
@@ -67,12 +70,12 @@ STDMETHODIMP CPasswords::Status(short index, VARIANT_BOOL* result) noexcept {
 }
 
 STDMETHODIMP CPasswords::Edit(VARIANT index, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return edit_password(this, dereferenced(index)); });
+  return method_with_result(result, [&] { return edit_password(this, dereferenced(index)); });
 }
 
 STDMETHODIMP CPasswords::Save(BSTR* result) noexcept {
-  return returning(result, [&] {
-    std::wstring text = integer_text(list_.size()) + L"|";
+  return method_with_result(result, [&] {
+    std::wstring text = format_integer(list_.size()) + L"|";
     for (const auto& password : list_) {
       text += encoded(password->reference()) + L"|" + encoded(password->current()) + L"|";
     }
@@ -84,13 +87,14 @@ STDMETHODIMP CPasswords::Save(BSTR* result) noexcept {
 // the former passwords go, so that a lack of it changes nothing.
 short CPasswords::load(std::wstring_view settings) {
   const std::vector<std::wstring> elements = split_record(settings);
-  const double count = double_of(Variant(element(elements, 0)));
+  const double count = to_double(Variant(element(elements, 0)));
   std::vector<Members> loaded;
   std::exception_ptr unreadable;
   try {
     for (std::size_t i = 1; static_cast<double>(i) <= count * 2; i += 2) {
       const std::wstring reference = decoded(element(elements, i));
-      loaded.emplace_back(no_members()).append(password_of(reference, decoded(element(elements, i + 1))));
+      loaded.emplace_back(no_members())
+          .append(password_of(reference, decoded(element(elements, i + 1))));
     }
   } catch (const automation_error&) {
     unreadable = std::current_exception();
@@ -106,30 +110,30 @@ short CPasswords::load(std::wstring_view settings) {
     fire_state(password->is_open() ? kOnPasswordSet : kOnPasswordReset, password->index());
   }
   if (unreadable) std::rethrow_exception(unreadable);
-  return short_of(Variant(count));
+  return to_short(Variant(count));
 }
 
 STDMETHODIMP CPasswords::Load(BSTR settings, short* result) noexcept {
-  return returning(result, [&] { return load(view_of(settings)); });
+  return method_with_result(result, [&] { return load(view_of(settings)); });
 }
 
 STDMETHODIMP CPasswords::Encode64(BSTR text, BSTR* result) noexcept {
-  return returning(result, [&] { return encoded(view_of(text)); });
+  return method_with_result(result, [&] { return encoded(view_of(text)); });
 }
 
 STDMETHODIMP CPasswords::Decode64(BSTR text, BSTR* result) noexcept {
-  return returning(result, [&] { return decoded(view_of(text)); });
+  return method_with_result(result, [&] { return decoded(view_of(text)); });
 }
 
 STDMETHODIMP CPasswords::RaiseOnPasswordSet(short index, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     fire_state(kOnPasswordSet, index);
     return Variant();
   });
 }
 
 STDMETHODIMP CPasswords::RaiseOnPasswordReset(short index, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     fire_state(kOnPasswordReset, index);
     return Variant();
   });

@@ -6,15 +6,11 @@
 
 namespace pv {
 
-class CPasswords;
-using PasswordsBase = EventSource<
-    CPasswords, _CPasswords, ::CPasswords, __CPasswords,
-    Collection<CPasswords, _CPasswords, ::CPasswords, CPassword, _CPassword, Missing::kRaises>>;
+AUTOMATION_CLASS_WITH_EVENTS(CPasswords)
 
-class CPasswords final : public PasswordsBase {
+/// The password store.
+class CPasswords final : public EventSource<Collection<CPasswords, CPassword, Missing::kRaises>> {
  public:
-  static constexpr const wchar_t* kClassName = L"CPasswords";
-
   STDMETHODIMP Add(BSTR reference, BSTR current, _CPassword** result) noexcept override;
   STDMETHODIMP ReIndex() noexcept override;
   STDMETHODIMP Status(short index, VARIANT_BOOL* result) noexcept override;

@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CDList final : public Dual<CDList, _CDList, ::CDList> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDList";
+AUTOMATION_CLASS(CDList)
 
+/// A display list: turns raw values into meanings.
+class CDList final : public AutomationObject<CDList> {
+ public:
   CDList();
   CDList(std::wstring_view key, std::wstring_view caption, Ref<_CDListMembers> members)
       : key_(key), caption_(caption), members_(std::move(members)) {}

@@ -4,6 +4,9 @@
 #include "core/text/settings_text.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CDListMember>();
+
 namespace {
 
 constexpr std::size_t kFields = 3;
@@ -11,9 +14,9 @@ constexpr std::size_t kFields = 3;
 }  // namespace
 
 STDMETHODIMP CDListMember::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::wstring text;
-    if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
+    if (!attempt([&] { text = to_text(dereferenced(members)); })) return false;
     const bool complete = split_record(text, kRecordSeparator, kFields).size() == kFields;
     record_ = parse_list_member(text, record_);
     return complete;
@@ -21,11 +24,11 @@ STDMETHODIMP CDListMember::Load(VARIANT members, VARIANT_BOOL* result) noexcept 
 }
 
 STDMETHODIMP CDListMember::Save(BSTR* result) noexcept {
-  return returning(result, [&] { return format_list_member(record_); });
+  return method_with_result(result, [&] { return format_list_member(record_); });
 }
 
 STDMETHODIMP CDListMember::Copy(_CDListMember* dest, _CDListMember** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     put_together<_CDListMember>(
         dest, {{&_CDListMember::get_Key, &_CDListMember::put_Key, record_.key},
                {&_CDListMember::get_Caption, &_CDListMember::put_Caption, record_.caption},

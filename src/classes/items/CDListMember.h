@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CDListMember final : public Dual<CDListMember, _CDListMember, ::CDListMember> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDListMember";
+AUTOMATION_CLASS(CDListMember)
 
+/// One meaning of a display list.
+class CDListMember final : public AutomationObject<CDListMember> {
+ public:
   CDListMember() = default;
   explicit CDListMember(ListMemberRecord record) : record_(std::move(record)) {}
 

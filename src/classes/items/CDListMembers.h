@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CDListMembers final : public Collection<CDListMembers, _CDListMembers, ::CDListMembers,
-                                              CDListMember, _CDListMember, Missing::kIsNothing> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDListMembers";
+AUTOMATION_CLASS(CDListMembers)
 
+/// The meanings of a display list.
+class CDListMembers final : public Collection<CDListMembers, CDListMember, Missing::kIsNothing> {
+ public:
   STORED(Changed, VARIANT_BOOL, changed_)
   STDMETHODIMP Add(BSTR key, VARIANT caption, VARIANT tag,
                    _CDListMember** result) noexcept override;

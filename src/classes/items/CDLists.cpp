@@ -7,6 +7,9 @@
 #include "platform/files.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CDLists>();
+
 namespace {
 
 Ref<CDListMembers> members_of(const ListRecord& record) {
@@ -20,9 +23,9 @@ Ref<CDListMembers> members_of(const ListRecord& record) {
 }  // namespace
 
 STDMETHODIMP CDLists::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const auto bytes = read_file(std::wstring(view_of(file_name)));
-    const auto lists = bytes ? read_list_file(*bytes, ansi_codec()) : std::nullopt;
+    const auto lists = bytes ? parse_list_file(*bytes, ansi_codec()) : std::nullopt;
     if (!lists) return false;
     Members loaded = no_members();
     for (const ListRecord& record : *lists) {
@@ -36,11 +39,11 @@ STDMETHODIMP CDLists::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noex
 }
 
 STDMETHODIMP CDLists::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::vector<ListRecord> records;
     for (const auto& list : list_) records.push_back(list->record());
     const bool saved = replace_file(std::wstring(view_of(file_name)),
-                                    write_list_file(records, library_stamp(), ansi_codec()));
+                                    format_list_file(records, library_stamp(), ansi_codec()));
     if (saved) changed_ = false;
     return saved;
   });
@@ -48,7 +51,7 @@ STDMETHODIMP CDLists::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noex
 
 STDMETHODIMP CDLists::Add(BSTR key, _CDListMembers* members, BSTR caption,
                           _CDList** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const Ref<_CDListMembers> own =
         members ? Ref<_CDListMembers>(members) : Ref<_CDListMembers>(make<CDListMembers>());
     auto list = make<CDList>(view_of(key), view_of(caption), own);
@@ -58,18 +61,12 @@ STDMETHODIMP CDLists::Add(BSTR key, _CDListMembers* members, BSTR caption,
 }
 
 STDMETHODIMP CDLists::ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
-    return attempt([&] {
-      const auto copy = make<CDList>();
-      list_.at(index)->copy_to(copy.get());
-      copy->rename(view_of(new_name));
-      replace_member(list_, index, copy, view_of(new_name));
-    });
-  });
+  return method_with_result(
+      result, [&] { return attempt([&] { rename_member(list_, index, view_of(new_name)); }); });
 }
 
 STDMETHODIMP CDLists::FillList(short index, IDispatch* control, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const LateBound list_box{Ref<IDispatch>(control)};
     bool filled = attempt([&] { list_box.call(L"Clear"); });
     filled &= attempt([&] {

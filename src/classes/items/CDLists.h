@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CDLists final
-    : public Collection<CDLists, _CDLists, ::CDLists, CDList, _CDList, Missing::kIsNothing> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDLists";
+AUTOMATION_CLASS(CDLists)
 
+/// The display lists of a transmitter.
+class CDLists final : public Collection<CDLists, CDList, Missing::kIsNothing> {
+ public:
   STORED(Changed, VARIANT_BOOL, changed_)
   STDMETHODIMP LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;

@@ -2,16 +2,18 @@
 
 #include <utility>
 
+#include "com/call.h"
 #include "com/object.h"
 #include "core/items/item_record.h"
 #include "pvItems32.h"
 
 namespace pv {
 
-class CItem final : public Dual<CItem, _CItem, ::CItem> {
- public:
-  static constexpr const wchar_t* kClassName = L"CItem";
+AUTOMATION_CLASS(CItem)
 
+/// One parameter of a transmitter.
+class CItem final : public AutomationObject<CItem> {
+ public:
   STORED(Key, BSTR, record_.key)
   STORED(ItemID, short, record_.item_id)
   STORED(ByMeaning, VARIANT_BOOL, record_.by_meaning)
@@ -25,24 +27,24 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
   STDMETHODIMP putref_Variables(_CVariables* value) noexcept override;
 
   // Properties of the variable at `index`; an index out of range means the first variable.
-  STDMETHODIMP get_Dimension(short index, short* result) noexcept override;
-  STDMETHODIMP put_Dimension(short index, short value) noexcept override;
-  STDMETHODIMP get_Unit(short index, short* result) noexcept override;
-  STDMETHODIMP put_Unit(short index, short value) noexcept override;
-  STDMETHODIMP get_Caption(short index, BSTR* result) noexcept override;
-  STDMETHODIMP put_Caption(short index, BSTR value) noexcept override;
-  STDMETHODIMP get_Description(short index, BSTR* result) noexcept override;
-  STDMETHODIMP put_Description(short index, BSTR value) noexcept override;
-  STDMETHODIMP get_Symbol(short index, BSTR* result) noexcept override;
-  STDMETHODIMP put_Symbol(short index, BSTR value) noexcept override;
-  STDMETHODIMP get_Decimals(short index, short* result) noexcept override;
-  STDMETHODIMP put_Decimals(short index, short value) noexcept override;
-  STDMETHODIMP get_Value(short index, VARIANT* result) noexcept override;
-  STDMETHODIMP put_Value(short index, VARIANT value) noexcept override;
-  STDMETHODIMP get_Dirty(short index, VARIANT_BOOL* result) noexcept override;
-  STDMETHODIMP put_Dirty(short index, VARIANT_BOOL value) noexcept override;
-  STDMETHODIMP get_DataType(short index, short* result) noexcept override;
-  STDMETHODIMP put_DataType(short index, short value) noexcept override;
+#define OF_VARIABLE(Name, Type, Property)                                                 \
+  STDMETHODIMP get_##Name(short index, Type* result) noexcept override {                  \
+    return method_with_result(                                                            \
+        result, [&] { return result_of(variable(index), &_CVariable::get_##Property); }); \
+  }                                                                                       \
+  STDMETHODIMP put_##Name(short index, Type value) noexcept override {                    \
+    return method([&] { call(variable(index), &_CVariable::put_##Property, value); });    \
+  }
+  OF_VARIABLE(Dimension, short, DimensionID)
+  OF_VARIABLE(Unit, short, UnitID)
+  OF_VARIABLE(Caption, BSTR, Caption)
+  OF_VARIABLE(Description, BSTR, Description)
+  OF_VARIABLE(Symbol, BSTR, Symbol)
+  OF_VARIABLE(Decimals, short, Decimals)
+  OF_VARIABLE(Value, VARIANT, Value)
+  OF_VARIABLE(Dirty, VARIANT_BOOL, Dirty)
+  OF_VARIABLE(DataType, short, DataType)
+#undef OF_VARIABLE
 
   STDMETHODIMP Copy(_CItem* dest, _CItem** result) noexcept override;
   STDMETHODIMP CheckVarIndex(short index, short* result) noexcept override;
@@ -60,12 +62,6 @@ class CItem final : public Dual<CItem, _CItem, ::CItem> {
  private:
   short checked_index(short index);
   Ref<_CVariable> variable(short index);
-  template <class Out, class Getter>
-  HRESULT get_of_variable(short index, Out* result, Getter getter,
-                          const Location& where = Location::current()) noexcept;
-  template <class Value, class Putter>
-  HRESULT put_to_variable(short index, Value value, Putter putter,
-                          const Location& where = Location::current()) noexcept;
 
   ItemRecord record_{{}, 0, true, 1, false, false, 0.5f, 4};
   Ref<_CVariables> variables_;

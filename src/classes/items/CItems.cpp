@@ -1,7 +1,7 @@
 #include "classes/items/CItems.h"
 
 #include "classes/items/CVariables.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "core/text/library_version.h"
 #include "core/text/number_text.h"
 #include "dialogs/message_box.h"
@@ -10,6 +10,9 @@
 #include "platform/locale.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CItems>();
+
 namespace {
 
 constexpr short kCriticalPicture = 16;
@@ -37,34 +40,34 @@ void read_record(VariableRecord& record, const Ref<_CVariable>& variable) {
   read_text(record.key, variable, &_CVariable::get_Key);
   read_text(record.caption, variable, &_CVariable::get_Caption);
   read_text(record.description, variable, &_CVariable::get_Description);
-  record.parent_variable = fetch(variable, &_CVariable::get_ParentVariable);
-  record.dimension_id = fetch(variable, &_CVariable::get_DimensionID);
-  record.unit_id = fetch(variable, &_CVariable::get_UnitID);
-  record.decimals = fetch(variable, &_CVariable::get_Decimals);
+  record.parent_variable = result_of(variable, &_CVariable::get_ParentVariable);
+  record.dimension_id = result_of(variable, &_CVariable::get_DimensionID);
+  record.unit_id = result_of(variable, &_CVariable::get_UnitID);
+  record.decimals = result_of(variable, &_CVariable::get_Decimals);
   record.list_id.clear();
-  attempt([&] { record.list_id = text_of(fetch(variable, &_CVariable::get_ListID)); });
-  record.data_type = fetch(variable, &_CVariable::get_DataType);
+  attempt([&] { record.list_id = to_text(result_of(variable, &_CVariable::get_ListID)); });
+  record.data_type = result_of(variable, &_CVariable::get_DataType);
   read_text(record.symbol, variable, &_CVariable::get_Symbol);
 }
 
 // A variable of our own. The text of its list comes first, as it may be that of an object.
 void write(ItemFileWriter& file, const CVariable& variable) {
   std::wstring list_id;
-  attempt([&] { list_id = text_of(variable.list_id()); });
+  attempt([&] { list_id = to_text(variable.list_id()); });
   file.variable(variable.view(list_id));
 }
 
 void write(ItemFileWriter& file, CItem& item) {
   const Ref<_CVariables> variables = item.variables();
-  const Ref<CVariables> own = CVariables::own(variables.get());
-  const long count = fetch(variables, &_CVariables::get_Count);
+  const Ref<CVariables> own = CVariables::from_interface(variables.get());
+  const long count = result_of(variables, &_CVariables::get_Count);
   file.item(item.record(), static_cast<std::size_t>(count));
   VariableRecord record;
   for (long i = 1; i <= count; ++i) {
     if (own) {
       write(file, *Ref<CVariable>(own->list().at(i)));
     } else {
-      read_record(record, fetch(variables, &_CVariables::get_Item, Variant(i)));
+      read_record(record, result_of(variables, &_CVariables::get_Item, Variant(i)));
       file.variable(record.as<std::wstring_view>());
     }
   }
@@ -90,7 +93,7 @@ void add_from_file(CItems::Members& items, LoadedItem& loaded) {
 std::wstring CItems::lookup_key(const VARIANT& index) const {
   const IndexKey key = index_key_of(index);
   if (const auto* text = std::get_if<std::wstring_view>(&key)) return std::wstring(*text);
-  return integer_text(list_.at(std::get<long>(key))->record().item_id);
+  return format_integer(list_.at(std::get<long>(key))->record().item_id);
 }
 
 // With a version selected, its table tells which item stands for the one that was asked for.
@@ -103,7 +106,7 @@ Ref<CItem> CItems::find(const VARIANT& index) const {
 }
 
 STDMETHODIMP CItems::get_Item(VARIANT index, _CItem** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     Ref<CItem> found;
     attempt([&] { found = find(index); });
     return found;
@@ -117,15 +120,15 @@ long CItems::version_item_count() const {
 }
 
 STDMETHODIMP CItems::get_Count(long* result) noexcept {
-  return returning(result, [&] { return version_item_count(); });
+  return method_with_result(result, [&] { return version_item_count(); });
 }
 
 STDMETHODIMP CItems::get_AllItemCount(long* result) noexcept {
-  return returning(result, [&] { return list_.size(); });
+  return method_with_result(result, [&] { return list_.size(); });
 }
 
 STDMETHODIMP CItems::get_Versions(_CVersions** result) noexcept {
-  return returning(result, [&] { return versions_; });
+  return method_with_result(result, [&] { return versions_; });
 }
 
 Ref<CItem> CItems::add(ItemRecord record, _CVariables* variables) {
@@ -140,7 +143,7 @@ Ref<CItem> CItems::add(ItemRecord record, _CVariables* variables) {
 STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short access,
                          VARIANT_BOOL historian, VARIANT_BOOL restore, float smart_wait,
                          short length, _CVariables* variables, _CItem** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return add({std::wstring(view_of(key)), item_id, by_meaning != VARIANT_FALSE, access,
                 historian != VARIANT_FALSE, restore != VARIANT_FALSE, smart_wait, length},
                variables);
@@ -148,7 +151,7 @@ STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short
 }
 
 STDMETHODIMP CItems::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const auto bytes = read_file(std::wstring(view_of(file_name)));
     if (!bytes) return false;
     ItemFileReader file(*bytes, ansi_codec());
@@ -165,7 +168,7 @@ STDMETHODIMP CItems::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexc
 // What a variable holds may be an object that changes the collection when it is asked for its text,
 // so the items that are there at the beginning are written.
 STDMETHODIMP CItems::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::vector<Ref<CItem>> items;
     for (const auto& item : list_) items.push_back(item);
     FileReplacement file(std::wstring(view_of(file_name)));

@@ -8,15 +8,11 @@
 
 namespace pv {
 
-class CItems;
-using ItemsBase =
-    EventSource<CItems, _CItems, ::CItems, __CItems,
-                Collection<CItems, _CItems, ::CItems, CItem, _CItem, Missing::kIsNothing>>;
+AUTOMATION_CLASS_WITH_EVENTS(CItems)
 
-class CItems final : public ItemsBase {
+/// The item database of a transmitter.
+class CItems final : public EventSource<Collection<CItems, CItem, Missing::kIsNothing>> {
  public:
-  static constexpr const wchar_t* kClassName = L"CItems";
-
   CItems() : versions_(make<CVersions>()) {}
 
   STDMETHODIMP get_Item(VARIANT index, _CItem** result) noexcept override;

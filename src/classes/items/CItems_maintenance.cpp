@@ -4,7 +4,7 @@
 
 #include "apartment/shared_objects.h"
 #include "classes/items/CItems.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "com/lenient.h"
 #include "core/list/sorted_positions.h"
 #include "core/text/file_name.h"
@@ -23,12 +23,12 @@ namespace {
 
 constexpr short kAllVariables = -1;
 
-std::wstring item_section(long position) { return L"ITEM" + integer_text(position); }
+std::wstring item_section(long position) { return L"ITEM" + format_integer(position); }
 
 // One file per language: the extension is the language's number in three digits.
 std::wstring text_file_of(const std::wstring& file) {
-  const auto language = fetch(shared_languages(), &_CLanguages::get_ActiveLanguageID);
-  const std::wstring filled = L"00" + integer_text(language);
+  const auto language = result_of(shared_languages(), &_CLanguages::get_ActiveLanguageID);
+  const std::wstring filled = L"00" + format_integer(language);
   FileName name = parse_file_name(file);
   name.extension = filled.substr(filled.size() - 3);
   return make_full_name(name);
@@ -36,29 +36,29 @@ std::wstring text_file_of(const std::wstring& file) {
 
 bool write_item_texts(const std::wstring& file, long position, CItem& item, short variable) {
   const auto& variables = item.variables();
-  const long count = fetch(variables, &_CVariables::get_Count);
+  const long count = result_of(variables, &_CVariables::get_Count);
   if (variable != kAllVariables && (variable < 1 || variable > count)) return false;
   bool written = true;
   for (long j = 1; j <= count; ++j) {
     if (variable != kAllVariables && variable != j) continue;
-    const auto each = fetch(variables, &_CVariables::get_Item, Variant(j));
-    written &= write_profile(
-        file, item_section(position), L"VAR" + integer_text(j),
-        fetch(each, &_CVariable::get_Caption) + L"|" + fetch(each, &_CVariable::get_Description));
+    const auto each = result_of(variables, &_CVariables::get_Item, Variant(j));
+    written &= write_profile(file, item_section(position), L"VAR" + format_integer(j),
+                             result_of(each, &_CVariable::get_Caption) + L"|" +
+                                 result_of(each, &_CVariable::get_Description));
   }
   return written;
 }
 
 bool write_head(const std::wstring& file, long count) {
   const FileStamp stamp = library_stamp();
-  bool written = write_profile(file, L"Items", L"Count", integer_text(count));
+  bool written = write_profile(file, L"Items", L"Count", format_integer(count));
   written &= write_profile(file, L"Items", L"Version", stamp.version);
   return write_profile(file, L"Items", L"Date", stamp.comments) && written;
 }
 
 bool clear_recorded_items(const std::wstring& file) {
   bool cleared = true;
-  const long recorded = integer_of<short>(read_profile(file, L"Items", L"Count", L"0"));
+  const long recorded = lenient_integer<short>(read_profile(file, L"Items", L"Count", L"0"));
   for (long i = 1; i <= recorded; ++i) cleared &= clear_profile_section(file, item_section(i));
   return cleared;
 }
@@ -66,8 +66,8 @@ bool clear_recorded_items(const std::wstring& file) {
 // Where a renamed item goes: a numeric key, even numeric text, is a position; any other is the end.
 double new_position(const VARIANT& old_key) {
   double position = std::numeric_limits<double>::infinity();
-  attempt([&] { position = std::nearbyint(double_of(old_key)); });
-  if (position < 1) throw automation_error(ErrorCode::kSubscript, text_of(old_key));
+  attempt([&] { position = std::nearbyint(to_double(old_key)); });
+  if (position < 1) throw automation_error(ErrorCode::kSubscript, to_text(old_key));
   return position;
 }
 
@@ -78,18 +78,18 @@ bool CItems::sort(bool ascending) {
   std::vector<std::int16_t> keys;
   for (const auto& item : list_) {
     if (item->record().key.empty()) return false;
-    keys.push_back(integer_of<std::int16_t>(item->record().key));
+    keys.push_back(lenient_integer<std::int16_t>(item->record().key));
   }
   list_.reorder(sorted_positions(keys, ascending));
   return true;
 }
 
 STDMETHODIMP CItems::Sort(VARIANT_BOOL ascending, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return sort(ascending != VARIANT_FALSE); });
+  return method_with_result(result, [&] { return sort(ascending != VARIANT_FALSE); });
 }
 
 void CItems::change_id(short index, short new_id) {
-  const std::wstring key = integer_text(new_id);
+  const std::wstring key = format_integer(new_id);
   const Ref<CItem> former = list_.at(static_cast<long>(index));
   if (list_.contains(key) && list_.at(key) != former) {
     throw automation_error(ErrorCode::kKeyInUse, key);
@@ -101,7 +101,7 @@ void CItems::change_id(short index, short new_id) {
 }
 
 STDMETHODIMP CItems::ChangeID(short index, short new_id, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return attempt([&] { change_id(index, new_id); }); });
+  return method_with_result(result, [&] { return attempt([&] { change_id(index, new_id); }); });
 }
 
 void CItems::change_key(const VARIANT& old_key, std::wstring_view new_key) {
@@ -118,8 +118,8 @@ void CItems::change_key(const VARIANT& old_key, std::wstring_view new_key) {
 }
 
 STDMETHODIMP CItems::ChangeKey(VARIANT old_key, VARIANT new_key, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
-    return attempt([&] { change_key(dereferenced(old_key), text_of(dereferenced(new_key))); });
+  return method_with_result(result, [&] {
+    return attempt([&] { change_key(dereferenced(old_key), to_text(dereferenced(new_key))); });
   });
 }
 
@@ -133,7 +133,7 @@ bool CItems::save_texts(const std::wstring& file, _CItem* item, short variable) 
     }
     return written;
   }
-  const short id = fetch(item, &_CItem::get_ItemID);
+  const short id = result_of(item, &_CItem::get_ItemID);
   long position = 0;
   for (const auto& each : list_) {
     ++position;
@@ -144,7 +144,7 @@ bool CItems::save_texts(const std::wstring& file, _CItem* item, short variable) 
 
 STDMETHODIMP CItems::SaveTextSettings(BSTR file_name, _CItem* item, short variable,
                                       VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     bool saved = false;
     attempt([&] {
       saved = save_texts(text_file_of(std::wstring(view_of(file_name))), item, variable);
@@ -154,17 +154,17 @@ STDMETHODIMP CItems::SaveTextSettings(BSTR file_name, _CItem* item, short variab
 }
 
 STDMETHODIMP CItems::LoadItemSymbols(IDispatch* control, BSTR path, long* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     if (type_name_of(control) != L"ImageList") return 0L;
     const ImageList images{control};
     bool complete = true;
     for (const auto& item : list_) {
       const auto& variables = item->variables();
-      const long count = fetch(variables, &_CVariables::get_Count);
+      const long count = result_of(variables, &_CVariables::get_Count);
       for (long j = 1; j <= count; ++j) {
         complete &= attempt([&] {
-          const auto variable = fetch(variables, &_CVariables::get_Item, Variant(j));
-          const std::wstring symbol = upper_case(fetch(variable, &_CVariable::get_Symbol));
+          const auto variable = result_of(variables, &_CVariables::get_Item, Variant(j));
+          const std::wstring symbol = upper_case(result_of(variable, &_CVariable::get_Symbol));
           images.add(symbol,
                      picture_from_file(std::wstring(view_of(path)) + symbol + L".BMP").get());
         });

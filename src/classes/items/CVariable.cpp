@@ -3,6 +3,9 @@
 #include "core/text/number_text.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CVariable>();
+
 namespace {
 
 constexpr std::size_t kListIdField = 8;
@@ -25,7 +28,7 @@ VariableRecordView CVariable::view(std::wstring_view list_id) const {
 void CVariable::assign(VariableRecord record) {
   // Values are never part of a record: a float starts as number, everything else as text.
   Variant value = record.data_type == edtFloat ? Variant(0.0f) : Variant(L"0");
-  Variant list_id(integer_of<short>(record.list_id));
+  Variant list_id(lenient_integer<short>(record.list_id));
   // From here on nothing needs memory.
   key_ = std::move(record.key);
   caption_ = std::move(record.caption);
@@ -41,9 +44,9 @@ void CVariable::assign(VariableRecord record) {
 }
 
 STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::wstring text;
-    if (!attempt([&] { text = text_of(dereferenced(members)); })) return false;
+    if (!attempt([&] { text = to_text(dereferenced(members)); })) return false;
     VariableFields fields = parse_variable_record(text, view({}).as<std::wstring>());
     Variant list_id = list_id_;
     assign(std::move(fields.record));
@@ -53,8 +56,8 @@ STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
 }
 
 STDMETHODIMP CVariable::Save(BSTR* result) noexcept {
-  return returning(result, [&] {
-    const std::wstring list_id = text_of(list_id_);
+  return method_with_result(result, [&] {
+    const std::wstring list_id = to_text(list_id_);
     return format_variable_record(view(list_id));
   });
 }

@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CVariable final : public Dual<CVariable, _CVariable, ::CVariable> {
- public:
-  static constexpr const wchar_t* kClassName = L"CVariable";
+AUTOMATION_CLASS(CVariable)
 
+/// One field of an item.
+class CVariable final : public AutomationObject<CVariable> {
+ public:
   CVariable() = default;
   /// A variable that never had the texts of a new one.
   explicit CVariable(VariableRecord record) : description_(), caption_() {

@@ -1,14 +1,16 @@
 #include "classes/items/CVariables.h"
 
-#include "com/fetch.h"
+#include "com/call.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CVariables>();
 
 STDMETHODIMP CVariables::Add(BSTR key, BSTR caption, BSTR description, BSTR symbol,
                              short parent_variable, short dimension_id, short unit_id,
                              short decimals, VARIANT value, VARIANT list_id, short data_type,
                              _CVariable** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     auto variable = make<CVariable>();
     const Ref<_CVariable> properties = variable;
     call(properties, &_CVariable::put_Key, key);

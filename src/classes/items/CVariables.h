@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CVariables final : public Collection<CVariables, _CVariables, ::CVariables, CVariable,
-                                           _CVariable, Missing::kRaises> {
- public:
-  static constexpr const wchar_t* kClassName = L"CVariables";
+AUTOMATION_CLASS(CVariables)
 
+/// The ordered, keyed variables of an item.
+class CVariables final : public Collection<CVariables, CVariable, Missing::kRaises> {
+ public:
   STDMETHODIMP Add(BSTR key, BSTR caption, BSTR description, BSTR symbol, short parent_variable,
                    short dimension_id, short unit_id, short decimals, VARIANT value,
                    VARIANT list_id, short data_type, _CVariable** result) noexcept override;

@@ -4,8 +4,10 @@
 
 namespace pv {
 
+template ClassEntry class_entry<CVerItem>();
+
 STDMETHODIMP CVerItem::Copy(_CVerItem* dest, _CVerItem** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     put_together<_CVerItem>(
         dest, {{&_CVerItem::get_Key, &_CVerItem::put_Key, entry_.key},
                {&_CVerItem::get_IndexKey, &_CVerItem::put_IndexKey, entry_.index_key}});

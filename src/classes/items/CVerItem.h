@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CVerItem final : public Dual<CVerItem, _CVerItem, ::CVerItem> {
- public:
-  static constexpr const wchar_t* kClassName = L"CVerItem";
+AUTOMATION_CLASS(CVerItem)
 
+/// One entry of a version lookup table.
+class CVerItem final : public AutomationObject<CVerItem> {
+ public:
   CVerItem() = default;
   explicit CVerItem(VersionEntry entry) : entry_(std::move(entry)) {}
 

@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CVerItems final : public Collection<CVerItems, _CVerItems, ::CVerItems, CVerItem, _CVerItem,
-                                          Missing::kIsNothing> {
- public:
-  static constexpr const wchar_t* kClassName = L"CVerItems";
+AUTOMATION_CLASS(CVerItems)
 
+/// The entries of a version lookup table.
+class CVerItems final : public Collection<CVerItems, CVerItem, Missing::kIsNothing> {
+ public:
   STDMETHODIMP Add(BSTR key, BSTR index_key, _CVerItem** result) noexcept override;
   STDMETHODIMP ChangeKey(short index, VARIANT new_key, VARIANT_BOOL* result) noexcept override;
 

@@ -1,11 +1,13 @@
 #include "classes/items/CVersion.h"
 
-#include "com/fetch.h"
+#include "com/call.h"
 
 namespace pv {
 
+template ClassEntry class_entry<CVersion>();
+
 STDMETHODIMP CVersion::get_VerItems(_CVerItems** result) noexcept {
-  return returning(result, [&] { return entries_; });
+  return method_with_result(result, [&] { return entries_; });
 }
 
 VersionRecord CVersion::record() const {
@@ -16,18 +18,18 @@ VersionRecord CVersion::record() const {
 
 void CVersion::copy_to(_CVersion* dest) const {
   if (dest == this) return;
-  const auto target = present(fetch(dest, &_CVersion::get_VerItems));
+  const auto target = required_object(result_of(dest, &_CVersion::get_VerItems));
   const auto copies = make<CVerItems>();
   for (const auto& entry : entries_->list()) copies->add(entry->record());
   call(dest, &_CVersion::put_Name, Bstr(name_));  // the last step that takes memory
   give_members(copies, target, [](const Ref<_CVerItems>& entries, const CVerItem& copy) {
-    fetch(entries, &_CVerItems::Add, Bstr(copy.record().key), Bstr(copy.record().index_key));
+    result_of(entries, &_CVerItems::Add, Bstr(copy.record().key), Bstr(copy.record().index_key));
   });
   call(dest, &_CVersion::put_ItemCount, item_count_);
 }
 
 STDMETHODIMP CVersion::Copy(_CVersion* dest, _CVersion** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     copy_to(dest);
     return Ref<_CVersion>(dest);
   });

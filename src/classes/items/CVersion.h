@@ -5,10 +5,11 @@
 
 namespace pv {
 
-class CVersion final : public Dual<CVersion, _CVersion, ::CVersion> {
- public:
-  static constexpr const wchar_t* kClassName = L"CVersion";
+AUTOMATION_CLASS(CVersion)
 
+/// The lookup table of one software version.
+class CVersion final : public AutomationObject<CVersion> {
+ public:
   CVersion() = default;
   CVersion(std::wstring_view name, short item_count) : name_(name), item_count_(item_count) {}
 

@@ -8,6 +8,8 @@
 
 namespace pv {
 
+template ClassEntry class_entry<CVersions>();
+
 namespace {
 
 // The first of a key stands.
@@ -22,9 +24,9 @@ Ref<CVersion> version_of(const VersionRecord& record) {
 }  // namespace
 
 STDMETHODIMP CVersions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const auto bytes = read_file(std::wstring(view_of(file_name)));
-    const auto file = bytes ? read_version_file(*bytes, ansi_codec()) : std::nullopt;
+    const auto file = bytes ? parse_version_file(*bytes, ansi_codec()) : std::nullopt;
     if (!file) return false;
     // A version whose name is taken is passed over with its entries.
     Members loaded = no_members();
@@ -38,18 +40,18 @@ STDMETHODIMP CVersions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) no
 }
 
 STDMETHODIMP CVersions::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::vector<VersionRecord> records;
     for (const auto& version : list_) records.push_back(version->record());
     const bool saved = replace_file(std::wstring(view_of(file_name)),
-                                    write_version_file(records, library_stamp(), ansi_codec()));
+                                    format_version_file(records, library_stamp(), ansi_codec()));
     if (saved) changed_ = false;
     return saved;
   });
 }
 
 STDMETHODIMP CVersions::Add(BSTR name, long item_count, _CVersion** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     using Limits = std::numeric_limits<short>;
     if (item_count < Limits::min() || item_count > Limits::max()) {
       throw automation_error(ErrorCode::kOverflow, L"ItemCount " + std::to_wstring(item_count));
@@ -61,14 +63,8 @@ STDMETHODIMP CVersions::Add(BSTR name, long item_count, _CVersion** result) noex
 }
 
 STDMETHODIMP CVersions::ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
-    return attempt([&] {
-      const auto copy = make<CVersion>();
-      list_.at(index)->copy_to(copy.get());
-      copy->rename(view_of(new_name));
-      replace_member(list_, index, copy, view_of(new_name));
-    });
-  });
+  return method_with_result(
+      result, [&] { return attempt([&] { rename_member(list_, index, view_of(new_name)); }); });
 }
 
 }  // namespace pv

@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CVersions final : public Collection<CVersions, _CVersions, ::CVersions, CVersion, _CVersion,
-                                          Missing::kIsNothing> {
- public:
-  static constexpr const wchar_t* kClassName = L"CVersions";
+AUTOMATION_CLASS(CVersions)
 
+/// The version lookup tables of an item database.
+class CVersions final : public Collection<CVersions, CVersion, Missing::kIsNothing> {
+ public:
   STORED(Changed, VARIANT_BOOL, changed_)
   STDMETHODIMP LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;

@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CComDetail final : public Dual<CComDetail, _CComDetail, ::CComDetail> {
- public:
-  static constexpr const wchar_t* kClassName = L"CComDetail";
+AUTOMATION_CLASS(CComDetail)
 
+/// The record of one exchange with a transmitter.
+class CComDetail final : public AutomationObject<CComDetail> {
+ public:
   STORED(Key, VARIANT, key_)
   STDMETHODIMP putref_Key(VARIANT value) noexcept override { return put_Key(value); }
   STORED(Protocol, BSTR, protocol_)

@@ -2,9 +2,11 @@
 
 namespace pv {
 
+template ClassEntry class_entry<CComHistory>();
+
 // One record goes for each one that comes, even when the limit was lowered below the count.
 STDMETHODIMP CComHistory::Add(_CComDetail* detail, _CComDetail** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     Ref<_CComDetail> record(detail);
     if (!record) throw automation_error(ErrorCode::kObjectNotSet, L"ComDetail");
     if (list_.size() >= maximum_) {

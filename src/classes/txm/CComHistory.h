@@ -5,12 +5,11 @@
 
 namespace pv {
 
-/// The newest record stands at position 1.
-class CComHistory final : public Collection<CComHistory, _CComHistory, ::CComHistory, _CComDetail,
-                                            _CComDetail, Missing::kRaises> {
- public:
-  static constexpr const wchar_t* kClassName = L"CComHistory";
+AUTOMATION_CLASS(CComHistory)
 
+/// The newest record stands at position 1.
+class CComHistory final : public Collection<CComHistory, _CComDetail, Missing::kRaises> {
+ public:
   STDMETHODIMP Add(_CComDetail* detail, _CComDetail** result) noexcept override;
   STORED(Maximum, short, maximum_)
 

@@ -5,10 +5,11 @@
 
 namespace pv {
 
-class CComUtility final : public Dual<CComUtility, _CComUtility, ::CComUtility> {
- public:
-  static constexpr const wchar_t* kClassName = L"CComUtility";
+AUTOMATION_CLASS(CComUtility)
 
+/// Conversions for telegrams.
+class CComUtility final : public AutomationObject<CComUtility> {
+ public:
   STDMETHODIMP CHexToInt(BSTR value, long* result) noexcept override;
   STDMETHODIMP CIntToHex(VARIANT value, short digits, BSTR* result) noexcept override;
   STDMETHODIMP CHexToSng(BSTR value, double* result) noexcept override;

@@ -6,11 +6,11 @@
 
 namespace pv {
 
-/// Wraps one protocol object. Without one it answers "no" instead of raising errors.
-class CProtocol final : public Dual<CProtocol, _CProtocol, ::CProtocol> {
- public:
-  static constexpr const wchar_t* kClassName = L"CProtocol";
+AUTOMATION_CLASS(CProtocol)
 
+/// Wraps one protocol object. Without one it answers "no" instead of raising errors.
+class CProtocol final : public AutomationObject<CProtocol> {
+ public:
   STDMETHODIMP get_Server(IDispatch** result) noexcept override;
   STDMETHODIMP putref_Server(IDispatch* value) noexcept override;
   STORED(Name, BSTR, name_)

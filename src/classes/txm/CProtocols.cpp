@@ -1,12 +1,14 @@
 #include "classes/txm/CProtocols.h"
 
-#include "com/fetch.h"
+#include "com/call.h"
 
 namespace pv {
 
+template ClassEntry class_entry<CProtocols>();
+
 STDMETHODIMP CProtocols::Add(IDispatch* server, BSTR name, ProtocolTypes index, BSTR key,
                              _CProtocol** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     auto protocol = make<CProtocol>();
     const Ref<_CProtocol> properties = protocol;
     call(properties, &_CProtocol::putref_Server, server);

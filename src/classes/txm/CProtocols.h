@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CProtocols final : public Collection<CProtocols, _CProtocols, ::CProtocols, CProtocol,
-                                           _CProtocol, Missing::kRaises> {
- public:
-  static constexpr const wchar_t* kClassName = L"CProtocols";
+AUTOMATION_CLASS(CProtocols)
 
+/// The protocols of a transmitter server.
+class CProtocols final : public Collection<CProtocols, CProtocol, Missing::kRaises> {
+ public:
   STDMETHODIMP Add(IDispatch* server, BSTR name, ProtocolTypes index, BSTR key,
                    _CProtocol** result) noexcept override;
   STORED(ActiveProtocol, ProtocolTypes, active_protocol_)

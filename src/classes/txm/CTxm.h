@@ -4,17 +4,16 @@
 
 #include "com/object.h"
 #include "core/access/access_word.h"
-#include "host/late_bound.h"
-#include "pvItems32.h"
+#include "host/transmitter_server.h"
 
 namespace pv {
 
+AUTOMATION_CLASS(CTxm)
+
 /// A transmitter: its settings and state, and the policy of reading and writing. Item data lives in
 /// the transmitter server, which is reached by member name.
-class CTxm final : public Dual<CTxm, _CTxm, ::CTxm> {
+class CTxm final : public AutomationObject<CTxm> {
  public:
-  static constexpr const wchar_t* kClassName = L"CTxm";
-
   // Settings and state (CTxm.cpp).
   STDMETHODIMP get_Server(IDispatch** result) noexcept override;
   STDMETHODIMP putref_Server(IDispatch* value) noexcept override;
@@ -111,26 +110,22 @@ class CTxm final : public Dual<CTxm, _CTxm, ::CTxm> {
 
   // A host may let go of the transmitter inside one of its calls: in an event or a server's answer.
   template <class Out, class Body>
-  HRESULT returning(Out* out, Body&& body, const Location& where = Location::current()) noexcept {
+  HRESULT method_with_result(Out* out, Body&& body,
+                             const Location& where = Location::current()) noexcept {
     const Ref<_CTxm> alive(this);
-    return Dual::returning(out, std::forward<Body>(body), where);
+    return AutomationObject::method_with_result(out, std::forward<Body>(body), where);
   }
 
   bool is_modem() const;
-  std::wstring type_name() const;
   std::wstring formatted(int parts) const;
   std::wstring item_label(_CItem* item) const;
 
-  template <class I>
-  Ref<I> server_object(std::wstring_view property) const;
-  Ref<_CItems> items() const;
-  Ref<_CDimensions> dimensions() const;
-  Ref<_CDLists> lists() const;
+  Station station() const { return {address_, com_port_, com_settings_}; }
+  Ref<_CItems> items() const { return server_.items(version_); }
   Ref<_CItem> item_with_id(long id) const;
-  bool transfer_settings(std::wstring_view method, BSTR file_name);
+  void take_file_name(BSTR file_name);
 
-  void select_protocol() const;
-  bool exchange(std::wstring_view method, _CItem** item) const;
+  void select_protocol() const { server_.select_protocol(protocol_); }
   bool read(_CItem** item, bool read_parent, bool access_control);
   bool read_parent(_CItem* item) const;
   bool write(_CItem** item, bool access_control);
@@ -141,7 +136,6 @@ class CTxm final : public Dual<CTxm, _CTxm, ::CTxm> {
   bool auto_connect(bool change_baud);
   bool modem_connected() const;
   bool not_connected();
-  std::wstring port_settings() const;
 
   Variant shown_value(_CItem* item, short variable, short unit, short decimals,
                       ShowModeTypes display, bool period_as_decimal, bool show_meaning) const;
@@ -160,7 +154,7 @@ class CTxm final : public Dual<CTxm, _CTxm, ::CTxm> {
   bool allows(_CItem* item, int AccessRules::*level) const;
   short password_from_device() const;
 
-  LateBound server_;
+  TransmitterServer server_;
   std::wstring name_ = L"Untitled TXM";
   std::wstring file_name_;
   std::wstring version_;

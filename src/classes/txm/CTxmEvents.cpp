@@ -3,6 +3,9 @@
 #include "host/object_argument.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CTxmEvents>();
+
 namespace {
 
 // The published dispatch numbers.
@@ -31,7 +34,7 @@ enum Event : DISPID {
 template <class... A>
 HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const Location& where,
                           A... arguments) noexcept {
-  return returning(
+  return method_with_result(
       result,
       [&] {
         fire(event, arguments...);
@@ -42,7 +45,7 @@ HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const Location& where,
 
 HRESULT CTxmEvents::raise_text(VARIANT* result, DISPID event, BSTR* text,
                                const Location& where) noexcept {
-  return returning(
+  return method_with_result(
       result,
       [&] {
         fire(event, ref(*required(text)));
@@ -56,7 +59,7 @@ HRESULT CTxmEvents::raise_text(VARIANT* result, DISPID event, BSTR* text,
 template <class I>
 HRESULT CTxmEvents::raise_object(VARIANT* result, DISPID event, I** object,
                                  const Location& where) noexcept {
-  return returning(
+  return method_with_result(
       result,
       [&] {
         ObjectArgument argument(required(object));
@@ -83,7 +86,7 @@ STDMETHODIMP CTxmEvents::RaiseActiveTxmChanged(_CTxm** txm, VARIANT* result) noe
   return raise_object(result, kActiveTxmChanged, txm);
 }
 STDMETHODIMP CTxmEvents::RaiseAutoConnect(BSTR com_settings, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     // The caller's text is passed by value: listeners change a copy.
     BSTR copy = Bstr(view_of(com_settings)).detach();
     fire(kAutoConnet, ref(copy));
@@ -113,13 +116,13 @@ STDMETHODIMP CTxmEvents::TxmNotConnected(_CTxm** txm, VARIANT* result) noexcept 
   return raise_object(result, kTxmNotConnected, txm);
 }
 STDMETHODIMP CTxmEvents::RaiseSmartWaiting(float* time_left, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     fire(kSmartWaiting, ref(*required(time_left)));
     return Variant();
   });
 }
 STDMETHODIMP CTxmEvents::RaiseAnswerError(short* code, BSTR* text, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     fire(kOnAnswerError, ref(*required(code)), ref(*required(text)));
     return Variant();
   });
@@ -129,7 +132,7 @@ STDMETHODIMP CTxmEvents::RaiseOnTimeInterrupt(VARIANT* result) noexcept {
 }
 STDMETHODIMP CTxmEvents::RaiseOnWindowList(BSTR* new_id, WindowListTypes mode, BSTR* old_id,
                                            VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     fire(kOnWindowList, ref(*required(new_id)), value(static_cast<long>(mode)),
          ref(*required(old_id)));
     return Variant();

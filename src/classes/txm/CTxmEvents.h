@@ -5,15 +5,11 @@
 
 namespace pv {
 
-class CTxmEvents;
-using TxmEventsBase = EventSource<CTxmEvents, _CTxmEvents, ::CTxmEvents, __CTxmEvents,
-                                  Dual<CTxmEvents, _CTxmEvents, ::CTxmEvents>>;
+AUTOMATION_CLASS_WITH_EVENTS(CTxmEvents)
 
 /// The event hub. Arguments that are passed by reference come back as the listeners left them.
-class CTxmEvents final : public TxmEventsBase {
+class CTxmEvents final : public EventSource<AutomationObject<CTxmEvents>> {
  public:
-  static constexpr const wchar_t* kClassName = L"CTxmEvents";
-
   STDMETHODIMP RaiseTransmitterRemoved(short index, VARIANT* result) noexcept override;
   STDMETHODIMP RaiseTransmitterAdded(_CTxm** txm, VARIANT* result) noexcept override;
   STDMETHODIMP RaiseOnServerLoading(BSTR* name, VARIANT* result) noexcept override;

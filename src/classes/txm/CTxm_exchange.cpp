@@ -2,11 +2,10 @@
 #include "apartment/message_title.h"
 #include "apartment/shared_objects.h"
 #include "classes/txm/CTxm.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "core/text/number_text.h"
 #include "dialogs/message_box.h"
 #include "dialogs/technician_prompt.h"
-#include "host/object_argument.h"
 
 // Reading and writing one item: the order of the steps is part of the contract.
 namespace pv {
@@ -19,33 +18,19 @@ constexpr short kExclamation = 48;
 
 }  // namespace
 
-void CTxm::select_protocol() const {
-  const LateBound protocols = server_.get_object(L"Protocols");
-  protocols.put(L"ActiveProtocol", Variant(static_cast<long>(protocol_)));
-}
-
-bool CTxm::exchange(std::wstring_view method, _CItem** item) const {
-  ObjectArgument argument(item);
-  const Bstr settings(com_settings_);
-  const Variant answer = server_.call(
-      method, {value(address_), argument.reference(), value(com_port_), value(settings)});
-  argument.hand_back();
-  return boolean_of(answer);
-}
-
 bool CTxm::read_parent(_CItem* item) const {
-  const auto variables = fetch(item, &_CItem::get_Variables);
-  const auto variable = fetch(variables, &_CVariables::get_Item, Variant(1L));
-  const short parent_id = fetch(variable, &_CVariable::get_ParentVariable);
+  const auto variables = result_of(item, &_CItem::get_Variables);
+  const auto variable = result_of(variables, &_CVariables::get_Item, Variant(1L));
+  const short parent_id = result_of(variable, &_CVariable::get_ParentVariable);
   if (parent_id <= 0) return true;
   Ref<_CItem> parent = item_with_id(parent_id);
-  return parent && exchange(L"ReadTxm", parent.in_out());
+  return parent && server_.read(station(), parent.in_out());
 }
 
 void CTxm::refuse(int text, _CItem* item, short level) const {
   MessageBoxRequest message;
   message.prompt = localized(text) + L"\r\n" + item_label(item) + L"\r\n" +
-                   localized(kNecessaryLevel) + integer_text(level);
+                   localized(kNecessaryLevel) + format_integer(level);
   message.picture = kExclamation;
   message.title = message_title();
   show_message_box(message);
@@ -61,7 +46,7 @@ bool CTxm::read(_CItem** item, bool with_parent, bool access_control) {
     disconnect();
     return false;
   }
-  const bool was_read = exchange(L"ReadTxm", item);
+  const bool was_read = server_.read(station(), item);
   // The device is asked first on purpose; a refusal only marks the value as not current.
   if (access_control && !allows(*item, &AccessRules::read_level)) {
     refuse(kReadProtected, *item, needed_level(*item, &AccessRules::read_level));
@@ -72,7 +57,7 @@ bool CTxm::read(_CItem** item, bool with_parent, bool access_control) {
 
 CTxm::WriteDecision CTxm::decide_write(_CItem* item) {
   if (historian_ == histDisabled) return {};
-  const bool is_recorded = fetch(item, &_CItem::get_Historian) != VARIANT_FALSE;
+  const bool is_recorded = result_of(item, &_CItem::get_Historian) != VARIANT_FALSE;
   if (historian_ == histSilent || !is_recorded) return {true, is_recorded};
   const auto note = ask_technician(formatted(txmNameFull) + L" : " + item_label(item));
   if (!note) return {false, true};
@@ -91,7 +76,7 @@ bool CTxm::write(_CItem** item, bool access_control) {
   if (!modem_connected()) return false;
   const WriteDecision decision = decide_write(*item);
   select_protocol();
-  const bool done = exchange(decision.write ? L"WriteTxm" : L"ReadTxm", item);
+  const bool done = decision.write ? server_.write(station(), item) : server_.read(station(), item);
   if (decision.write && decision.record) {
     record_change(*item, historian_tech_name_, historian_comment_);
   }
@@ -101,14 +86,15 @@ bool CTxm::write(_CItem** item, bool access_control) {
 
 STDMETHODIMP CTxm::ReadTxm(_CItem** item, VARIANT_BOOL read_parent, VARIANT_BOOL access_control,
                            VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return read(required(item), read_parent != VARIANT_FALSE, access_control != VARIANT_FALSE);
   });
 }
 
 STDMETHODIMP CTxm::WriteTxm(_CItem** item, VARIANT_BOOL access_control,
                             VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return write(required(item), access_control != VARIANT_FALSE); });
+  return method_with_result(result,
+                            [&] { return write(required(item), access_control != VARIANT_FALSE); });
 }
 
 }  // namespace pv

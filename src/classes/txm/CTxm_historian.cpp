@@ -4,7 +4,7 @@
 #include "apartment/localized.h"
 #include "apartment/thread_state.h"
 #include "classes/txm/CTxm.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "core/text/file_name.h"
 #include "core/text/number_text.h"
 #include "core/txm/history_text.h"
@@ -73,22 +73,24 @@ bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::
   }
   const auto shown = [&](short variable, ShowModeTypes display) {
     return field([&] {
-      return text_of(shown_value(item, variable, -1, kGeneralDecimals, display, true, true));
+      return to_text(shown_value(item, variable, -1, kGeneralDecimals, display, true, true));
     });
   };
   HistoryEntry entry;
   entry.date = field([] { return current_time_text(L"short date"); });
   entry.time = field([] { return current_time_text(L"long time"); });
   entry.signature = tech_name;
-  entry.txm_type = field([&] { return type_name(); });
-  entry.txm_address = integer_text(address_);
+  entry.txm_type = field([&] { return server_.type_name(); });
+  entry.txm_address = format_integer(address_);
   entry.txm_name = field([&] { return formatted(txmNameFull); });
-  entry.item_id = field([&] { return integer_text(fetch(item, &_CItem::get_ItemID)); });
+  entry.item_id = field([&] { return format_integer(result_of(item, &_CItem::get_ItemID)); });
   entry.comment = comment;
   long count = 0;
-  attempt([&] { count = fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Count); });
+  attempt(
+      [&] { count = result_of(result_of(item, &_CItem::get_Variables), &_CVariables::get_Count); });
   for (short i = 1; i <= std::min(count, kMostVariables); ++i) {
-    HistoryVariable variable{field([&] { return fetch(item, &_CItem::get_Caption, i); }), {}, {}};
+    HistoryVariable variable{
+        field([&] { return result_of(item, &_CItem::get_Caption, i); }), {}, {}};
     if (i > 1 || count == 1) {  // the first of several has a caption only
       variable.value = shown(i, smValueOnly);
       variable.unit = shown(i, smUnitOnly);
@@ -127,20 +129,20 @@ bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std:
 
 STDMETHODIMP CTxm::DoHistorian(_CItem* item, BSTR tech_name, BSTR comment,
                                VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return record_change(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
   });
 }
 
 STDMETHODIMP CTxm::DoHistorianX(_CItem* item, BSTR tech_name, BSTR comment,
                                 VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return append_entry(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
   });
 }
 
 STDMETHODIMP CTxm::WriteLine(VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return append_empty_line(history_file()); });
+  return method_with_result(result, [&] { return append_empty_line(history_file()); });
 }
 
 }  // namespace pv

@@ -1,5 +1,5 @@
 #include "classes/txm/CTxm.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "com/lenient.h"
 #include "core/items/data_type.h"
 #include "core/text/number_text.h"
@@ -23,24 +23,24 @@ Variant without_value(ShowModeTypes display) {
 }
 
 Ref<_CVariable> variable_of(_CItem* item, long index) {
-  const auto variables = fetch(item, &_CItem::get_Variables);
-  const long count = fetch(variables, &_CVariables::get_Count);
+  const auto variables = result_of(item, &_CItem::get_Variables);
+  const long count = result_of(variables, &_CVariables::get_Count);
   const long checked = index >= 1 && index <= count ? index : 1;
-  return fetch(variables, &_CVariables::get_Item, Variant(checked));
+  return result_of(variables, &_CVariables::get_Item, Variant(checked));
 }
 
 bool has_list(const Ref<_CVariable>& variable) {
-  const Variant list_id = fetch(variable, &_CVariable::get_ListID);
+  const Variant list_id = result_of(variable, &_CVariable::get_ListID);
   double number = 0;
-  attempt([&] { number = double_of(list_id); });
+  attempt([&] { number = to_double(list_id); });
   return number > 0;
 }
 
 Ref<_CDListMember> member_of(const Ref<_CDLists>& lists, const VARIANT& list_id,
                              const VARIANT& value) {
-  const auto list = fetch(lists, &_CDLists::get_Item, list_id);
-  const auto members = fetch(list, &_CDList::get_ListMembers);
-  return fetch(members, &_CDListMembers::get_Item, Variant(text_of(value)));
+  const auto list = result_of(lists, &_CDLists::get_Item, list_id);
+  const auto members = result_of(list, &_CDList::get_ListMembers);
+  return result_of(members, &_CDListMembers::get_Item, Variant(to_text(value)));
 }
 
 Bstr with_period(Bstr text) {
@@ -53,13 +53,14 @@ Bstr with_period(Bstr text) {
 
 Variant CTxm::meaning(const Ref<_CVariable>& variable, ShowModeTypes display,
                       bool show_meaning) const {
-  Variant value = fetch(variable, &_CVariable::get_Value);
+  Variant value = result_of(variable, &_CVariable::get_Value);
   if (!shows_value(display)) return without_value(display);
   if (!show_meaning) return value;
   Variant shown = value;  // a code without a meaning shows as it is
   attempt([&] {
-    const auto member = member_of(lists(), fetch(variable, &_CVariable::get_ListID), value);
-    shown = Variant(fetch(member, &_CDListMember::get_Caption));
+    const auto member =
+        member_of(server_.lists(), result_of(variable, &_CVariable::get_ListID), value);
+    shown = Variant(result_of(member, &_CDListMember::get_Caption));
   });
   return shown;
 }
@@ -69,22 +70,22 @@ Variant CTxm::shown_value(_CItem* item, short index, short unit, short decimals,
   const auto variable = variable_of(item, index);
   const short dimension = dimension_of(item, variable);
   if (has_list(variable)) return meaning(variable, display, show_meaning);
-  const Variant value = fetch(variable, &_CVariable::get_Value);
+  const Variant value = result_of(variable, &_CVariable::get_Value);
   if (dimension == edimNone) return shows_value(display) ? value : without_value(display);
 
-  const short shown_unit = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
-  Variant shown_decimals(decimals == kOwnDecimals ? fetch(variable, &_CVariable::get_Decimals)
+  const short shown_unit = unit == kOwnUnit ? result_of(variable, &_CVariable::get_UnitID) : unit;
+  Variant shown_decimals(decimals == kOwnDecimals ? result_of(variable, &_CVariable::get_Decimals)
                                                   : decimals);
-  Bstr text = fetch_text(dimensions().get(), &_CDimensions::ToUnit, value, Variant(dimension),
-                         Variant(shown_unit), &shown_decimals, display,
-                         fetch(variable, &_CVariable::get_Dirty));
+  Bstr text = text_result_of(server_.dimensions().get(), &_CDimensions::ToUnit, value,
+                             Variant(dimension), Variant(shown_unit), &shown_decimals, display,
+                             result_of(variable, &_CVariable::get_Dirty));
   return Variant(period_as_decimal ? with_period(std::move(text)) : std::move(text));
 }
 
 STDMETHODIMP CTxm::get_ItemValue(_CItem* item, short variable, short unit, short decimals,
                                  ShowModeTypes display, VARIANT_BOOL period_as_decimal,
                                  VARIANT_BOOL show_meaning, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     Variant shown;
     attempt([&] {
       shown = shown_value(item, variable, unit, decimals, display,
@@ -102,29 +103,30 @@ void CTxm::enter_value(_CItem* item, short index, short unit, const VARIANT& ent
     call(variable, &_CVariable::put_Value, value);
     return;
   }
-  const short entered_unit = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
-  if (data_class(fetch(variable, &_CVariable::get_DataType)) == DataClass::kNumeric) {
+  const short entered_unit = unit == kOwnUnit ? result_of(variable, &_CVariable::get_UnitID) : unit;
+  if (data_class(result_of(variable, &_CVariable::get_DataType)) == DataClass::kNumeric) {
     value = Variant(lenient_number_text(value, decimal_separator()));
   }
-  call(
-      variable, &_CVariable::put_Value,
-      fetch(dimensions(), &_CDimensions::ToBase, value, Variant(dimension), Variant(entered_unit)));
+  call(variable, &_CVariable::put_Value,
+       result_of(server_.dimensions(), &_CDimensions::ToBase, value, Variant(dimension),
+                 Variant(entered_unit)));
 }
 
 STDMETHODIMP CTxm::put_ItemValue(_CItem* item, short variable, short unit, short, ShowModeTypes,
                                  VARIANT_BOOL, VARIANT_BOOL, VARIANT value) noexcept {
-  return doing([&] { attempt([&] { enter_value(item, variable, unit, value); }); });
+  return method([&] { attempt([&] { enter_value(item, variable, unit, value); }); });
 }
 
 // The item that a selector's value chooses, by its number or through its display list.
 long CTxm::selected_item_id(_CItem* selector) const {
   const auto variable = variable_of(selector, 1);
-  const Variant value = fetch(variable, &_CVariable::get_Value);
-  if (!has_list(variable)) return short_of(value);
+  const Variant value = result_of(variable, &_CVariable::get_Value);
+  if (!has_list(variable)) return to_short(value);
   short id = 0;
   attempt([&] {
-    const auto member = member_of(lists(), fetch(variable, &_CVariable::get_ListID), value);
-    id = integer_of<short>(fetch(member, &_CDListMember::get_Tag));
+    const auto member =
+        member_of(server_.lists(), result_of(variable, &_CVariable::get_ListID), value);
+    id = lenient_integer<short>(result_of(member, &_CDListMember::get_Tag));
   });
   return id;
 }
@@ -133,33 +135,33 @@ std::optional<CTxm::Resolved> CTxm::resolve(_CItem* item, short parent) const {
   long source_id = parent;
   if (parent < 0) {
     source_id =
-        short_of(fetch(variable_of(item, -static_cast<long>(parent)), &_CVariable::get_Value));
+        to_short(result_of(variable_of(item, -static_cast<long>(parent)), &_CVariable::get_Value));
     if (source_id < 1) return std::nullopt;
   }
   Ref<_CItem> source = item_with_id(source_id);
   // A dimension of "True" marks a selector.
   const bool is_selector =
-      parent > 0 && fetch(source, &_CItem::get_Dimension, short{1}) == VARIANT_TRUE;
+      parent > 0 && result_of(source, &_CItem::get_Dimension, short{1}) == VARIANT_TRUE;
   if (is_selector) source = item_with_id(selected_item_id(source.get()));
   const auto variable = variable_of(source.get(), 1);
-  return Resolved{fetch(variable, &_CVariable::get_DimensionID),
-                  fetch(variable, &_CVariable::get_UnitID)};
+  return Resolved{result_of(variable, &_CVariable::get_DimensionID),
+                  result_of(variable, &_CVariable::get_UnitID)};
 }
 
 // What is found by reference is kept in the variable, for the display and for later calls.
 short CTxm::dimension_of(_CItem* item, const Ref<_CVariable>& variable) const {
-  const short parent = fetch(variable, &_CVariable::get_ParentVariable);
+  const short parent = result_of(variable, &_CVariable::get_ParentVariable);
   std::optional<Resolved> found;
   if (parent != 0) attempt([&] { found = resolve(item, parent); });
   if (found) {
     call(variable, &_CVariable::put_DimensionID, found->dimension);
     call(variable, &_CVariable::put_UnitID, found->unit);
   }
-  return fetch(variable, &_CVariable::get_DimensionID);
+  return result_of(variable, &_CVariable::get_DimensionID);
 }
 
 STDMETHODIMP CTxm::get_ItemDimID(_CItem* item, short variable, short* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     short dimension = 0;
     attempt([&] { dimension = dimension_of(item, variable_of(item, variable)); });
     return dimension;
@@ -167,7 +169,7 @@ STDMETHODIMP CTxm::get_ItemDimID(_CItem* item, short variable, short* result) no
 }
 
 STDMETHODIMP CTxm::put_ItemDimID(_CItem* item, short variable, short value) noexcept {
-  return doing([&] {
+  return method([&] {
     attempt([&] { call(variable_of(item, variable), &_CVariable::put_DimensionID, value); });
     attempt([&] { call(items(), &_CItems::put_Changed, VARIANT_TRUE); });
   });
@@ -176,27 +178,28 @@ STDMETHODIMP CTxm::put_ItemDimID(_CItem* item, short variable, short value) noex
 Ref<_CUnit> CTxm::unit_of(_CItem* item, short index, short unit) const {
   const auto variable = variable_of(item, index);
   const short dimension = dimension_of(item, variable);
-  const short wanted = unit == kOwnUnit ? fetch(variable, &_CVariable::get_UnitID) : unit;
-  const auto found = fetch(dimensions(), &_CDimensions::get_Item, Variant(dimension));
-  return fetch(fetch(found, &_CDimension::get_Units), &_CUnits::get_Item, Variant(wanted));
+  const short wanted = unit == kOwnUnit ? result_of(variable, &_CVariable::get_UnitID) : unit;
+  const auto found = result_of(server_.dimensions(), &_CDimensions::get_Item, Variant(dimension));
+  return result_of(result_of(found, &_CDimension::get_Units), &_CUnits::get_Item, Variant(wanted));
 }
 
 STDMETHODIMP CTxm::ItemSlope(_CItem* item, short variable, short unit, float* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     float slope = 1.0F;
     attempt([&] {
-      slope = single_of(fetch(unit_of(item, variable, unit), &_CUnit::get_Slope)).value_or(slope);
+      slope =
+          single_of(result_of(unit_of(item, variable, unit), &_CUnit::get_Slope)).value_or(slope);
     });
     return slope;
   });
 }
 
 STDMETHODIMP CTxm::ItemOffset(_CItem* item, short variable, short unit, float* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     float offset = 0.0F;
     attempt([&] {
       offset =
-          single_of(fetch(unit_of(item, variable, unit), &_CUnit::get_Offset)).value_or(offset);
+          single_of(result_of(unit_of(item, variable, unit), &_CUnit::get_Offset)).value_or(offset);
     });
     return offset;
   });

@@ -5,10 +5,11 @@
 
 namespace pv {
 
-class CDimension final : public Dual<CDimension, _CDimension, ::CDimension> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDimension";
+AUTOMATION_CLASS(CDimension)
 
+/// A physical quantity with its units.
+class CDimension final : public AutomationObject<CDimension> {
+ public:
   CDimension();
   CDimension(std::wstring_view key, std::wstring_view caption, Ref<_CUnits> units)
       : key_(key), caption_(caption), units_(std::move(units)) {}

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "classes/units/CUnits.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "core/text/library_version.h"
 #include "core/text/number_text.h"
 #include "core/units/unit_conversion.h"
@@ -15,6 +15,9 @@
 #include "platform/locale.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CDimensions>();
+
 namespace {
 
 constexpr double kGeneralFormat = -1;
@@ -24,8 +27,8 @@ constexpr short kMostDecimals = 8;
 long decimals_wanted(VARIANT* decimals) {
   double wanted = kGeneralFormat;
   if (!decimals || is_missing(*decimals)) return static_cast<long>(wanted);
-  attempt([&] { wanted = double_of(dereferenced(*decimals)); });
-  if (wanted <= kMostDecimals) return integer_or_zero<long>(std::max(wanted, kGeneralFormat));
+  attempt([&] { wanted = to_double(dereferenced(*decimals)); });
+  if (wanted <= kMostDecimals) return lenient_integer<long>(std::max(wanted, kGeneralFormat));
   auto& target = const_cast<VARIANT&>(innermost(*decimals));
   if (target.vt & VT_BYREF) {
     store_typed(target, Variant(kMostDecimals));
@@ -38,21 +41,21 @@ long decimals_wanted(VARIANT* decimals) {
 
 std::optional<double> number_in(const VARIANT& value) {
   std::optional<double> number;
-  attempt([&] { number = double_of(dereferenced(value)); });
+  attempt([&] { number = to_double(dereferenced(value)); });
   return number;
 }
 
 UnitRecord record_of(const Ref<_CUnit>& unit) {
-  return {fetch(unit, &_CUnit::get_Caption), fetch(unit, &_CUnit::get_Slope),
-          fetch(unit, &_CUnit::get_Offset)};
+  return {result_of(unit, &_CUnit::get_Caption), result_of(unit, &_CUnit::get_Slope),
+          result_of(unit, &_CUnit::get_Offset)};
 }
 
 DimensionRecord record_of(const CDimension& dimension) {
   DimensionRecord record{dimension.caption(), {}};
   const auto& units = dimension.units();
-  const long count = units ? fetch(units, &_CUnits::get_Count) : 0;
+  const long count = units ? result_of(units, &_CUnits::get_Count) : 0;
   for (long i = 1; i <= count; ++i) {
-    record.units.push_back(record_of(fetch(units, &_CUnits::get_Item, Variant(i))));
+    record.units.push_back(record_of(result_of(units, &_CUnits::get_Item, Variant(i))));
   }
   return record;
 }
@@ -60,7 +63,7 @@ DimensionRecord record_of(const CDimension& dimension) {
 // A caption that is not shown is not asked for.
 UnitRecord record_for(const Ref<_CUnit>& unit, ShowModeTypes mode) {
   if (mode != smValueOnly) return record_of(unit);
-  return {{}, fetch(unit, &_CUnit::get_Slope), fetch(unit, &_CUnit::get_Offset)};
+  return {{}, result_of(unit, &_CUnit::get_Slope), result_of(unit, &_CUnit::get_Offset)};
 }
 
 bool shows_value(ShowModeTypes mode, bool dirty) { return mode != smUnitOnly && !dirty; }
@@ -68,9 +71,9 @@ bool shows_value(ShowModeTypes mode, bool dirty) { return mode != smUnitOnly && 
 }  // namespace
 
 STDMETHODIMP CDimensions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const auto bytes = read_file(std::wstring(view_of(file_name)));
-    const auto dimensions = bytes ? read_dimension_file(*bytes, ansi_codec()) : std::nullopt;
+    const auto dimensions = bytes ? parse_dimension_file(*bytes, ansi_codec()) : std::nullopt;
     if (!dimensions) return false;
     Members loaded = no_members();
     for (const DimensionRecord& record : *dimensions) {
@@ -86,25 +89,25 @@ STDMETHODIMP CDimensions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) 
 }
 
 STDMETHODIMP CDimensions::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::vector<DimensionRecord> records;
     for (const auto& dimension : list_) records.push_back(record_of(*dimension));
     const std::wstring name(view_of(file_name));
-    return append_file(name, write_dimension_file(records, library_stamp(), ansi_codec(),
-                                                  decimal_separator(), file_size(name) > 0));
+    return append_file(name, format_dimension_file(records, library_stamp(), ansi_codec(),
+                                                   decimal_separator(), file_size(name) > 0));
   });
 }
 
 STDMETHODIMP CDimensions::Add(BSTR key, BSTR caption, _CUnits* units,
                               _CDimension** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const Ref<_CUnits> own = units ? Ref<_CUnits>(units) : Ref<_CUnits>(make<CUnits>());
     return added(view_of(key), make<CDimension>(view_of(key), view_of(caption), own));
   });
 }
 
 STDMETHODIMP CDimensions::List(BSTR* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     std::wstring captions;
     for (const auto& dimension : list_) captions += dimension->caption() + L"|";
     return captions;
@@ -115,15 +118,15 @@ Ref<_CUnit> CDimensions::find_unit(const VARIANT& dimension, const VARIANT& unit
   Ref<_CUnit> found;
   attempt([&] {
     const Ref<_CUnits> units = at(dimension)->units();
-    attempt([&] { found = fetch(units, &_CUnits::get_Item, unit); });
-    if (!found) found = fetch(units, &_CUnits::get_Item, Variant(1L));
+    attempt([&] { found = result_of(units, &_CUnits::get_Item, unit); });
+    if (!found) found = result_of(units, &_CUnits::get_Item, Variant(1L));
   });
   return found;
 }
 
 STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit, VARIANT* decimals,
                                  ShowModeTypes mode, VARIANT_BOOL dirty, BSTR* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const bool is_dirty = dirty != VARIANT_FALSE;
     const Ref<_CUnit> found = find_unit(dimension, unit);
     const long wanted = decimals_wanted(decimals);
@@ -135,8 +138,8 @@ STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit,
     std::pmr::wstring text(&memory);
     attempt([&] {
       if (number) {
-        text = unit_text(*number, record_for(found, mode), wanted, mode, is_dirty,
-                         decimal_separator(), &memory);
+        text = format_in_unit(*number, record_for(found, mode), wanted, mode, is_dirty,
+                              decimal_separator(), &memory);
       }
     });
     return Bstr(text);
@@ -145,7 +148,7 @@ STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit,
 
 STDMETHODIMP CDimensions::ToBase(VARIANT value, VARIANT dimension, VARIANT unit,
                                  VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const Ref<_CUnit> found = find_unit(dimension, unit);
     const auto number = number_in(value);
     Variant base;
@@ -159,18 +162,12 @@ STDMETHODIMP CDimensions::ToBase(VARIANT value, VARIANT dimension, VARIANT unit,
 }
 
 STDMETHODIMP CDimensions::GetUnitObject(VARIANT dimension, VARIANT unit, _CUnit** result) noexcept {
-  return returning(result, [&] { return find_unit(dimension, unit); });
+  return method_with_result(result, [&] { return find_unit(dimension, unit); });
 }
 
 STDMETHODIMP CDimensions::ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
-    return attempt([&] {
-      const auto copy = make<CDimension>();
-      list_.at(index)->copy_to(copy.get());
-      copy->rename(view_of(new_name));
-      replace_member(list_, index, copy, view_of(new_name));
-    });
-  });
+  return method_with_result(
+      result, [&] { return attempt([&] { rename_member(list_, index, view_of(new_name)); }); });
 }
 
 }  // namespace pv

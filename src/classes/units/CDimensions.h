@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CDimensions final : public Collection<CDimensions, _CDimensions, ::CDimensions, CDimension,
-                                            _CDimension, Missing::kIsNothing> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDimensions";
+AUTOMATION_CLASS(CDimensions)
 
+/// The dimension table of a transmitter.
+class CDimensions final : public Collection<CDimensions, CDimension, Missing::kIsNothing> {
+ public:
   STORED(Changed, VARIANT_BOOL, changed_)
   STDMETHODIMP LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept override;

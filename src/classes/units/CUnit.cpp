@@ -4,8 +4,10 @@
 
 namespace pv {
 
+template ClassEntry class_entry<CUnit>();
+
 STDMETHODIMP CUnit::Load(BSTR members, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     ParsedUnit parsed = parse_unit(view_of(members), unit_);
     unit_ = std::move(parsed.unit);
     return parsed.complete;
@@ -13,7 +15,7 @@ STDMETHODIMP CUnit::Load(BSTR members, VARIANT_BOOL* result) noexcept {
 }
 
 STDMETHODIMP CUnit::Save(BSTR* result) noexcept {
-  return returning(result, [&] { return format_unit(unit_, decimal_separator()); });
+  return method_with_result(result, [&] { return format_unit(unit_, decimal_separator()); });
 }
 
 }  // namespace pv

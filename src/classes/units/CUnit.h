@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CUnit final : public Dual<CUnit, _CUnit, ::CUnit> {
- public:
-  static constexpr const wchar_t* kClassName = L"CUnit";
+AUTOMATION_CLASS(CUnit)
 
+/// An engineering unit.
+class CUnit final : public AutomationObject<CUnit> {
+ public:
   CUnit() = default;
   CUnit(std::wstring_view key, UnitRecord unit) : key_(key), unit_(std::move(unit)) {}
 

@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CUnits final
-    : public Collection<CUnits, _CUnits, ::CUnits, CUnit, _CUnit, Missing::kIsNothing> {
- public:
-  static constexpr const wchar_t* kClassName = L"CUnits";
+AUTOMATION_CLASS(CUnits)
 
+/// The units of a dimension.
+class CUnits final : public Collection<CUnits, CUnit, Missing::kIsNothing> {
+ public:
   STDMETHODIMP Add(BSTR key, BSTR caption, double slope, double offset,
                    _CUnit** result) noexcept override;
   STDMETHODIMP List(BSTR separator, BSTR* result) noexcept override;

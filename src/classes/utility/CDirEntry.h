@@ -5,10 +5,11 @@
 
 namespace pv {
 
-class CDirEntry final : public Dual<CDirEntry, _CDirEntry, ::CDirEntry> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDirEntry";
+AUTOMATION_CLASS(CDirEntry)
 
+/// A file or folder.
+class CDirEntry final : public AutomationObject<CDirEntry> {
+ public:
   CDirEntry() = default;
   CDirEntry(std::wstring_view path, DirectoryTypes type) : type_(type), path_(path) {}
 

@@ -5,6 +5,9 @@
 #include "platform/letter_case.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CDirectory>();
+
 namespace {
 
 std::wstring file_title_of(const std::wstring& path) { return path.substr(path.rfind(L'\\') + 1); }
@@ -13,7 +16,7 @@ std::wstring file_title_of(const std::wstring& path) { return path.substr(path.r
 
 STDMETHODIMP CDirectory::Add(BSTR path, DirectoryTypes type, BSTR key,
                              _CDirEntry** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     auto entry = make<CDirEntry>(view_of(path), type);
     list_.append(entry, view_of(key));
     return entry;
@@ -21,7 +24,7 @@ STDMETHODIMP CDirectory::Add(BSTR path, DirectoryTypes type, BSTR key,
 }
 
 STDMETHODIMP CDirectory::GetFileList(BSTR path, BSTR filter, _CDirectory** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const auto content = folder_content(std::wstring(view_of(path)));
     const std::wstring pattern = upper_case(std::wstring(view_of(filter)));
     Members found = no_members();

@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CDirectory final : public Collection<CDirectory, _CDirectory, ::CDirectory, CDirEntry,
-                                           _CDirEntry, Missing::kRaises> {
- public:
-  static constexpr const wchar_t* kClassName = L"CDirectory";
+AUTOMATION_CLASS(CDirectory)
 
+/// Lists the folders and files of a folder.
+class CDirectory final : public Collection<CDirectory, CDirEntry, Missing::kRaises> {
+ public:
   STDMETHODIMP Add(BSTR path, DirectoryTypes type, BSTR key, _CDirEntry** result) noexcept override;
   STDMETHODIMP GetFileList(BSTR path, BSTR filter, _CDirectory** result) noexcept override;
 };

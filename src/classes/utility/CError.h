@@ -5,10 +5,11 @@
 
 namespace pv {
 
-class CError final : public Dual<CError, _CError, ::CError> {
- public:
-  static constexpr const wchar_t* kClassName = L"CError";
+AUTOMATION_CLASS(CError)
 
+/// An error of the host's log.
+class CError final : public AutomationObject<CError> {
+ public:
   STORED(Number, long, number_)
   STORED(Description, BSTR, description_)
   STORED(When, DATE, when_)

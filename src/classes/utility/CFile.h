@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CFile final : public Dual<CFile, _CFile, ::CFile> {
- public:
-  static constexpr const wchar_t* kClassName = L"CFile";
+AUTOMATION_CLASS(CFile)
 
+/// Splits a file name into its parts and builds it again.
+class CFile final : public AutomationObject<CFile> {
+ public:
   STDMETHODIMP get_FullName(BSTR* result) noexcept override;
   STDMETHODIMP put_FullName(BSTR value) noexcept override;
   STORED(Drive, BSTR, parts_.drive)

@@ -1,24 +1,26 @@
 #include "classes/utility/CFunction.h"
 
-#include "com/fetch.h"
+#include "com/call.h"
 #include "host/late_bound.h"
 
 namespace pv {
 
+template ClassEntry class_entry<CFunction>();
+
 STDMETHODIMP CFunction::Start(_CTxm* txm, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const LateBound form(server_form_);
     if (!form) return false;
     active_ = true;
     short index = index_;
-    const Bstr title(fetch(txm, &_CTxm::FunctionTitle, &index));
-    return boolean_of(form.call(L"Start", {value(txm), value(title)}));
+    const Bstr title(result_of(txm, &_CTxm::FunctionTitle, &index));
+    return to_bool(form.call(L"Start", {value(txm), value(title)}));
   });
 }
 
 // The form reads "CloseMe" to allow its own unloading.
 STDMETHODIMP CFunction::Finish(VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const LateBound form(server_form_);
     if (!form) return false;
     active_ = false;

@@ -8,10 +8,11 @@
 
 namespace pv {
 
-class CFunction final : public Dual<CFunction, _CFunction, ::CFunction> {
- public:
-  static constexpr const wchar_t* kClassName = L"CFunction";
+AUTOMATION_CLASS(CFunction)
 
+/// A function of a transmitter.
+class CFunction final : public AutomationObject<CFunction> {
+ public:
   STORED(FuncType, FunctionTypes, type_)
   STORED(Options, VARIANT, options_)
   STDMETHODIMP putref_Options(VARIANT value) noexcept override { return put_Options(value); }

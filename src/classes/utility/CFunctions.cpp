@@ -1,13 +1,15 @@
 #include "classes/utility/CFunctions.h"
 
-#include "com/fetch.h"
+#include "com/call.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CFunctions>();
 
 STDMETHODIMP CFunctions::Add(VARIANT key, IDispatch* server_form, DATE version_date, BSTR version,
                              short picture_id, FunctionTypes* type, short protection,
                              _CFunction** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     auto function = make<CFunction>();
     const Ref<_CFunction> properties = function;
     const Variant plain_key = dereferenced(key);

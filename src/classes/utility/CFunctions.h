@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class CFunctions final : public Collection<CFunctions, _CFunctions, ::CFunctions, CFunction,
-                                           _CFunction, Missing::kRaises> {
- public:
-  static constexpr const wchar_t* kClassName = L"CFunctions";
+AUTOMATION_CLASS(CFunctions)
 
+/// The functions of a transmitter.
+class CFunctions final : public Collection<CFunctions, CFunction, Missing::kRaises> {
+ public:
   STDMETHODIMP Add(VARIANT key, IDispatch* server_form, DATE version_date, BSTR version,
                    short picture_id, FunctionTypes* type, short protection,
                    _CFunction** result) noexcept override;

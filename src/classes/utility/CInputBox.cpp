@@ -4,6 +4,9 @@
 #include "host/owner_window.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CInputBox>();
+
 namespace {
 
 bool show(InputKind kind, const VARIANT& prompt, const VARIANT& title, const VARIANT& initial,
@@ -22,28 +25,28 @@ bool show(InputKind kind, const VARIANT& prompt, const VARIANT& title, const VAR
 
 STDMETHODIMP CInputBox::ShowMe(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,
                                IDispatch* owner, VARIANT_BOOL* result) noexcept {
-  return returning(result,
-                   [&] { return show(InputKind::kText, prompt, title, initial, unit, owner); });
+  return method_with_result(
+      result, [&] { return show(InputKind::kText, prompt, title, initial, unit, owner); });
 }
 
 STDMETHODIMP CInputBox::ShowMePW(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,
                                  IDispatch* owner, VARIANT_BOOL* result) noexcept {
-  return returning(result,
-                   [&] { return show(InputKind::kMasked, prompt, title, initial, unit, owner); });
+  return method_with_result(
+      result, [&] { return show(InputKind::kMasked, prompt, title, initial, unit, owner); });
 }
 
 STDMETHODIMP CInputBox::ShowMeDT(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,
                                  IDispatch* owner, VARIANT_BOOL* result) noexcept {
-  return returning(result,
-                   [&] { return show(InputKind::kDateTime, prompt, title, initial, unit, owner); });
+  return method_with_result(
+      result, [&] { return show(InputKind::kDateTime, prompt, title, initial, unit, owner); });
 }
 
 STDMETHODIMP CInputBox::get_Value(VARIANT* result) noexcept {
-  return returning(result, [] { return input_box_value(); });
+  return method_with_result(result, [] { return input_box_value(); });
 }
 
 STDMETHODIMP CInputBox::CloseMe() noexcept {
-  return doing([] { close_input_box(); });
+  return method([] { close_input_box(); });
 }
 
 }  // namespace pv

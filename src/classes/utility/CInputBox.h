@@ -6,11 +6,11 @@
 
 namespace pv {
 
-/// All objects of a thread use the one input form of that thread.
-class CInputBox final : public Dual<CInputBox, _CInputBox, ::CInputBox> {
- public:
-  static constexpr const wchar_t* kClassName = L"CInputBox";
+AUTOMATION_CLASS(CInputBox)
 
+/// All objects of a thread use the one input form of that thread.
+class CInputBox final : public AutomationObject<CInputBox> {
+ public:
   STDMETHODIMP ShowMe(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,
                       IDispatch* owner, VARIANT_BOOL* result) noexcept override;
   STDMETHODIMP ShowMePW(VARIANT prompt, VARIANT title, VARIANT initial, VARIANT unit,

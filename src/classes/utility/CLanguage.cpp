@@ -4,12 +4,14 @@
 
 namespace pv {
 
+template ClassEntry class_entry<CLanguage>();
+
 STDMETHODIMP CLanguage::Picture(IPictureDisp** result) noexcept {
-  return returning(result, [&] { return resource_bitmap(picture_id_); });
+  return method_with_result(result, [&] { return resource_bitmap(picture_id_); });
 }
 
 STDMETHODIMP CLanguage::Icon(IPictureDisp** result) noexcept {
-  return returning(result, [&] { return resource_icon(picture_id_); });
+  return method_with_result(result, [&] { return resource_icon(picture_id_); });
 }
 
 }  // namespace pv

@@ -5,10 +5,11 @@
 
 namespace pv {
 
-class CLanguage final : public Dual<CLanguage, _CLanguage, ::CLanguage> {
- public:
-  static constexpr const wchar_t* kClassName = L"CLanguage";
+AUTOMATION_CLASS(CLanguage)
 
+/// A user-interface language.
+class CLanguage final : public AutomationObject<CLanguage> {
+ public:
   STORED(Name, BSTR, name_)
   STORED(Key, VARIANT, key_)
   STDMETHODIMP putref_Key(VARIANT value) noexcept override { return put_Key(value); }

@@ -2,9 +2,12 @@
 
 #include "apartment/localized.h"
 #include "apartment/thread_state.h"
-#include "com/fetch.h"
+#include "com/call.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CLanguages>();
+
 namespace {
 
 constexpr DISPID kOnLanguageChange = 1;
@@ -56,7 +59,7 @@ void CLanguages::activate(pvLanguageTypes language) {
 
 STDMETHODIMP CLanguages::Add(VARIANT key, BSTR name, short picture_id, BSTR extension,
                              _CLanguage** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     auto language = language_at(list_.size() + 1, name, picture_id, extension);
     call<_CLanguage>(language.get(), &_CLanguage::put_Key, key);
     list_.append(language, optional_text(key));
@@ -65,22 +68,22 @@ STDMETHODIMP CLanguages::Add(VARIANT key, BSTR name, short picture_id, BSTR exte
 }
 
 STDMETHODIMP CLanguages::RegisterLanguages(short* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     register_all();
     return list_.size();
   });
 }
 
 STDMETHODIMP CLanguages::get_ActiveLanguageID(pvLanguageTypes* result) noexcept {
-  return returning(result, [&] { return active_; });
+  return method_with_result(result, [&] { return active_; });
 }
 
 STDMETHODIMP CLanguages::put_ActiveLanguageID(pvLanguageTypes value) noexcept {
-  return doing([&] { activate(value); });
+  return method([&] { activate(value); });
 }
 
 STDMETHODIMP CLanguages::get_ActiveLanguage(_CLanguage** result) noexcept {
-  return returning(result, [&] { return list_.at(static_cast<long>(active_)); });
+  return method_with_result(result, [&] { return list_.at(static_cast<long>(active_)); });
 }
 
 }  // namespace pv

@@ -6,15 +6,11 @@
 
 namespace pv {
 
-class CLanguages;
-using LanguagesBase = EventSource<
-    CLanguages, _CLanguages, ::CLanguages, __CLanguages,
-    Collection<CLanguages, _CLanguages, ::CLanguages, CLanguage, _CLanguage, Missing::kRaises>>;
+AUTOMATION_CLASS_WITH_EVENTS(CLanguages)
 
-class CLanguages final : public LanguagesBase {
+/// The language registry.
+class CLanguages final : public EventSource<Collection<CLanguages, CLanguage, Missing::kRaises>> {
  public:
-  static constexpr const wchar_t* kClassName = L"CLanguages";
-
   CLanguages();
 
   STDMETHODIMP Add(VARIANT key, BSTR name, short picture_id, BSTR extension,

@@ -6,10 +6,11 @@
 
 namespace pv {
 
-class CStatistics final : public Dual<CStatistics, _CStatistics, ::CStatistics> {
- public:
-  static constexpr const wchar_t* kClassName = L"CStatistics";
+AUTOMATION_CLASS(CStatistics)
 
+/// Running statistics over successive readings.
+class CStatistics final : public AutomationObject<CStatistics> {
+ public:
   STDMETHODIMP get_Sample(long* result) noexcept override;
   STDMETHODIMP get_Average(float* result) noexcept override;
   STDMETHODIMP get_Value(float* result) noexcept override;

@@ -3,7 +3,7 @@
 #include "apartment/localized.h"
 #include "apartment/shared_objects.h"
 #include "apartment/thread_state.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "com/lenient.h"
 #include "core/items/data_type.h"
 #include "core/text/library_version.h"
@@ -21,6 +21,9 @@
 #include "platform/profile.h"
 
 namespace pv {
+
+template ClassEntry class_entry<CUtility>();
+
 namespace {
 
 constexpr short kPictureConnected = 200;
@@ -44,9 +47,9 @@ std::wstring with_first_replaced(std::wstring text, wchar_t what, wchar_t by) {
 
 // Whether the platform reads a text with a point as a number tells which separator it wants.
 bool is_number(const VARIANT& value) {
-  const bool point_fails = !attempt([] { double_of(Variant(L"0.5")); });
-  const std::wstring given = text_of(dereferenced(value));
-  double_of(Variant(point_fails ? with_first_replaced(given, L'.', L',')
+  const bool point_fails = !attempt([] { to_double(Variant(L"0.5")); });
+  const std::wstring given = to_text(dereferenced(value));
+  to_double(Variant(point_fails ? with_first_replaced(given, L'.', L',')
                                 : with_first_replaced(given, L',', L'.')));
   return true;
 }
@@ -82,44 +85,44 @@ bool is_application(const LateBound& object) {
 }  // namespace
 
 STDMETHODIMP CUtility::get_ecomDIRTY(BSTR* result) noexcept {
-  return returning(result, [] { return L"?"; });
+  return method_with_result(result, [] { return L"?"; });
 }
 
 STDMETHODIMP CUtility::get_RegSeparator(BSTR* result) noexcept {
-  return returning(result, [] { return L"|"; });
+  return method_with_result(result, [] { return L"|"; });
 }
 
 STDMETHODIMP CUtility::get_PICID_TXMCONNECTED(short* result) noexcept {
-  return returning(result, [] { return kPictureConnected; });
+  return method_with_result(result, [] { return kPictureConnected; });
 }
 
 STDMETHODIMP CUtility::get_PICID_TXMNOTCONNECTED(short* result) noexcept {
-  return returning(result, [] { return kPictureNotConnected; });
+  return method_with_result(result, [] { return kPictureNotConnected; });
 }
 
 STDMETHODIMP CUtility::get_ModemPortID(short* result) noexcept {
-  return returning(result, [] { return kModemPort; });
+  return method_with_result(result, [] { return kModemPort; });
 }
 
 STDMETHODIMP CUtility::pvCBool(VARIANT value, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return boolean_or_false(value); });
+  return method_with_result(result, [&] { return lenient_boolean(value); });
 }
 
 STDMETHODIMP CUtility::pvCByte(VARIANT value, unsigned char* result) noexcept {
-  return returning(result, [&] { return integer_of<unsigned char>(value); });
+  return method_with_result(result, [&] { return lenient_integer<unsigned char>(value); });
 }
 
 STDMETHODIMP CUtility::pvCInt(VARIANT value, short* result) noexcept {
-  return returning(result, [&] { return integer_of<short>(value); });
+  return method_with_result(result, [&] { return lenient_integer<short>(value); });
 }
 
 STDMETHODIMP CUtility::pvCLng(VARIANT value, long* result) noexcept {
-  return returning(result, [&] { return integer_of<long>(value); });
+  return method_with_result(result, [&] { return lenient_integer<long>(value); });
 }
 
 STDMETHODIMP CUtility::pvCSng(VARIANT value, float* result) noexcept {
-  return returning(result, [&] {
-    const auto single = single_of(number_of(value));
+  return method_with_result(result, [&] {
+    const auto single = single_of(lenient_number(value));
     if (!single)
       throw automation_error(ErrorCode::kOverflow, lenient_number_text(value, decimal_separator()));
     return *single;
@@ -127,19 +130,20 @@ STDMETHODIMP CUtility::pvCSng(VARIANT value, float* result) noexcept {
 }
 
 STDMETHODIMP CUtility::pvCDbl(VARIANT value, double* result) noexcept {
-  return returning(result, [&] { return number_of(value); });
+  return method_with_result(result, [&] { return lenient_number(value); });
 }
 
 STDMETHODIMP CUtility::pvCStr(VARIANT value, BSTR* result) noexcept {
-  return returning(result, [&] { return text_of(dereferenced(value)); });
+  return method_with_result(result, [&] { return to_text(dereferenced(value)); });
 }
 
 STDMETHODIMP CUtility::pvCNumber(VARIANT value, BSTR* result) noexcept {
-  return returning(result, [&] { return lenient_number_text(value, decimal_separator()); });
+  return method_with_result(result,
+                            [&] { return lenient_number_text(value, decimal_separator()); });
 }
 
 STDMETHODIMP CUtility::pvCVar(VARIANT value, VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     Variant copy;
     attempt([&] { copy = dereferenced(value); });
     return copy;
@@ -147,81 +151,81 @@ STDMETHODIMP CUtility::pvCVar(VARIANT value, VARIANT* result) noexcept {
 }
 
 STDMETHODIMP CUtility::IsNumber(VARIANT value, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return attempt([&] { is_number(value); }); });
+  return method_with_result(result, [&] { return attempt([&] { is_number(value); }); });
 }
 
 STDMETHODIMP CUtility::pvTrim(BSTR value, BSTR* result) noexcept {
-  return returning(result, [&] { return trimmed(view_of(value)); });
+  return method_with_result(result, [&] { return trim(view_of(value)); });
 }
 
 STDMETHODIMP CUtility::pvGetSetting(BSTR file, BSTR section, BSTR key, BSTR fallback,
                                     VARIANT* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return Variant(read_profile(text(file), text(section), text(key), text(fallback)));
   });
 }
 
 STDMETHODIMP CUtility::pvSaveSetting(BSTR file, BSTR section, BSTR key, BSTR setting,
                                      VARIANT_BOOL* result) noexcept {
-  return returning(
+  return method_with_result(
       result, [&] { return write_profile(text(file), text(section), text(key), text(setting)); });
 }
 
 STDMETHODIMP CUtility::pvClearSetting(BSTR file, BSTR section, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return clear_profile_section(text(file), text(section)); });
+  return method_with_result(result,
+                            [&] { return clear_profile_section(text(file), text(section)); });
 }
 
 STDMETHODIMP CUtility::GetIniSettings(short file, BSTR section, BSTR key, BSTR fallback,
                                       VARIANT_BOOL reset, VARIANT_BOOL search_section_first,
                                       BSTR* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return read_open_file(OpenFile(file), view_of(section), view_of(key), view_of(fallback),
                           reset != VARIANT_FALSE, search_section_first != VARIANT_FALSE);
   });
 }
 
 STDMETHODIMP CUtility::SaveIniSection(short file, BSTR section, VARIANT_BOOL* result) noexcept {
-  return returning(result,
-                   [&] { return write_line(file, settings_section_line(view_of(section))); });
+  return method_with_result(
+      result, [&] { return write_line(file, format_section_line(view_of(section))); });
 }
 
 STDMETHODIMP CUtility::SaveIniSettings(short file, BSTR key, BSTR settings,
                                        VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
-    return write_line(file, settings_value_line(view_of(key), view_of(settings)));
-  });
+  return method_with_result(
+      result, [&] { return write_line(file, format_value_line(view_of(key), view_of(settings))); });
 }
 
 STDMETHODIMP CUtility::get_AppIniFileName(BSTR* result) noexcept {
-  return returning(result, [] { return thread_state().ini_file; });
+  return method_with_result(result, [] { return thread_state().ini_file; });
 }
 
 STDMETHODIMP CUtility::put_AppIniFileName(BSTR value) noexcept {
-  return doing([&] { thread_state().ini_file = view_of(value); });
+  return method([&] { thread_state().ini_file = view_of(value); });
 }
 
 STDMETHODIMP CUtility::get_AppHelpFileName(BSTR* result) noexcept {
-  return returning(result, [] { return thread_state().help_file; });
+  return method_with_result(result, [] { return thread_state().help_file; });
 }
 
 STDMETHODIMP CUtility::put_AppHelpFileName(BSTR value) noexcept {
-  return doing([&] { thread_state().help_file = view_of(value); });
+  return method([&] { thread_state().help_file = view_of(value); });
 }
 
 STDMETHODIMP CUtility::get_AppDirectory(AppDirectories directory, BSTR* result) noexcept {
-  return returning(result, [&] { return directory_slot(directory); });
+  return method_with_result(result, [&] { return directory_slot(directory); });
 }
 
 STDMETHODIMP CUtility::put_AppDirectory(AppDirectories directory, BSTR value) noexcept {
-  return doing([&] { directory_slot(directory) = view_of(value); });
+  return method([&] { directory_slot(directory) = view_of(value); });
 }
 
 STDMETHODIMP CUtility::get_Application(IDispatch** result) noexcept {
-  return returning(result, [] { return thread_state().application; });
+  return method_with_result(result, [] { return thread_state().application; });
 }
 
 STDMETHODIMP CUtility::putref_Application(IDispatch* value) noexcept {
-  return doing([&] {
+  return method([&] {
     const LateBound application{Ref<IDispatch>(value)};
     if (value && !is_application(application)) {
       throw automation_error(ErrorCode::kTypeMismatch, L"the object has no Title or version");
@@ -231,33 +235,33 @@ STDMETHODIMP CUtility::putref_Application(IDispatch* value) noexcept {
 }
 
 STDMETHODIMP CUtility::AppVersion(IDispatch* application, BSTR* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     const LateBound object{Ref<IDispatch>(application)};
-    const long major = long_of(object.get(L"Major"));
-    const long minor = long_of(object.get(L"Minor"));
-    return version_text(major, minor, long_of(object.get(L"Revision")));
+    const long major = to_long(object.get(L"Major"));
+    const long minor = to_long(object.get(L"Minor"));
+    return format_version(major, minor, to_long(object.get(L"Revision")));
   });
 }
 
 STDMETHODIMP CUtility::get_pvItem32Version(BSTR* result) noexcept {
-  return returning(result, [] { return library_identification(); });
+  return method_with_result(result, [] { return library_identification(); });
 }
 
 STDMETHODIMP CUtility::get_CurrentDate(BSTR* result) noexcept {
-  return returning(result, [] { return current_time_text(L"yyyy/mmmm/dd"); });
+  return method_with_result(result, [] { return current_time_text(L"yyyy/mmmm/dd"); });
 }
 
 STDMETHODIMP CUtility::TxmTypeName(short type, BSTR* result) noexcept {
-  return returning(result, [&] { return txm_type_name(type); });
+  return method_with_result(result, [&] { return txm_type_name(type); });
 }
 
 STDMETHODIMP CUtility::GetDataType(_CItem* item, short variable, pvDataTypes* result) noexcept {
-  return returning(result,
-                   [&] { return data_class(fetch(item, &_CItem::get_DataType, variable)); });
+  return method_with_result(
+      result, [&] { return data_class(result_of(item, &_CItem::get_DataType, variable)); });
 }
 
 STDMETHODIMP CUtility::GetPictureSize(long bitmap, long dc, long* height, long* width) noexcept {
-  return doing([&] {
+  return method([&] {
     long& width_out = *required(width);
     long& height_out = *required(height);
     const BitmapSize size = bitmap_size(bitmap, dc);
@@ -267,12 +271,12 @@ STDMETHODIMP CUtility::GetPictureSize(long bitmap, long dc, long* height, long* 
 }
 
 STDMETHODIMP CUtility::get_pvString(pvStringTypes id, BSTR* result) noexcept {
-  return returning(result, [&] { return localized(id); });
+  return method_with_result(result, [&] { return localized(id); });
 }
 
 STDMETHODIMP CUtility::pvMsgBox(BSTR prompt, short buttons, short picture, BSTR title,
                                 IDispatch* owner, long* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     MessageBoxRequest message;
     message.prompt = view_of(prompt);
     message.buttons = buttons;
@@ -285,7 +289,7 @@ STDMETHODIMP CUtility::pvMsgBox(BSTR prompt, short buttons, short picture, BSTR 
 
 STDMETHODIMP CUtility::SaveWindowPos(IDispatch* source, BSTR file, BSTR section, BSTR key,
                                      VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return save_placement(LateBound(Ref<IDispatch>(source)),
                           {text(file), text(section), text(key)});
   });
@@ -293,30 +297,30 @@ STDMETHODIMP CUtility::SaveWindowPos(IDispatch* source, BSTR file, BSTR section,
 
 STDMETHODIMP CUtility::RestoreWindowPos(IDispatch* dest, BSTR file, BSTR section, BSTR key,
                                         VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     return restore_placement(LateBound(Ref<IDispatch>(dest)),
                              {text(file), text(section), text(key)});
   });
 }
 
 STDMETHODIMP CUtility::get_Languages(_CLanguages** result) noexcept {
-  return returning(result, [] { return shared_languages(); });
+  return method_with_result(result, [] { return shared_languages(); });
 }
 
 STDMETHODIMP CUtility::get_PWS(_CPasswords** result) noexcept {
-  return returning(result, [] { return shared_passwords(); });
+  return method_with_result(result, [] { return shared_passwords(); });
 }
 
 STDMETHODIMP CUtility::ItemAccessEdit(_CTxm* txm, _CItem* item, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return edit_access(txm, item); });
+  return method_with_result(result, [&] { return edit_access(txm, item); });
 }
 
 STDMETHODIMP CUtility::get_TxmEvents(_CTxmEvents** result) noexcept {
-  return returning(result, [] { return shared_events(); });
+  return method_with_result(result, [] { return shared_events(); });
 }
 
 STDMETHODIMP CUtility::get_pvFile(_CFile** result) noexcept {
-  return returning(result, [] { return shared_file(); });
+  return method_with_result(result, [] { return shared_file(); });
 }
 
 }  // namespace pv

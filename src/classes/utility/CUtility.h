@@ -5,11 +5,11 @@
 
 namespace pv {
 
-/// The facade over the state that all objects of a thread share; holds nothing itself.
-class CUtility final : public Dual<CUtility, _CUtility, ::CUtility> {
- public:
-  static constexpr const wchar_t* kClassName = L"CUtility";
+AUTOMATION_CLASS(CUtility)
 
+/// The facade over the state that all objects of a thread share; holds nothing itself.
+class CUtility final : public AutomationObject<CUtility> {
+ public:
   // Constants.
   STDMETHODIMP get_ecomDIRTY(BSTR* result) noexcept override;
   STDMETHODIMP get_RegSeparator(BSTR* result) noexcept override;

@@ -1,5 +1,5 @@
 #include "classes/utility/CUtility.h"
-#include "com/fetch.h"
+#include "com/call.h"
 #include "core/text/number_text.h"
 #include "dialogs/symbol_editor.h"
 #include "host/image_list.h"
@@ -13,9 +13,9 @@ constexpr const wchar_t* kNoSymbolKey = L"NOSYMBOL";
 constexpr short kNoSymbolPicture = 201;
 
 std::wstring key_of(_CTxm* txm, _CItem* item, short variable) {
-  if (fetch(item, &_CItem::get_Symbol, variable).empty()) return kNoSymbolKey;
-  return L"SYM" + integer_text(fetch(txm, &_CTxm::get_TxmType)) + L"." +
-         integer_text(fetch(item, &_CItem::get_ItemID)) + L"." + integer_text(variable);
+  if (result_of(item, &_CItem::get_Symbol, variable).empty()) return kNoSymbolKey;
+  return L"SYM" + format_integer(result_of(txm, &_CTxm::get_TxmType)) + L"." +
+         format_integer(result_of(item, &_CItem::get_ItemID)) + L"." + format_integer(variable);
 }
 
 std::wstring symbol_key(_CTxm* txm, _CItem* item, short variable) {
@@ -27,7 +27,7 @@ std::wstring symbol_key(_CTxm* txm, _CItem* item, short variable) {
 // The picture of a symbol that the editor cannot show is Nothing.
 Ref<IPictureDisp> picture_of(_CItem* item, short variable) {
   std::wstring symbol;
-  attempt([&] { symbol = fetch(item, &_CItem::get_Symbol, variable); });
+  attempt([&] { symbol = result_of(item, &_CItem::get_Symbol, variable); });
   if (symbol.empty()) return resource_bitmap(kNoSymbolPicture);
   Ref<IPictureDisp> picture;
   attempt([&] { picture = picture_of_symbol(symbol); });
@@ -38,8 +38,9 @@ bool edit(_CItem* item, short index) {
   Ref<_CVariable> variable;
   std::wstring symbol;
   const bool found = attempt([&] {
-    variable = fetch(fetch(item, &_CItem::get_Variables), &_CVariables::get_Item, Variant(index));
-    symbol = fetch(variable, &_CVariable::get_Symbol);
+    variable =
+        result_of(result_of(item, &_CItem::get_Variables), &_CVariables::get_Item, Variant(index));
+    symbol = result_of(variable, &_CVariable::get_Symbol);
   });
   if (!found || !edit_symbol(symbol)) return false;
   call(variable, &_CVariable::put_Symbol, Bstr(symbol));
@@ -63,29 +64,29 @@ std::wstring manage(const ImageList& images, _CTxm* txm, _CItem* item, short var
 
 STDMETHODIMP CUtility::GetSymbolKey(_CTxm* txm, _CItem* item, short variable,
                                     BSTR* result) noexcept {
-  return returning(result, [&] { return symbol_key(txm, item, variable); });
+  return method_with_result(result, [&] { return symbol_key(txm, item, variable); });
 }
 
 STDMETHODIMP CUtility::GetNoSymbolKey(BSTR* result) noexcept {
-  return returning(result, [] { return kNoSymbolKey; });
+  return method_with_result(result, [] { return kNoSymbolKey; });
 }
 
 STDMETHODIMP CUtility::GetNoSymbolPicture(IPictureDisp** result) noexcept {
-  return returning(result, [] { return resource_bitmap(kNoSymbolPicture); });
+  return method_with_result(result, [] { return resource_bitmap(kNoSymbolPicture); });
 }
 
 STDMETHODIMP CUtility::ItemSymbolGetPicture(_CItem* item, short variable,
                                             IPictureDisp** result) noexcept {
-  return returning(result, [&] { return picture_of(item, variable); });
+  return method_with_result(result, [&] { return picture_of(item, variable); });
 }
 
 STDMETHODIMP CUtility::ItemSymbolEdit(_CItem* item, short variable, VARIANT_BOOL* result) noexcept {
-  return returning(result, [&] { return edit(item, variable); });
+  return method_with_result(result, [&] { return edit(item, variable); });
 }
 
 STDMETHODIMP CUtility::SymbolManager(IDispatch* images, _CTxm* txm, _CItem* item, short variable,
                                      BSTR* result) noexcept {
-  return returning(result, [&] { return manage(ImageList(images), txm, item, variable); });
+  return method_with_result(result, [&] { return manage(ImageList(images), txm, item, variable); });
 }
 
 }  // namespace pv

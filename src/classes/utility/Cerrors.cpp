@@ -1,8 +1,10 @@
 #include "classes/utility/Cerrors.h"
 
-#include "com/fetch.h"
+#include "com/call.h"
 
 namespace pv {
+
+template ClassEntry class_entry<Cerrors>();
 
 void Cerrors::number_members() {
   long position = 0;
@@ -10,7 +12,7 @@ void Cerrors::number_members() {
 }
 
 STDMETHODIMP Cerrors::Remove(VARIANT index) noexcept {
-  return doing([&] {
+  return method([&] {
     remove(index);
     number_members();
   });
@@ -18,10 +20,10 @@ STDMETHODIMP Cerrors::Remove(VARIANT index) noexcept {
 
 STDMETHODIMP Cerrors::Add(VARIANT number, BSTR description, DATE when, VARIANT tag,
                           _CError** result) noexcept {
-  return returning(result, [&] {
+  return method_with_result(result, [&] {
     auto error = make<CError>();
     const Ref<_CError> properties = error;
-    call(properties, &_CError::put_Number, long_of(dereferenced(number)));
+    call(properties, &_CError::put_Number, to_long(dereferenced(number)));
     call(properties, &_CError::put_Description, description);
     call(properties, &_CError::put_When, when);
     if (!is_missing(tag)) call(properties, &_CError::put_Tag, tag);
@@ -32,7 +34,7 @@ STDMETHODIMP Cerrors::Add(VARIANT number, BSTR description, DATE when, VARIANT t
 }
 
 STDMETHODIMP Cerrors::ReIndex() noexcept {
-  return doing([&] { number_members(); });
+  return method([&] { number_members(); });
 }
 
 }  // namespace pv

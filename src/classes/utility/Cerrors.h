@@ -5,11 +5,11 @@
 
 namespace pv {
 
-class Cerrors final
-    : public Collection<Cerrors, _Cerrors, ::Cerrors, CError, _CError, Missing::kRaises> {
- public:
-  static constexpr const wchar_t* kClassName = L"Cerrors";
+AUTOMATION_CLASS(Cerrors)
 
+/// A log of errors.
+class Cerrors final : public Collection<Cerrors, CError, Missing::kRaises> {
+ public:
   STDMETHODIMP Remove(VARIANT index) noexcept override;
   STDMETHODIMP Add(VARIANT number, BSTR description, DATE when, VARIANT tag,
                    _CError** result) noexcept override;

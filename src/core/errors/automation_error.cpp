@@ -2,7 +2,7 @@
 
 namespace pv {
 
-std::wstring text_of(ErrorCode code) {
+std::wstring error_text(ErrorCode code) {
   switch (code) {
     case ErrorCode::kInvalidCall:
       return L"Invalid procedure call or argument";

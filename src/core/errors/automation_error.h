@@ -29,7 +29,7 @@ constexpr std::int32_t hresult_of(ErrorCode code) {
 }
 
 /// What a run-time error means, without its context.
-std::wstring text_of(ErrorCode code);
+std::wstring error_text(ErrorCode code);
 
 /// A run-time error on its way to the caller. `detail` names the value that caused it.
 class automation_error : public std::exception {

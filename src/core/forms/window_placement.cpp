@@ -14,24 +14,25 @@ std::optional<WindowPlacement> parse_placement(std::wstring_view text) {
   if (fields.size() < kFieldCount) return std::nullopt;
   std::array<double, 4> bounds{};
   for (std::size_t i = 0; i < bounds.size(); ++i) {
-    const std::optional<float> bound = single_of(number_of(fields[i]));
+    const std::optional<float> bound = single_of(lenient_number(fields[i]));
     if (!bound) return std::nullopt;
     bounds[i] = *bound;
   }
-  return WindowPlacement{bounds[0], bounds[1], bounds[2], bounds[3], integer_of<short>(fields[4])};
+  return WindowPlacement{bounds[0], bounds[1], bounds[2], bounds[3],
+                         lenient_integer<short>(fields[4])};
 }
 
-std::wstring placement_record(const std::array<std::wstring, 4>& bounds, short state) {
+std::wstring format_placement(const std::array<std::wstring, 4>& bounds, short state) {
   std::wstring record;
   for (const std::wstring& bound : bounds) record += bound + L"|";
-  return record + integer_text(state) + L"|";
+  return record + format_integer(state) + L"|";
 }
 
 std::wstring format_placement(const WindowPlacement& placement, wchar_t decimal) {
   const auto text = [decimal](double bound) {
-    return general_text(single_of(bound).value_or(0.0F), decimal);
+    return format_number(single_of(bound).value_or(0.0F), decimal);
   };
-  return placement_record(
+  return format_placement(
       {text(placement.left), text(placement.top), text(placement.width), text(placement.height)},
       placement.state);
 }

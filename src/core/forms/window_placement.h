@@ -22,7 +22,7 @@ struct WindowPlacement {
 std::optional<WindowPlacement> parse_placement(std::wstring_view text);
 
 /// left|top|width|height|state|
-std::wstring placement_record(const std::array<std::wstring, 4>& bounds, short state);
+std::wstring format_placement(const std::array<std::wstring, 4>& bounds, short state);
 
 /// The same with the bounds as single-precision numbers.
 std::wstring format_placement(const WindowPlacement& placement, wchar_t decimal);

@@ -15,25 +15,25 @@ constexpr std::wstring_view kDefaultVariable = L"1|||0|3|6|2|0|0||";
 
 ItemFileReader::ItemFileReader(std::string_view bytes, const TextCodec& codec)
     : reader_(bytes, codec),
-      count_(integer_of<std::int16_t>(reader_.value(L"Items", L"Count", L"0", true, true))) {}
+      count_(lenient_integer<std::int16_t>(reader_.value(L"Items", L"Count", L"0", true, true))) {}
 
 // The file's order finds the lines: neither search looks for a section.
 bool ItemFileReader::next(LoadedItem& loaded) {
   if (read_ >= count_) return false;
   ++read_;
-  const auto variable_count = integer_of<std::int16_t>(reader_.next_value(L"Count", L"1"));
+  const auto variable_count = lenient_integer<std::int16_t>(reader_.next_value(L"Count", L"1"));
   loaded.item = parse_item_record(reader_.next_value(L"Settings", kDefaultItem));
   loaded.variables.clear();
   for (int j = 1; j <= variable_count; ++j) {
     loaded.variables.push_back(
-        parse_variable_record(reader_.next_value(L"VAR" + integer_text(j), kDefaultVariable))
+        parse_variable_record(reader_.next_value(L"VAR" + format_integer(j), kDefaultVariable))
             .record);
   }
   return true;
 }
 
-std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
-                                                      const TextCodec& codec) {
+std::optional<std::vector<LoadedItem>> parse_item_file(std::string_view bytes,
+                                                       const TextCodec& codec) {
   ItemFileReader reader(bytes, codec);
   if (reader.count() < 1) return std::nullopt;
   std::vector<LoadedItem> items;
@@ -48,18 +48,18 @@ ItemFileWriter::ItemFileWriter(std::size_t count, const FileStamp& stamp, const 
 }
 
 void ItemFileWriter::item(const ItemRecord& item, std::size_t variable_count) {
-  writer_.section(L"ITEM" + integer_text(++items_));
+  writer_.section(L"ITEM" + format_integer(++items_));
   writer_.count(variable_count);
   writer_.record(L"Settings", RecordFields(item, decimal_).all());
   variables_ = 0;
 }
 
 void ItemFileWriter::variable(const VariableRecordView& variable) {
-  writer_.record(L"VAR" + integer_text(++variables_), RecordFields(variable).all());
+  writer_.record(L"VAR" + format_integer(++variables_), RecordFields(variable).all());
 }
 
-std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
-                            const TextCodec& codec, wchar_t decimal) {
+std::string format_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
+                             const TextCodec& codec, wchar_t decimal) {
   ItemFileWriter writer(items.size(), stamp, codec, decimal);
   for (const LoadedItem& loaded : items) {
     writer.item(loaded.item, loaded.variables.size());

@@ -41,8 +41,8 @@ class ItemFileReader {
 };
 
 /// All items of a file; nullopt when the bytes are none.
-std::optional<std::vector<LoadedItem>> read_item_file(std::string_view bytes,
-                                                      const TextCodec& codec);
+std::optional<std::vector<LoadedItem>> parse_item_file(std::string_view bytes,
+                                                       const TextCodec& codec);
 
 /// Makes the text of a file: each item, followed by its variables.
 class ItemFileWriter {
@@ -64,7 +64,7 @@ class ItemFileWriter {
   long variables_ = 0;
 };
 
-std::string write_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
-                            const TextCodec& codec, wchar_t decimal);
+std::string format_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,
+                             const TextCodec& codec, wchar_t decimal);
 
 }  // namespace pv

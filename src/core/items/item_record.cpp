@@ -20,23 +20,23 @@ std::wstring joined(std::span<const std::wstring_view> fields) {
 
 }  // namespace
 
-bool boolean_of(std::wstring_view text) {
+bool parse_boolean(std::wstring_view text) {
   if (same_ascii(text, L"true")) return true;
-  if (const auto value = plain_integer(text)) return *value != 0;
-  return whole_number_text(text).value_or(0.0) != 0.0;
+  if (const auto value = parse_integer(text)) return *value != 0;
+  return parse_number(text).value_or(0.0) != 0.0;
 }
 
 ItemRecord parse_item_record(std::wstring_view text) {
   std::array<std::wstring_view, kItemFieldCount> fields;
   split_record(text, kRecordSeparator, fields);
   return {.key = std::wstring(fields[0]),
-          .item_id = integer_of<std::int16_t>(fields[1]),
-          .by_meaning = boolean_of(fields[2]),
-          .access = integer_of<std::int16_t>(fields[3]),
-          .historian = boolean_of(fields[4]),
-          .restore = boolean_of(fields[5]),
-          .smart_wait = single_of(number_of(fields[6])).value_or(0.0F),
-          .length = integer_of<std::int16_t>(fields[7])};
+          .item_id = lenient_integer<std::int16_t>(fields[1]),
+          .by_meaning = parse_boolean(fields[2]),
+          .access = lenient_integer<std::int16_t>(fields[3]),
+          .historian = parse_boolean(fields[4]),
+          .restore = parse_boolean(fields[5]),
+          .smart_wait = single_of(lenient_number(fields[6])).value_or(0.0F),
+          .length = lenient_integer<std::int16_t>(fields[7])};
 }
 
 RecordFields::RecordFields(const ItemRecord& item, wchar_t decimal) {
@@ -46,7 +46,7 @@ RecordFields::RecordFields(const ItemRecord& item, wchar_t decimal) {
   number(item.access);
   boolean(item.historian);
   boolean(item.restore);
-  text(numbers_[count_] = general_text(item.smart_wait, decimal));
+  text(numbers_[count_] = format_number(item.smart_wait, decimal));
   number(item.length);
 }
 
@@ -69,7 +69,7 @@ void RecordFields::number(int field) {
   constexpr std::wstring_view kDigits = L"0123456789";
   const bool is_digit = field >= 0 && field <= 9;
   text(is_digit ? kDigits.substr(static_cast<std::size_t>(field), 1)
-                : numbers_[count_] = integer_text(field));
+                : numbers_[count_] = format_integer(field));
 }
 
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
@@ -84,7 +84,7 @@ VariableFields parse_variable_record(std::wstring_view text, VariableRecord init
     if (i < present) target = std::wstring(fields[i]);  // no room to spare: it may be kept for long
   };
   const auto take_integer = [&](std::size_t i, std::int16_t& target) {
-    if (i < present) target = integer_of<std::int16_t>(fields[i]);
+    if (i < present) target = lenient_integer<std::int16_t>(fields[i]);
   };
   take_text(0, record.key);
   take_text(1, record.caption);

@@ -32,7 +32,7 @@ struct BasicVariableRecord {
   std::int16_t dimension_id = 0;
   std::int16_t unit_id = 0;
   std::int16_t decimals = 0;
-  Text list_id;  ///< as written; a loader of files takes integer_of<std::int16_t> of it
+  Text list_id;  ///< as written; a loader of files takes lenient_integer<std::int16_t> of it
   std::int16_t data_type = 0;
   Text symbol;
 
@@ -102,6 +102,6 @@ inline std::wstring format_variable_record(const VariableRecord& variable) {
 
 /// The Boolean that a text stands for: "True" and "False" in any case, a number other than 0 is
 /// true; any other text is false.
-bool boolean_of(std::wstring_view text);
+bool parse_boolean(std::wstring_view text);
 
 }  // namespace pv

@@ -27,10 +27,10 @@ std::wstring format_list_member(const ListMemberRecord& member);
 
 /// Reads the file front to back; nullopt when it announces no list. Captions and keys may come more
 /// than once.
-std::optional<std::vector<ListRecord>> read_list_file(std::string_view bytes,
-                                                      const TextCodec& codec);
+std::optional<std::vector<ListRecord>> parse_list_file(std::string_view bytes,
+                                                       const TextCodec& codec);
 
-std::string write_list_file(const std::vector<ListRecord>& lists, const FileStamp& stamp,
-                            const TextCodec& codec);
+std::string format_list_file(const std::vector<ListRecord>& lists, const FileStamp& stamp,
+                             const TextCodec& codec);
 
 }  // namespace pv

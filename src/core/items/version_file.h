@@ -29,9 +29,9 @@ struct VersionFile {
 };
 
 /// Reads the file front to back; nullopt when it announces no version.
-std::optional<VersionFile> read_version_file(std::string_view bytes, const TextCodec& codec);
+std::optional<VersionFile> parse_version_file(std::string_view bytes, const TextCodec& codec);
 
-std::string write_version_file(const std::vector<VersionRecord>& versions, const FileStamp& stamp,
-                               const TextCodec& codec);
+std::string format_version_file(const std::vector<VersionRecord>& versions, const FileStamp& stamp,
+                                const TextCodec& codec);
 
 }  // namespace pv

@@ -58,7 +58,7 @@ std::size_t take_count(std::wstring_view& text, std::size_t limit) {
 
 Rgb symbol_colour(std::uint8_t number) { return kPalette[number]; }
 
-std::wstring symbol_text(const Symbol& symbol) {
+std::wstring format_symbol(const Symbol& symbol) {
   std::wstring text(kVersion);
   auto run = symbol.pixels.begin();
   while (run != symbol.pixels.end()) {

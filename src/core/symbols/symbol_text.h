@@ -46,7 +46,7 @@ Rgb symbol_colour(std::uint8_t number);
 /// "S1:" (the version of the form), then the rows from the top as runs: a letter A to P for the
 /// colour and, when there is more than one pixel, their number. The empty symbol is "S1:P1024".
 /// The text is printable and has neither "|" nor line breaks.
-std::wstring symbol_text(const Symbol& symbol);
+std::wstring format_symbol(const Symbol& symbol);
 
 /// nullopt for a text of another form. Small letters count as capitals.
 std::optional<Symbol> parse_symbol(std::wstring_view text);

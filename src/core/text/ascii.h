@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace pv {
@@ -16,6 +17,10 @@ constexpr wchar_t lower_ascii(wchar_t c) {
 
 constexpr wchar_t upper_ascii(wchar_t c) {
   return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
+}
+
+inline std::wstring widen_ascii(std::string_view text) {
+  return std::wstring(text.begin(), text.end());
 }
 
 /// Without a branch per character, which lets the compiler take many at once.

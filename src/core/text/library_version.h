@@ -16,6 +16,6 @@ FileStamp library_stamp();
 std::wstring library_identification();
 
 /// major "." minor "." revision, the last two with at least two digits.
-std::wstring version_text(long major, long minor, long revision);
+std::wstring format_version(long major, long minor, long revision);
 
 }  // namespace pv

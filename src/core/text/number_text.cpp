@@ -6,6 +6,8 @@
 #include <cmath>
 #include <system_error>
 
+#include "core/text/ascii.h"
+
 namespace pv {
 namespace {
 
@@ -117,8 +119,6 @@ std::wstring with_point(std::wstring_view text) {
   return copy;
 }
 
-std::wstring widened(std::string_view ascii) { return std::wstring(ascii.begin(), ascii.end()); }
-
 /// "INF", "-INF" or "NAN".
 std::wstring text_of_no_number(double value) {
   if (std::isnan(value)) return L"NAN";
@@ -132,7 +132,8 @@ std::wstring general(Float value, int digits, wchar_t decimal) {
   std::array<char, 40> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                  std::chars_format::general, digits);
-  std::wstring text = widened({buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data())});
+  std::wstring text =
+      widen_ascii({buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data())});
   std::replace(text.begin(), text.end(), L'e', L'E');
   std::replace(text.begin(), text.end(), L'.', decimal);
   return text;
@@ -232,23 +233,23 @@ class ScaledDigits {
 
 }  // namespace
 
-std::optional<double> leading_number(std::wstring_view text) {
+std::optional<double> parse_leading_number(std::wstring_view text) {
   return value_of(take_decimal(text));
 }
 
-std::optional<double> whole_number_text(std::wstring_view text) {
+std::optional<double> parse_number(std::wstring_view text) {
   const Decimal number = take_decimal(with_point(text));
   return number.whole_text ? value_of(number) : std::nullopt;
 }
 
-std::wstring general_text(double value, wchar_t decimal) {
+std::wstring format_number(double value, wchar_t decimal) {
   return general(value, kSignificantDigits, decimal);
 }
 
-std::wstring general_text(float value, wchar_t decimal) { return general(value, 7, decimal); }
+std::wstring format_number(float value, wchar_t decimal) { return general(value, 7, decimal); }
 
-std::pmr::wstring fixed_text(double value, int decimals, wchar_t decimal,
-                             std::pmr::polymorphic_allocator<wchar_t> memory) {
+std::pmr::wstring format_fixed(double value, int decimals, wchar_t decimal,
+                               std::pmr::polymorphic_allocator<wchar_t> memory) {
   std::pmr::wstring text(memory);
   if (!std::isfinite(value)) return text.assign(text_of_no_number(value));
   decimals = std::clamp(decimals, 0, kMostDecimals);
@@ -261,13 +262,13 @@ std::pmr::wstring fixed_text(double value, int decimals, wchar_t decimal,
   return text;
 }
 
-std::wstring normalized_number(std::wstring_view text, wchar_t decimal) {
-  const std::optional<double> value = leading_number(with_point(text));
-  return value ? general_text(*value, decimal) : L"0";
+std::wstring lenient_number_text(std::wstring_view text, wchar_t decimal) {
+  const std::optional<double> value = parse_leading_number(with_point(text));
+  return value ? format_number(*value, decimal) : L"0";
 }
 
-double number_of(std::wstring_view text) {
-  if (const std::optional<std::int32_t> value = plain_integer(text)) return *value;
+double lenient_number(std::wstring_view text) {
+  if (const std::optional<std::int32_t> value = parse_integer(text)) return *value;
   const Decimal number = take_decimal(with_point(text));
   const std::optional<double> value = value_of(number);
   if (!value) return 0.0;
@@ -275,10 +276,10 @@ double number_of(std::wstring_view text) {
   const bool is_normal = std::fabs(*value) >= std::numeric_limits<double>::min();
   if (is_normal && number.digits.size() <= kSignificantDigits) return *value;
   // The largest doubles have no 15-digit text that can be read back.
-  return leading_number(general_text(*value, L'.')).value_or(0.0);
+  return parse_leading_number(format_number(*value, L'.')).value_or(0.0);
 }
 
-std::optional<std::int32_t> plain_integer(std::wstring_view text) {
+std::optional<std::int32_t> parse_integer(std::wstring_view text) {
   const bool negative = text.starts_with(L'-');
   if (negative) text.remove_prefix(1);
   if (text.empty() || text.size() > 9) return std::nullopt;
@@ -309,18 +310,18 @@ std::optional<double> round_half_even(double value) {
   return std::copysign(whole, value) + 0.0;  // + 0.0: no negative zero
 }
 
-std::wstring zero_padded(long value, int digits) {
-  std::wstring text = integer_text(value);
+std::wstring format_padded(long value, int digits) {
+  std::wstring text = format_integer(value);
   const std::size_t sign = value < 0 ? 1 : 0;
   const std::size_t wanted = static_cast<std::size_t>(std::max(digits, 0)) + sign;
   if (text.size() < wanted) text.insert(sign, wanted - text.size(), L'0');
   return text;
 }
 
-std::wstring integer_text(long value) {
+std::wstring format_integer(long value) {
   std::array<char, 24> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-  return widened({buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data())});
+  return widen_ascii({buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data())});
 }
 
 }  // namespace pv

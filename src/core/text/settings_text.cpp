@@ -23,13 +23,13 @@ std::optional<std::string_view> take_line(std::string_view bytes, std::size_t& o
 
 }  // namespace
 
-std::wstring settings_section_line(std::wstring_view name) {
+std::wstring format_section_line(std::wstring_view name) {
   std::wstring line = L"[";
   line.append(name).append(L"]");
   return line;
 }
 
-std::wstring settings_value_line(std::wstring_view key, std::wstring_view value) {
+std::wstring format_value_line(std::wstring_view key, std::wstring_view value) {
   std::wstring line(key);
   line.append(L"=").append(value);
   return line;
@@ -198,7 +198,7 @@ void SettingsWriter::record(std::wstring_view key, std::span<const std::wstring_
 }
 
 void SettingsWriter::count(std::size_t count) {
-  value(L"Count", integer_text(static_cast<long>(count)));
+  value(L"Count", format_integer(static_cast<long>(count)));
 }
 
 void SettingsWriter::head(std::wstring_view name, std::size_t count, const FileStamp& stamp) {

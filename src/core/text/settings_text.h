@@ -151,7 +151,7 @@ std::size_t split_record(std::wstring_view record, wchar_t separator,
                          std::span<std::wstring_view> fields);
 
 /// "[name]" and "key=value", without a line end.
-std::wstring settings_section_line(std::wstring_view name);
-std::wstring settings_value_line(std::wstring_view key, std::wstring_view value);
+std::wstring format_section_line(std::wstring_view name);
+std::wstring format_value_line(std::wstring_view key, std::wstring_view value);
 
 }  // namespace pv

@@ -6,7 +6,7 @@
 
 namespace pv {
 
-std::wstring trimmed(std::wstring_view text) {
+std::wstring trim(std::wstring_view text) {
   const std::size_t first = std::min(text.find_first_not_of(L' '), text.size());
   std::wstring result(text.substr(0, first));
   std::copy_if(text.begin() + static_cast<std::ptrdiff_t>(first), text.end(),

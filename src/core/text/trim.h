@@ -8,6 +8,6 @@ namespace pv {
 
 /// Keeps leading blanks (U+0020) and the first other character, drops every blank behind it: "  a b
 /// c " gives "  abc".
-std::wstring trimmed(std::wstring_view text);
+std::wstring trim(std::wstring_view text);
 
 }  // namespace pv

@@ -21,7 +21,7 @@ int digit_value(wchar_t c) {
 }
 
 std::wstring two_digits(int value) {
-  const std::wstring text = L"00" + integer_text(value);
+  const std::wstring text = L"00" + format_integer(value);
   return text.substr(text.size() - 2);
 }
 
@@ -44,7 +44,8 @@ std::int32_t hex_to_integer(std::wstring_view digits) {
 }
 
 std::wstring integer_to_hex(std::int32_t value, int count) {
-  if (count < 0) throw automation_error(ErrorCode::kInvalidCall, L"digits " + integer_text(count));
+  if (count < 0)
+    throw automation_error(ErrorCode::kInvalidCall, L"digits " + format_integer(count));
   std::wstring digits(static_cast<std::size_t>(count), L'0');
   auto rest = static_cast<std::uint32_t>(value);
   for (auto digit = digits.rbegin(); digit != digits.rend() && rest != 0; ++digit, rest /= 16) {
@@ -94,7 +95,7 @@ std::wstring take_chunk(std::wstring& data, int count) {
 
 std::wstring padded(std::wstring_view data, long length, std::wstring_view filler, bool before) {
   if (length < 0)
-    throw automation_error(ErrorCode::kInvalidCall, L"length " + integer_text(length));
+    throw automation_error(ErrorCode::kInvalidCall, L"length " + format_integer(length));
   const auto wanted = static_cast<std::size_t>(length);
   const std::size_t missing = wanted > data.size() ? wanted - data.size() : 0;
   std::wstring fill;
@@ -146,9 +147,9 @@ std::wstring pack_to_text(std::wstring_view bytes,
 
 std::int16_t error_code(std::int16_t byte, std::int16_t variable) {
   if (byte < 1) return 0;
-  const auto bit = integer_or_zero<std::int16_t>(std::log(byte) / std::log(2.0) + 1);
+  const auto bit = lenient_integer<std::int16_t>(std::log(byte) / std::log(2.0) + 1);
   if (bit < 1) return 0;
-  return integer_or_zero<std::int16_t>((variable - 2) * 8.0 + bit);
+  return lenient_integer<std::int16_t>((variable - 2) * 8.0 + bit);
 }
 
 }  // namespace pv

@@ -6,7 +6,7 @@ namespace pv {
 
 std::wstring formatted_name(const TxmName& name, int parts) {
   std::wstring text;
-  if (parts & kNameIndex) text = L"TXM#" + integer_text(name.index);
+  if (parts & kNameIndex) text = L"TXM#" + format_integer(name.index);
   if (parts & kNameTitle) text += text.empty() ? name.title : L":" + name.title;
   if (parts & kNameType) text += text.empty() ? name.type : L" (" + name.type + L")";
   return text;

@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::wstring_view kDefaultUnit = L"Unit#1|1.0|0.0";
 
-std::wstring section_of(int dimension) { return L"DIM" + integer_text(dimension); }
-std::wstring key_of(int unit) { return L"UNIT" + integer_text(unit); }
+std::wstring section_of(int dimension) { return L"DIM" + format_integer(dimension); }
+std::wstring key_of(int unit) { return L"UNIT" + format_integer(unit); }
 
 /// A dimension as announced: its units are still to be read.
 struct Announced {
@@ -22,8 +22,8 @@ struct Announced {
 
 Announced read_announcement(const SettingsIndex& index, int dimension) {
   const std::wstring section = section_of(dimension);
-  return {index.value(section, L"Caption", L"Untitled" + integer_text(dimension)),
-          integer_of<std::int16_t>(index.value(section, L"Count", L"1"))};
+  return {index.value(section, L"Caption", L"Untitled" + format_integer(dimension)),
+          lenient_integer<std::int16_t>(index.value(section, L"Count", L"1"))};
 }
 
 /// The unit numbers in 1..`most` that have a line anywhere in the file: all others have the default
@@ -71,21 +71,21 @@ std::vector<UnitRecord> read_units(const SettingsIndex& index, int dimension, in
 ParsedUnit parse_unit(std::wstring_view text, UnitRecord initial) {
   std::vector<std::wstring> fields = split_record(text, kRecordSeparator, 3);
   initial.caption = std::move(fields[0]);
-  if (fields.size() > 1) initial.slope = number_of(fields[1]);
-  if (fields.size() > 2) initial.offset = number_of(fields[2]);
+  if (fields.size() > 1) initial.slope = lenient_number(fields[1]);
+  if (fields.size() > 2) initial.offset = lenient_number(fields[2]);
   return {std::move(initial), fields.size() > 2};
 }
 
 std::wstring format_unit(const UnitRecord& unit, wchar_t decimal) {
-  return unit.caption + L"|" + general_text(unit.slope, decimal) + L"|" +
-         general_text(unit.offset, decimal) + L"|";
+  return unit.caption + L"|" + format_number(unit.slope, decimal) + L"|" +
+         format_number(unit.offset, decimal) + L"|";
 }
 
-std::optional<std::vector<DimensionRecord>> read_dimension_file(std::string_view bytes,
-                                                                const TextCodec& codec,
-                                                                std::size_t most_unit_reads) {
+std::optional<std::vector<DimensionRecord>> parse_dimension_file(std::string_view bytes,
+                                                                 const TextCodec& codec,
+                                                                 std::size_t most_unit_reads) {
   const SettingsIndex index(bytes, codec);
-  const auto count = integer_of<std::int16_t>(index.value(L"Dimensions", L"Count", L"0"));
+  const auto count = lenient_integer<std::int16_t>(index.value(L"Dimensions", L"Count", L"0"));
   if (count < 1) return std::nullopt;
 
   std::vector<Announced> announced;
@@ -111,9 +111,9 @@ std::optional<std::vector<DimensionRecord>> read_dimension_file(std::string_view
   return dimensions;
 }
 
-std::string write_dimension_file(const std::vector<DimensionRecord>& dimensions,
-                                 const FileStamp& stamp, const TextCodec& codec, wchar_t decimal,
-                                 bool continues_a_file) {
+std::string format_dimension_file(const std::vector<DimensionRecord>& dimensions,
+                                  const FileStamp& stamp, const TextCodec& codec, wchar_t decimal,
+                                  bool continues_a_file) {
   SettingsWriter writer(codec, continues_a_file);
   writer.head(L"Dimensions", dimensions.size(), stamp);
   int n = 0;

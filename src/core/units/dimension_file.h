@@ -42,12 +42,12 @@ inline constexpr std::size_t kMostUnitReads = 2'000'000;
 /// saved is read whatever its size. Captions may come more than once, with one exception: a
 /// dimension holds the default unit that stands for missing lines only once, its caption being in
 /// use from then on.
-std::optional<std::vector<DimensionRecord>> read_dimension_file(
+std::optional<std::vector<DimensionRecord>> parse_dimension_file(
     std::string_view bytes, const TextCodec& codec, std::size_t most_unit_reads = kMostUnitReads);
 
 /// `continues_a_file`: the text is to be appended to a file that holds something already.
-std::string write_dimension_file(const std::vector<DimensionRecord>& dimensions,
-                                 const FileStamp& stamp, const TextCodec& codec, wchar_t decimal,
-                                 bool continues_a_file);
+std::string format_dimension_file(const std::vector<DimensionRecord>& dimensions,
+                                  const FileStamp& stamp, const TextCodec& codec, wchar_t decimal,
+                                  bool continues_a_file);
 
 }  // namespace pv

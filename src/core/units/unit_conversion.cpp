@@ -16,7 +16,7 @@ std::pmr::wstring value_text(double base, const UnitRecord& unit, long decimals,
   if (dirty) return {L"?", memory};
   const double value = to_unit(base, unit.slope, unit.offset);
   if (!std::isfinite(value)) return std::pmr::wstring(memory);
-  return number_shown(value, decimals, decimal, memory);
+  return format_decimals(value, decimals, decimal, memory);
 }
 
 }  // namespace
@@ -31,13 +31,13 @@ double to_base(double unit, double slope, double offset) {
   return std::isfinite(base) ? base : difference;
 }
 
-std::pmr::wstring number_shown(double value, long decimals, wchar_t decimal, Memory memory) {
-  if (decimals < 0) return std::pmr::wstring(general_text(value, decimal), memory);
-  return fixed_text(value, static_cast<int>(std::min(decimals, 8L)), decimal, memory);
+std::pmr::wstring format_decimals(double value, long decimals, wchar_t decimal, Memory memory) {
+  if (decimals < 0) return std::pmr::wstring(format_number(value, decimal), memory);
+  return format_fixed(value, static_cast<int>(std::min(decimals, 8L)), decimal, memory);
 }
 
-std::pmr::wstring unit_text(double base, const UnitRecord& unit, long decimals, long mode,
-                            bool dirty, wchar_t decimal, Memory memory) {
+std::pmr::wstring format_in_unit(double base, const UnitRecord& unit, long decimals, long mode,
+                                 bool dirty, wchar_t decimal, Memory memory) {
   const auto wanted = [mode](ShowMode known) { return mode == static_cast<long>(known); };
   if (wanted(ShowMode::kUnitOnly)) return std::pmr::wstring(unit.caption, memory);
   if (!wanted(ShowMode::kValueOnly) && !wanted(ShowMode::kValueAndUnit)) {

@@ -85,7 +85,7 @@ Control::Control(Form& form, int id, const wchar_t* window_class, DWORD style, D
       window_class_(window_class),
       style_(style),
       extended_style_(extended_style) {
-  form.adopt(*this);
+  form.attach(*this);
 }
 
 void Control::set_caption(int text_id) {

@@ -95,7 +95,7 @@ class Form : public ThreadBound {
  private:
   friend class Control;
 
-  void adopt(Control& control) { controls_.push_back(&control); }
+  void attach(Control& control) { controls_.push_back(&control); }
   void open(HWND owner);
   void show_captions();
   void move_windows();

@@ -13,7 +13,7 @@ template <class F>
 F* loaded_form() {
   const ThreadState* state = existing_thread_state();
   if (!state) return nullptr;
-  for (const auto& keepsake : state->keepsakes)
+  for (const auto& keepsake : state->thread_objects)
     if (const auto form = dynamic_cast<F*>(keepsake.get())) return form;
   return nullptr;
 }
@@ -24,7 +24,7 @@ F& thread_form() {
   if (F* form = loaded_form<F>()) return *form;
   auto form = std::make_unique<F>();
   F& loaded = *form;
-  thread_state().keepsakes.push_back(std::move(form));
+  thread_state().thread_objects.push_back(std::move(form));
   return loaded;
 }
 
@@ -38,11 +38,12 @@ void unload_form() {
     form->hide();
     return;
   }
-  auto& keepsakes = thread_state().keepsakes;
-  const auto slot = std::ranges::find(keepsakes, form, [](const auto& each) { return each.get(); });
+  auto& thread_objects = thread_state().thread_objects;
+  const auto slot =
+      std::ranges::find(thread_objects, form, [](const auto& each) { return each.get(); });
   // Out of the list first: what the form lets go of may call back.
   const auto doomed = std::move(*slot);
-  keepsakes.erase(slot);
+  thread_objects.erase(slot);
 }
 
 /// The form of this class for one use: loaded at the beginning and unloaded at the end, however

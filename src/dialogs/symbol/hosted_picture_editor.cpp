@@ -37,7 +37,7 @@ std::unique_ptr<PictureEditor> HostedPictureEditor::create(Form& form) {
   Ref<IOleObject> control;
   if (FAILED(CLSIDFromProgID(kProgId, &clsid)) ||
       FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject,
-                              reinterpret_cast<void**>(control.receive())))) {
+                              reinterpret_cast<void**>(control.put())))) {
     return nullptr;
   }
   if (!answers_the_contract(LateBound(query<IDispatch>(control.get())))) return nullptr;
@@ -65,14 +65,14 @@ HostedPictureEditor::~HostedPictureEditor() {
 
 void HostedPictureEditor::start_empty() { members_.call(L"NewSymbol"); }
 
-std::wstring HostedPictureEditor::symbol() const { return text_of(members_.get(L"Symbol")); }
+std::wstring HostedPictureEditor::symbol() const { return to_text(members_.get(L"Symbol")); }
 
 void HostedPictureEditor::load(const std::wstring& symbol) {
   members_.put(L"Symbol", Variant(symbol));
 }
 
 EditorSettings HostedPictureEditor::settings() const {
-  return {long_of(members_.get(L"Setting1")), long_of(members_.get(L"Setting2"))};
+  return {to_long(members_.get(L"Setting1")), to_long(members_.get(L"Setting2"))};
 }
 
 void HostedPictureEditor::apply(const EditorSettings& settings) {
@@ -83,7 +83,7 @@ void HostedPictureEditor::apply(const EditorSettings& settings) {
 Ref<IPictureDisp> HostedPictureEditor::picture(const std::wstring& symbol, long size) {
   const Bstr text(symbol);
   const Variant made = members_.call(L"SymbolPicture", {value(text), value(size)});
-  auto picture = query<IPictureDisp>(object_of(made).get());
+  auto picture = query<IPictureDisp>(to_object(made).get());
   if (!picture) throw automation_error(ErrorCode::kTypeMismatch, L"SymbolPicture gave no picture");
   return picture;
 }

@@ -59,7 +59,7 @@ PixelEditor::PixelEditor(Form& form)
 
 void PixelEditor::start_empty() { open(Symbol()); }
 
-std::wstring PixelEditor::symbol() const { return symbol_text(drawing_.symbol()); }
+std::wstring PixelEditor::symbol() const { return format_symbol(drawing_.symbol()); }
 
 void PixelEditor::load(const std::wstring& symbol) { open(symbol_of(symbol)); }
 

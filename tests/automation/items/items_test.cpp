@@ -232,7 +232,7 @@ TEST(ItemsEnumeration, OutlivesTheCollection) {
 
 Ref<IConnectionPoint> events_of(const Object& items) {
   Ref<IConnectionPoint> point;
-  items.as<IConnectionPointContainer>()->FindConnectionPoint(DIID___CItems, point.receive());
+  items.as<IConnectionPointContainer>()->FindConnectionPoint(DIID___CItems, point.put());
   return point;
 }
 
@@ -276,19 +276,18 @@ TEST(ItemsEvents, HaveOneConnectionPointThatKnowsItsOwner) {
   const Object items = make_items();
   const auto container = items.as<IConnectionPointContainer>();
   Ref<IEnumConnectionPoints> points;
-  ASSERT_EQ(container->EnumConnectionPoints(points.receive()), S_OK);
+  ASSERT_EQ(container->EnumConnectionPoints(points.put()), S_OK);
   Ref<IConnectionPoint> point;
-  ASSERT_EQ(points->Next(1, point.receive(), nullptr), S_OK);
+  ASSERT_EQ(points->Next(1, point.put(), nullptr), S_OK);
   IID iid{};
   EXPECT_EQ(point->GetConnectionInterface(&iid), S_OK);
   EXPECT_TRUE(iid == DIID___CItems);
   Ref<IConnectionPointContainer> owner;
-  EXPECT_EQ(point->GetConnectionPointContainer(owner.receive()), S_OK);
+  EXPECT_EQ(point->GetConnectionPointContainer(owner.put()), S_OK);
   EXPECT_TRUE(owner == container);
-  EXPECT_EQ(points->Next(1, point.receive(), nullptr), S_FALSE);
+  EXPECT_EQ(points->Next(1, point.put(), nullptr), S_FALSE);
   Ref<IConnectionPoint> other;
-  EXPECT_EQ(container->FindConnectionPoint(DIID___CLanguages, other.receive()),
-            CONNECT_E_NOCONNECTION);
+  EXPECT_EQ(container->FindConnectionPoint(DIID___CLanguages, other.put()), CONNECT_E_NOCONNECTION);
   EXPECT_FALSE(other);
 }
 

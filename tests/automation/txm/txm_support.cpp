@@ -280,7 +280,7 @@ void DialogResponder::respond(HWND dialog) {
 
 Connection::Connection(const Object& source, const HostObject& sink, const IID& events) {
   const auto container = source.as<IConnectionPointContainer>();
-  if (!container || FAILED(container->FindConnectionPoint(events, point_.receive())) ||
+  if (!container || FAILED(container->FindConnectionPoint(events, point_.put())) ||
       FAILED(point_->Advise(sink.get(), &cookie_))) {
     throw CallFailed("the object takes no listener");
   }

@@ -187,8 +187,7 @@ TEST_F(LanguageEvents, BadConnectionsAreRefused) {
   EXPECT_TRUE(iid == __uuidof(__CLanguages));
   const auto container = languages.as<IConnectionPointContainer>();
   Ref<IConnectionPoint> none;
-  EXPECT_EQ(container->FindConnectionPoint(__uuidof(__CItems), none.receive()),
-            CONNECT_E_NOCONNECTION);
+  EXPECT_EQ(container->FindConnectionPoint(__uuidof(__CItems), none.put()), CONNECT_E_NOCONNECTION);
 }
 
 TEST_F(LanguageEvents, RegistryReleasesItsListenersWhenItGoes) {

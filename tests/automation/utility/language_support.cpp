@@ -72,8 +72,7 @@ const std::vector<long>& LanguageListener::heard() const { return sink_->heard; 
 Ref<IConnectionPoint> language_events_of(const Object& languages) {
   const auto container = languages.as<IConnectionPointContainer>();
   Ref<IConnectionPoint> point;
-  if (!container ||
-      FAILED(container->FindConnectionPoint(__uuidof(__CLanguages), point.receive()))) {
+  if (!container || FAILED(container->FindConnectionPoint(__uuidof(__CLanguages), point.put()))) {
     throw CallFailed("the registry raises no events");
   }
   return point;

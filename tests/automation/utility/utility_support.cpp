@@ -47,7 +47,7 @@ Object FreshLibrary::create(REFCLSID clsid) const {
   const auto factory = module_->class_factory(clsid);
   Ref<IDispatch> object;
   if (!factory || FAILED(factory->CreateInstance(nullptr, IID_IDispatch,
-                                                 reinterpret_cast<void**>(object.receive())))) {
+                                                 reinterpret_cast<void**>(object.put())))) {
     throw CallFailed("the copy of the library creates no object");
   }
   return Object(object);

@@ -31,7 +31,7 @@ Ref<IPictureDisp> picture_of_size(long size) {
       CreateBitmap(static_cast<int>(size), static_cast<int>(size), 1, 1, nullptr);
   Ref<IPictureDisp> picture;
   OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE,
-                           reinterpret_cast<void**>(picture.receive()));
+                           reinterpret_cast<void**>(picture.put()));
   return picture;
 }
 
@@ -189,7 +189,7 @@ HRESULT PictureControl::activate() {
   info.cb = sizeof info;
   check(in_place->OnInPlaceActivate());
   check(in_place->GetWindow(&parent));
-  check(in_place->GetWindowContext(frame.receive(), document.receive(), &place, &clip, &info));
+  check(in_place->GetWindowContext(frame.put(), document.put(), &place, &clip, &info));
   log_->window = CreateWindowW(L"EDIT", L"", WS_CHILD | WS_VISIBLE, place.left, place.top,
                                place.right, place.bottom, parent, nullptr, nullptr, nullptr);
   frame->SetActiveObject(this, nullptr);
@@ -222,17 +222,17 @@ Variant PictureControl::get(DISPID id) const {
 }
 
 void PictureControl::put(DISPID id, const VARIANT& value) {
-  if (id == 2) log_->symbol = text_of(value);
-  if (id == 3) log_->setting1 = long_of(value);
-  if (id == 4) log_->setting2 = long_of(value);
-  log_->calls.push_back(std::wstring(kMembers[id - 1]) + L"=" + text_of(value));
+  if (id == 2) log_->symbol = to_text(value);
+  if (id == 3) log_->setting1 = to_long(value);
+  if (id == 4) log_->setting2 = to_long(value);
+  log_->calls.push_back(std::wstring(kMembers[id - 1]) + L"=" + to_text(value));
 }
 
 Variant PictureControl::make_picture(const DISPPARAMS& given) const {
   if (given.cArgs != 2) throw automation_error(ErrorCode::kInvalidCall);
-  log_->calls.push_back(L"SymbolPicture " + text_of(given.rgvarg[1]) + L" " +
-                        text_of(given.rgvarg[0]));
-  return Variant(picture_of_size(long_of(given.rgvarg[0])).get());
+  log_->calls.push_back(L"SymbolPicture " + to_text(given.rgvarg[1]) + L" " +
+                        to_text(given.rgvarg[0]));
+  return Variant(picture_of_size(to_long(given.rgvarg[0])).get());
 }
 
 STDMETHODIMP PictureControl::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* given,

@@ -61,10 +61,10 @@ inline std::wstring id_text(int id) { return std::to_wstring(id); }
 class ExampleData : public ::testing::Test {
  protected:
   void SetUp() override {
-    const auto item_table = pv::read_item_file(bytes_of("itm"), pv::latin1_codec());
-    const auto version_table = pv::read_version_file(bytes_of("ver"), pv::latin1_codec());
-    const auto dimension_table = pv::read_dimension_file(bytes_of("dim"), pv::latin1_codec());
-    const auto list_table = pv::read_list_file(bytes_of("lst"), pv::latin1_codec());
+    const auto item_table = pv::parse_item_file(bytes_of("itm"), pv::latin1_codec());
+    const auto version_table = pv::parse_version_file(bytes_of("ver"), pv::latin1_codec());
+    const auto dimension_table = pv::parse_dimension_file(bytes_of("dim"), pv::latin1_codec());
+    const auto list_table = pv::parse_list_file(bytes_of("lst"), pv::latin1_codec());
     ASSERT_TRUE(item_table && version_table && dimension_table && list_table);
     ASSERT_TRUE(version_table->complete);
     items_ = *item_table;
@@ -78,7 +78,8 @@ class ExampleData : public ::testing::Test {
     for (const std::string& line : lines_of(bytes_of("val"))) {
       const auto fields = pv::split_record(pv::latin1_codec().widen(line));
       ASSERT_EQ(fields.size(), 3u) << line;
-      const VariableId id{pv::integer_of<short>(fields[0]), pv::integer_of<short>(fields[1])};
+      const VariableId id{pv::lenient_integer<short>(fields[0]),
+                          pv::lenient_integer<short>(fields[1])};
       EXPECT_TRUE(values_.emplace(id, fields[2]).second) << "second value: " << line;
     }
   }
@@ -90,7 +91,7 @@ class ExampleData : public ::testing::Test {
   }
 
   const pv::ListRecord* list_of(const pv::VariableRecord& variable) const {
-    const auto id = pv::integer_of<short>(variable.list_id);
+    const auto id = pv::lenient_integer<short>(variable.list_id);
     return id >= 1 && static_cast<std::size_t>(id) <= lists_.size()
                ? &lists_[static_cast<std::size_t>(id) - 1]
                : nullptr;
@@ -108,7 +109,7 @@ class ExampleData : public ::testing::Test {
     return found == values_.end() ? L"" : found->second;
   }
   double number(int item, int variable = 1) const {
-    return pv::number_of(value_of(item, variable));
+    return pv::lenient_number(value_of(item, variable));
   }
 
   /// Id of the item whose dimension and unit the variable shows; nullopt when they are its own.
@@ -116,14 +117,14 @@ class ExampleData : public ::testing::Test {
                                 const pv::VariableRecord& variable) const {
     const int parent = variable.parent_variable;
     if (parent == 0) return std::nullopt;
-    if (parent < 0) return pv::integer_of<short>(value_of(loaded.item.item_id, -parent));
+    if (parent < 0) return pv::lenient_integer<short>(value_of(loaded.item.item_id, -parent));
     const pv::LoadedItem* selector = find_item(parent);
     if (selector == nullptr || selector->variables.empty()) return parent;
     if (selector->variables[0].dimension_id != kSelectorDimension) return parent;
     const pv::ListRecord* list = list_of(selector->variables[0]);
-    if (list == nullptr) return pv::integer_of<short>(value_of(parent));
+    if (list == nullptr) return pv::lenient_integer<short>(value_of(parent));
     const pv::ListMemberRecord* member = find_member(*list, value_of(parent));
-    return member == nullptr ? 0 : pv::integer_of<short>(member->tag);
+    return member == nullptr ? 0 : pv::lenient_integer<short>(member->tag);
   }
 
   std::vector<pv::LoadedItem> items_;

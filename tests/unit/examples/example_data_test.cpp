@@ -49,10 +49,10 @@ TEST(ExampleFiles, HoldAnsiTextInCrLfLines) {
 TEST_F(ExampleData, ComesBackByteForByteWhenSaved) {
   const pv::TextCodec& codec = pv::latin1_codec();
   const pv::FileStamp stamp{L"1.00.00", L"Fluxor example settings"};
-  EXPECT_EQ(pv::write_item_file(items_, stamp, codec, L'.'), bytes_of("itm"));
-  EXPECT_EQ(pv::write_version_file(versions_, stamp, codec), bytes_of("ver"));
-  EXPECT_EQ(pv::write_dimension_file(dimensions_, stamp, codec, L'.', false), bytes_of("dim"));
-  EXPECT_EQ(pv::write_list_file(lists_, stamp, codec), bytes_of("lst"));
+  EXPECT_EQ(pv::format_item_file(items_, stamp, codec, L'.'), bytes_of("itm"));
+  EXPECT_EQ(pv::format_version_file(versions_, stamp, codec), bytes_of("ver"));
+  EXPECT_EQ(pv::format_dimension_file(dimensions_, stamp, codec, L'.', false), bytes_of("dim"));
+  EXPECT_EQ(pv::format_list_file(lists_, stamp, codec), bytes_of("lst"));
 }
 
 TEST(ExampleFiles, AreWhatTheScriptWrites) {
@@ -163,7 +163,7 @@ TEST_F(ExampleData, SelectorsNameItemsThatCarryADimension) {
     ++selectors;
     ASSERT_NE(list_of(variables[0]), nullptr) << item.item_id;
     for (const auto& member : list_of(variables[0])->members) {
-      const pv::LoadedItem* named = find_item(pv::integer_of<short>(member.tag));
+      const pv::LoadedItem* named = find_item(pv::lenient_integer<short>(member.tag));
       ASSERT_NE(named, nullptr) << item.item_id;
       EXPECT_GT(named->variables[0].dimension_id, 0) << item.item_id;
     }
@@ -199,7 +199,7 @@ TEST_F(ExampleData, OutputAssignmentsAreOffOrItemsWithADimension) {
     ASSERT_NE(output, nullptr);
     for (const auto& member : list_of(output->variables[0])->members) {
       if (member.key == L"0") continue;
-      const pv::LoadedItem* source = find_item(pv::integer_of<short>(member.key));
+      const pv::LoadedItem* source = find_item(pv::lenient_integer<short>(member.key));
       ASSERT_NE(source, nullptr) << id;
       EXPECT_NE(source->variables[0].dimension_id, kNoneDimension) << id;
       EXPECT_EQ(member.caption, source->variables[0].caption) << id;
@@ -220,12 +220,12 @@ TEST_F(ExampleData, VersionsShowExistingItems) {
     std::set<std::wstring> keys;
     for (const auto& entry : version.entries) {
       EXPECT_TRUE(keys.insert(entry.key).second);
-      ASSERT_NE(find_item(pv::integer_of<short>(entry.key)), nullptr);
-      ASSERT_NE(find_item(pv::integer_of<short>(entry.index_key)), nullptr);
+      ASSERT_NE(find_item(pv::lenient_integer<short>(entry.key)), nullptr);
+      ASSERT_NE(find_item(pv::lenient_integer<short>(entry.index_key)), nullptr);
       mapped += entry.key != entry.index_key;
     }
     for (const auto& entry : version.entries) {
-      const pv::LoadedItem& shown = *find_item(pv::integer_of<short>(entry.index_key));
+      const pv::LoadedItem& shown = *find_item(pv::lenient_integer<short>(entry.index_key));
       for (const auto& variable : shown.variables) {
         if (const auto carrier = carrier_of(shown, variable)) {
           EXPECT_TRUE(keys.contains(id_text(*carrier))) << shown.item.item_id;
@@ -256,7 +256,7 @@ TEST_F(ExampleData, ListsHaveUniqueCaptionsAndNumericKeys) {
     EXPECT_TRUE(captions.insert(folded(list.caption)).second);
     std::set<std::wstring> keys, texts;
     for (const auto& member : list.members) {
-      EXPECT_EQ(member.key, id_text(pv::integer_of<short>(member.key)));
+      EXPECT_EQ(member.key, id_text(pv::lenient_integer<short>(member.key)));
       EXPECT_TRUE(keys.insert(member.key).second);
       EXPECT_TRUE(texts.insert(folded(member.caption)).second);
       EXPECT_FALSE(member.tag.empty());
@@ -304,7 +304,7 @@ TEST_F(ExampleData, ValuesFitTheirDataTypes) {
         EXPECT_LE(value.size(), static_cast<std::size_t>(kWireWidths.at(type))) << item.item_id;
       }
       if (!ranges.contains(type)) continue;
-      const auto numeric = pv::whole_number_text(value);
+      const auto numeric = pv::parse_number(value);
       ASSERT_TRUE(numeric) << item.item_id;
       EXPECT_GE(*numeric, ranges.at(type).first) << item.item_id;
       EXPECT_LE(*numeric, ranges.at(type).second) << item.item_id;

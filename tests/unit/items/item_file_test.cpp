@@ -22,7 +22,7 @@ std::vector<LoadedItem> some_items() {
 }
 
 TEST(ItemFile, IsWrittenInItsExactForm) {
-  EXPECT_EQ(write_item_file(some_items(), kStamp, kCodec, L','),
+  EXPECT_EQ(format_item_file(some_items(), kStamp, kCodec, L','),
             "[Items]\r\n"
             "Count=3\r\n"
             "Version=1.02.03\r\n"
@@ -45,20 +45,20 @@ TEST(ItemFile, IsWrittenInItsExactForm) {
 }
 
 TEST(ItemFile, OfNoItemsHoldsItsHeadOnly) {
-  const std::string bytes = write_item_file({}, kStamp, kCodec, L'.');
+  const std::string bytes = format_item_file({}, kStamp, kCodec, L'.');
   EXPECT_EQ(bytes, "[Items]\r\nCount=0\r\nVersion=1.02.03\r\nDate=a build\r\n");
-  EXPECT_FALSE(read_item_file(bytes, kCodec));
+  EXPECT_FALSE(parse_item_file(bytes, kCodec));
 }
 
 TEST(ItemFile, ComesBackAsWritten) {
   for (const wchar_t decimal : {L'.', L','}) {
-    const std::string bytes = write_item_file(some_items(), kStamp, kCodec, decimal);
-    const auto items = read_item_file(bytes, kCodec);
+    const std::string bytes = format_item_file(some_items(), kStamp, kCodec, decimal);
+    const auto items = parse_item_file(bytes, kCodec);
     ASSERT_TRUE(items);
     ASSERT_EQ(items->size(), 3U);
     EXPECT_EQ((*items)[0].variables.size(), 2U);
     EXPECT_EQ((*items)[2].variables[0].caption, L"H\xF6he");
-    EXPECT_EQ(write_item_file(*items, kStamp, kCodec, decimal), bytes);
+    EXPECT_EQ(format_item_file(*items, kStamp, kCodec, decimal), bytes);
   }
 }
 
@@ -66,12 +66,12 @@ TEST(ItemFile, WithoutItemsIsNoItemFile) {
   for (const char* bytes :
        {"", "[Items]\n", "[Items]\nCount=0\n", "[Items]\nCount=-3\n", "[Items]\nCount=x\n",
         "[Items]\nCount=32768\n", "Count=3\n", "Count=3\n[Items]\n", "[items]\nCount=1\n"}) {
-    EXPECT_FALSE(read_item_file(bytes, kCodec)) << bytes;
+    EXPECT_FALSE(parse_item_file(bytes, kCodec)) << bytes;
   }
 }
 
 TEST(ItemFile, GivesDefaultsForMissingLines) {
-  const auto items = read_item_file("[Items]\nCount=1\n", kCodec);
+  const auto items = parse_item_file("[Items]\nCount=1\n", kCodec);
   ASSERT_TRUE(items);
   ASSERT_EQ(items->size(), 1U);
   EXPECT_EQ(format_item_record((*items)[0].item, L'.'), L"59|59|-1|0|0|-1|0|0|");
@@ -80,8 +80,8 @@ TEST(ItemFile, GivesDefaultsForMissingLines) {
 }
 
 TEST(ItemFile, LooksForNoSectionOfAnItem) {
-  const auto items =
-      read_item_file("[Items]\nCount=2\nCount=0\nSettings=5|5\n[X]\nCount=0\nSettings=6|6", kCodec);
+  const auto items = parse_item_file(
+      "[Items]\nCount=2\nCount=0\nSettings=5|5\n[X]\nCount=0\nSettings=6|6", kCodec);
   ASSERT_TRUE(items);
   ASSERT_EQ(items->size(), 2U);
   EXPECT_EQ((*items)[0].item.key, L"5");
@@ -89,7 +89,7 @@ TEST(ItemFile, LooksForNoSectionOfAnItem) {
 }
 
 TEST(ItemFile, TakesAMissingLineFromTheNextItemThatHasIt) {
-  const auto items = read_item_file(
+  const auto items = parse_item_file(
       "[Items]\nCount=2\n"
       "[ITEM1]\nCount=1\nVAR1=1|lost\n"
       "[ITEM2]\nCount=0\nSettings=6|6\nVAR1=1|taken\n",
@@ -103,7 +103,8 @@ TEST(ItemFile, TakesAMissingLineFromTheNextItemThatHasIt) {
 }
 
 TEST(ItemFile, RepeatsTheDefaultVariableForEveryMissingOne) {
-  const auto items = read_item_file("[Items]\nCount=1\nCount=3\nSettings=5|5\nVAR1=1|a|\n", kCodec);
+  const auto items =
+      parse_item_file("[Items]\nCount=1\nCount=3\nSettings=5|5\nVAR1=1|a|\n", kCodec);
   ASSERT_TRUE(items);
   const auto& variables = (*items)[0].variables;
   ASSERT_EQ(variables.size(), 3U);
@@ -114,33 +115,33 @@ TEST(ItemFile, RepeatsTheDefaultVariableForEveryMissingOne) {
 }
 
 TEST(ItemFile, TakesMissingFieldsOfAVariableAsEmptyText) {
-  const auto items = read_item_file("[Items]\nCount=1\nCount=1\nSettings=5\nVAR1=k|c\n", kCodec);
+  const auto items = parse_item_file("[Items]\nCount=1\nCount=1\nSettings=5\nVAR1=k|c\n", kCodec);
   ASSERT_TRUE(items);
   EXPECT_EQ(format_variable_record((*items)[0].variables[0]), L"k|c||0|0|0|0|||0||");
 }
 
 TEST(ItemFile, TakesNegativeVariableCountsAsNone) {
-  const auto items = read_item_file("[Items]\nCount=1\nCount=-5\nSettings=5\n", kCodec);
+  const auto items = parse_item_file("[Items]\nCount=1\nCount=-5\nSettings=5\n", kCodec);
   ASSERT_TRUE(items);
   EXPECT_TRUE((*items)[0].variables.empty());
 }
 
 TEST(ItemFile, KeepsRepeatedKeysForTheCollectionsToJudge) {
   const auto items =
-      read_item_file("[Items]\nCount=2\nCount=0\nSettings=5|1\nCount=0\nSettings=5|2\n", kCodec);
+      parse_item_file("[Items]\nCount=2\nCount=0\nSettings=5|1\nCount=0\nSettings=5|2\n", kCodec);
   ASSERT_TRUE(items);
   ASSERT_EQ(items->size(), 2U);
   EXPECT_EQ((*items)[1].item.item_id, 2);
 }
 
 TEST(ItemFile, ReadsLineFeedsAndAMissingLastLineEnd) {
-  std::string bytes = write_item_file(some_items(), kStamp, kCodec, L'.');
+  std::string bytes = format_item_file(some_items(), kStamp, kCodec, L'.');
   const std::string whole = bytes;
   bytes.erase(std::remove(bytes.begin(), bytes.end(), '\r'), bytes.end());
   bytes.pop_back();
-  const auto items = read_item_file(bytes, kCodec);
+  const auto items = parse_item_file(bytes, kCodec);
   ASSERT_TRUE(items);
-  EXPECT_EQ(write_item_file(*items, kStamp, kCodec, L'.'), whole);
+  EXPECT_EQ(format_item_file(*items, kStamp, kCodec, L'.'), whole);
 }
 
 std::size_t variable_count(const std::vector<LoadedItem>& items) {
@@ -152,7 +153,7 @@ std::size_t variable_count(const std::vector<LoadedItem>& items) {
 TEST(ItemFile, CannotBeMadeToFillMemoryByCountsAlone) {
   std::string bytes = "[Items]\nCount=32767\n";
   for (int i = 0; i < 32767; ++i) bytes += "Count=32767\n";
-  const auto items = read_item_file(bytes, kCodec);
+  const auto items = parse_item_file(bytes, kCodec);
   ASSERT_TRUE(items);
   EXPECT_EQ(items->size(), 32767U);
   EXPECT_EQ((*items)[0].variables.size(), 32767U);
@@ -162,7 +163,7 @@ TEST(ItemFile, CannotBeMadeToFillMemoryByCountsAlone) {
 TEST(ItemFile, CannotBeMadeToFillMemoryByItemsWithoutVariableLines) {
   std::string bytes = "[Items]\nCount=32767\n";
   for (int i = 0; i < 32767; ++i) bytes += "Count=32767\nSettings=\nVAR1=\n";
-  const auto items = read_item_file(bytes, kCodec);
+  const auto items = parse_item_file(bytes, kCodec);
   ASSERT_TRUE(items);
   EXPECT_EQ(items->size(), 32767U);
   EXPECT_EQ(variable_count(*items), 32767U + 32766U);
@@ -182,15 +183,15 @@ TEST(ItemFile, SurvivesRandomBytes) {
     for (int i = 0; i < count; ++i) {
       bytes += kPieces[std::uniform_int_distribution<std::size_t>(0, kPieces.size() - 1)(random)];
     }
-    const auto items = read_item_file(bytes, kCodec);
+    const auto items = parse_item_file(bytes, kCodec);
     if (!items) continue;
     ++read;
     ASSERT_LE(items->size(), 3U) << bytes;
     // No text of a record can hold a separator or a line end, so what was read is stable.
-    const std::string written = write_item_file(*items, kStamp, kCodec, L'.');
-    const auto again = read_item_file(written, kCodec);
+    const std::string written = format_item_file(*items, kStamp, kCodec, L'.');
+    const auto again = parse_item_file(written, kCodec);
     ASSERT_TRUE(again);
-    ASSERT_EQ(write_item_file(*again, kStamp, kCodec, L'.'), written) << bytes;
+    ASSERT_EQ(format_item_file(*again, kStamp, kCodec, L'.'), written) << bytes;
   }
   EXPECT_GT(read, 500);
 }

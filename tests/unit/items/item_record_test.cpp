@@ -166,24 +166,24 @@ TEST(VariableRecord, KeepsTheListAsWritten) {
 }
 
 TEST(BooleanOf, KnowsTheTwoWordsInAnyCase) {
-  for (const wchar_t* text : {L"True", L"true", L"TRUE", L"tRuE"}) EXPECT_TRUE(boolean_of(text));
+  for (const wchar_t* text : {L"True", L"true", L"TRUE", L"tRuE"}) EXPECT_TRUE(parse_boolean(text));
   for (const wchar_t* text : {L"False", L"FALSE", L"Tru", L"Truee", L"True ", L""}) {
-    EXPECT_FALSE(boolean_of(text));
+    EXPECT_FALSE(parse_boolean(text));
   }
 }
 
 TEST(BooleanOf, TakesNumbersOtherThanZeroAsTrue) {
   for (const wchar_t* text : {L"-1", L"1", L"4", L"0.5", L"0,5", L" 1 ", L"1e-300"}) {
-    EXPECT_TRUE(boolean_of(text));
+    EXPECT_TRUE(parse_boolean(text));
   }
   for (const wchar_t* text : {L"0", L"-0", L"0,0", L"0e5", L"1e-400"}) {
-    EXPECT_FALSE(boolean_of(text));
+    EXPECT_FALSE(parse_boolean(text));
   }
 }
 
 TEST(BooleanOf, TakesAnyOtherTextAsFalse) {
   for (const wchar_t* text : {L"yes", L"1 kg", L"-", L"1e999", L"1|"}) {
-    EXPECT_FALSE(boolean_of(text));
+    EXPECT_FALSE(parse_boolean(text));
   }
 }
 

@@ -35,7 +35,7 @@ TEST(ListMember, EndsEveryFieldWithASeparator) {
 }
 
 TEST(ListFile, IsWrittenInItsExactForm) {
-  EXPECT_EQ(write_list_file(some_lists(), kStamp, kCodec),
+  EXPECT_EQ(format_list_file(some_lists(), kStamp, kCodec),
             "[Lists]\r\n"
             "Count=2\r\n"
             "Version=1.02.03\r\n"
@@ -53,23 +53,23 @@ TEST(ListFile, IsWrittenInItsExactForm) {
 }
 
 TEST(ListFile, ComesBackAsWritten) {
-  const std::string bytes = write_list_file(some_lists(), kStamp, kCodec);
-  const auto lists = read_list_file(bytes, kCodec);
+  const std::string bytes = format_list_file(some_lists(), kStamp, kCodec);
+  const auto lists = parse_list_file(bytes, kCodec);
   ASSERT_TRUE(lists);
   ASSERT_EQ(lists->size(), 2U);
   EXPECT_EQ((*lists)[0].members[1].caption, L"On");
-  EXPECT_EQ(write_list_file(*lists, kStamp, kCodec), bytes);
+  EXPECT_EQ(format_list_file(*lists, kStamp, kCodec), bytes);
 }
 
 TEST(ListFile, WithoutListsIsNoListFile) {
   for (const char* bytes : {"", "[Lists]\n", "[Lists]\nCount=0\n", "[Lists]\nCount=-1\n",
                             "[Lists]\nCount=32768\n", "Count=2\n"}) {
-    EXPECT_FALSE(read_list_file(bytes, kCodec)) << bytes;
+    EXPECT_FALSE(parse_list_file(bytes, kCodec)) << bytes;
   }
 }
 
 TEST(ListFile, GivesDefaultsForMissingLines) {
-  const auto lists = read_list_file("[Lists]\nCount=2\nCaption=A\nCount=2\n", kCodec);
+  const auto lists = parse_list_file("[Lists]\nCount=2\nCaption=A\nCount=2\n", kCodec);
   ASSERT_TRUE(lists);
   ASSERT_EQ(lists->size(), 2U);
   EXPECT_EQ((*lists)[0].caption, L"A");
@@ -84,28 +84,28 @@ TEST(ListFile, GivesDefaultsForMissingLines) {
 
 TEST(ListFile, StartsEveryMemberAfresh) {
   const auto lists =
-      read_list_file("[Lists]\nCount=1\nCaption=A\nCount=2\nITEM1=a|b|c|\nITEM2=d\n", kCodec);
+      parse_list_file("[Lists]\nCount=1\nCaption=A\nCount=2\nITEM1=a|b|c|\nITEM2=d\n", kCodec);
   ASSERT_TRUE(lists);
   EXPECT_EQ(format_list_member((*lists)[0].members[1]), L"d|||");
 }
 
 TEST(ListFile, KeepsRepeatedCaptionsForTheCollectionToJudge) {
-  const auto lists =
-      read_list_file("[Lists]\nCount=2\nCaption=A\nCount=0\nCaption=A\nCount=1\nITEM1=x\n", kCodec);
+  const auto lists = parse_list_file(
+      "[Lists]\nCount=2\nCaption=A\nCount=0\nCaption=A\nCount=1\nITEM1=x\n", kCodec);
   ASSERT_TRUE(lists);
   ASSERT_EQ(lists->size(), 2U);
   EXPECT_EQ((*lists)[1].members.size(), 1U);
 }
 
 TEST(ListFile, TakesAnEmptyCaptionAsItStands) {
-  const auto lists = read_list_file("[Lists]\nCount=1\nCaption=\nCount=-1\n", kCodec);
+  const auto lists = parse_list_file("[Lists]\nCount=1\nCaption=\nCount=-1\n", kCodec);
   ASSERT_TRUE(lists);
   EXPECT_EQ((*lists)[0].caption, L"");
   EXPECT_TRUE((*lists)[0].members.empty());
 }
 
 TEST(ListFile, ReadsOnInTheFilesOrderPastSections) {
-  const auto lists = read_list_file(
+  const auto lists = parse_list_file(
       "[Lists]\nCount=1\n[LIST1]\nCaption=A\n[LIST2]\nCaption=B\nCount=1\nITEM1=x|y|z|\n", kCodec);
   ASSERT_TRUE(lists);
   EXPECT_EQ((*lists)[0].caption, L"A");
@@ -115,7 +115,7 @@ TEST(ListFile, ReadsOnInTheFilesOrderPastSections) {
 TEST(ListFile, CannotBeMadeToFillMemoryByCountsAlone) {
   std::string bytes = "[Lists]\nCount=32767\n";
   for (int i = 0; i < 32767; ++i) bytes += "Caption=A\nCount=32767\nITEM1=\n";
-  const auto lists = read_list_file(bytes, kCodec);
+  const auto lists = parse_list_file(bytes, kCodec);
   ASSERT_TRUE(lists);
   ASSERT_EQ(lists->size(), 32767U);
   std::size_t members = 0;

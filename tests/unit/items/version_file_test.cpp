@@ -15,7 +15,7 @@ std::vector<VersionRecord> some_versions() {
 }
 
 TEST(VersionFile, IsWrittenInItsExactForm) {
-  EXPECT_EQ(write_version_file(some_versions(), kStamp, kCodec),
+  EXPECT_EQ(format_version_file(some_versions(), kStamp, kCodec),
             "[Versions]\r\n"
             "Count=2\r\n"
             "Version=1.02.03\r\n"
@@ -35,26 +35,26 @@ TEST(VersionFile, IsWrittenInItsExactForm) {
 }
 
 TEST(VersionFile, ComesBackAsWritten) {
-  const std::string bytes = write_version_file(some_versions(), kStamp, kCodec);
-  const auto file = read_version_file(bytes, kCodec);
+  const std::string bytes = format_version_file(some_versions(), kStamp, kCodec);
+  const auto file = parse_version_file(bytes, kCodec);
   ASSERT_TRUE(file);
   EXPECT_TRUE(file->complete);
   ASSERT_EQ(file->versions.size(), 2U);
   EXPECT_EQ(file->versions[0].item_count, 60);
   EXPECT_EQ(file->versions[0].entries[1].index_key, L"17b");
   EXPECT_TRUE(file->versions[1].entries.empty());
-  EXPECT_EQ(write_version_file(file->versions, kStamp, kCodec), bytes);
+  EXPECT_EQ(format_version_file(file->versions, kStamp, kCodec), bytes);
 }
 
 TEST(VersionFile, WithoutVersionsIsNoVersionFile) {
   for (const char* bytes : {"", "[Versions]\n", "[Versions]\nCount=0\n", "[Versions]\nCount=-1\n",
                             "[Versions]\nCount=40000\n", "Count=2\nName=x\n"}) {
-    EXPECT_FALSE(read_version_file(bytes, kCodec)) << bytes;
+    EXPECT_FALSE(parse_version_file(bytes, kCodec)) << bytes;
   }
 }
 
 TEST(VersionFile, EndsAtAVersionWithoutNameAndKeepsThoseBefore) {
-  const auto file = read_version_file(
+  const auto file = parse_version_file(
       "[Versions]\nCount=3\n"
       "[Version1]\nName=A\nCount=0\nItemCount=5\n"
       "[Version2]\nName=\nCount=0\nItemCount=6\n"
@@ -68,14 +68,14 @@ TEST(VersionFile, EndsAtAVersionWithoutNameAndKeepsThoseBefore) {
 
 TEST(VersionFile, EndsWhereTheFileHasFewerVersionsThanAnnounced) {
   const auto file =
-      read_version_file("[Versions]\nCount=32767\nName=A\nCount=0\nItemCount=5\n", kCodec);
+      parse_version_file("[Versions]\nCount=32767\nName=A\nCount=0\nItemCount=5\n", kCodec);
   ASSERT_TRUE(file);
   EXPECT_FALSE(file->complete);
   EXPECT_EQ(file->versions.size(), 1U);
 }
 
 TEST(VersionFile, WithoutAnyNameIsReadAsIncomplete) {
-  const auto file = read_version_file("[Versions]\nCount=1\n", kCodec);
+  const auto file = parse_version_file("[Versions]\nCount=1\n", kCodec);
   ASSERT_TRUE(file);
   EXPECT_FALSE(file->complete);
   EXPECT_TRUE(file->versions.empty());
@@ -83,7 +83,7 @@ TEST(VersionFile, WithoutAnyNameIsReadAsIncomplete) {
 
 TEST(VersionFile, TakesACountBelowOneAsNoEntries) {
   for (const char* count : {"0", "-4", "x", "40000"}) {
-    const auto file = read_version_file(
+    const auto file = parse_version_file(
         std::string("[Versions]\nCount=1\nName=A\nCount=") + count + "\nItemCount=5\nItem1=1|1\n",
         kCodec);
     ASSERT_TRUE(file);
@@ -94,7 +94,7 @@ TEST(VersionFile, TakesACountBelowOneAsNoEntries) {
 }
 
 TEST(VersionFile, GivesDefaultsForMissingLines) {
-  const auto file = read_version_file("[Versions]\nCount=1\nName=A\nCount=2\n", kCodec);
+  const auto file = parse_version_file("[Versions]\nCount=1\nName=A\nCount=2\n", kCodec);
   ASSERT_TRUE(file);
   ASSERT_EQ(file->versions.size(), 1U);
   EXPECT_EQ(file->versions[0].item_count, 255);
@@ -102,7 +102,7 @@ TEST(VersionFile, GivesDefaultsForMissingLines) {
   EXPECT_EQ(file->versions[0].entries[1].key, L"1");
   EXPECT_EQ(file->versions[0].entries[1].index_key, L"1");
 
-  const auto bare = read_version_file("[Versions]\nCount=1\nName=A\n", kCodec);
+  const auto bare = parse_version_file("[Versions]\nCount=1\nName=A\n", kCodec);
   ASSERT_TRUE(bare);
   EXPECT_TRUE(bare->complete);
   EXPECT_EQ(bare->versions[0].item_count, 255);
@@ -111,13 +111,13 @@ TEST(VersionFile, GivesDefaultsForMissingLines) {
 
 TEST(VersionFile, ReadsItemCountsBeyondTheirRangeAsZero) {
   const auto file =
-      read_version_file("[Versions]\nCount=1\nName=A\nCount=0\nItemCount=40000\n", kCodec);
+      parse_version_file("[Versions]\nCount=1\nName=A\nCount=0\nItemCount=40000\n", kCodec);
   ASSERT_TRUE(file);
   EXPECT_EQ(file->versions[0].item_count, 0);
 }
 
 TEST(VersionFile, TakesAnEntryWithoutSeparatorAsAKeyAlone) {
-  const auto file = read_version_file(
+  const auto file = parse_version_file(
       "[Versions]\nCount=1\nName=A\nCount=3\nItemCount=5\nItem1=7\nItem2=\nItem3=a|b|c|\n", kCodec);
   ASSERT_TRUE(file);
   const auto& entries = file->versions[0].entries;
@@ -129,7 +129,7 @@ TEST(VersionFile, TakesAnEntryWithoutSeparatorAsAKeyAlone) {
 }
 
 TEST(VersionFile, ReadsOnInTheFilesOrderPastSections) {
-  const auto file = read_version_file(
+  const auto file = parse_version_file(
       "[Versions]\nCount=2\n"
       "[Version1]\nName=A\nItemCount=5\n"
       "[Version2]\nName=B\nCount=1\nItemCount=6\nItem1=x|y\n"
@@ -146,7 +146,7 @@ TEST(VersionFile, ReadsOnInTheFilesOrderPastSections) {
 TEST(VersionFile, CannotBeMadeToFillMemoryByCountsAlone) {
   std::string bytes = "[Versions]\nCount=32767\n";
   for (int i = 0; i < 32767; ++i) bytes += "Name=A\nCount=32767\nItemCount=1\n";
-  const auto file = read_version_file(bytes, kCodec);
+  const auto file = parse_version_file(bytes, kCodec);
   ASSERT_TRUE(file);
   EXPECT_FALSE(file->complete);
   ASSERT_EQ(file->versions.size(), 1U);

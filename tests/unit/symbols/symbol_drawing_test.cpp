@@ -211,7 +211,7 @@ TEST(SymbolDrawing, UndoingEverythingLeadsBackToTheStart) {
       if (random() % 4 == 0) drawing.mirror_left_right();
       if (random() % 8 == 0) drawing.cancel();
       drawing.end();
-      ASSERT_EQ(parse_symbol(symbol_text(drawing.symbol())), drawing.symbol());
+      ASSERT_EQ(parse_symbol(format_symbol(drawing.symbol())), drawing.symbol());
     }
     while (drawing.undo()) {
     }

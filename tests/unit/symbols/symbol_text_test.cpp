@@ -25,7 +25,7 @@ Symbol random_symbol(std::mt19937& random, unsigned longest_run) {
 }
 
 TEST(SymbolText, AnEmptySymbolIsOneRun) {
-  EXPECT_EQ(symbol_text(Symbol()), L"S1:P1024");
+  EXPECT_EQ(format_symbol(Symbol()), L"S1:P1024");
   EXPECT_EQ(parse_symbol(L"S1:P1024"), Symbol());
 }
 
@@ -35,7 +35,7 @@ TEST(SymbolText, RunsGoThroughTheRowsFromTheTopLeft) {
   symbol.at(31, 0) = 12;
   symbol.at(0, 1) = 12;
   symbol.at(31, 31) = 1;
-  EXPECT_EQ(symbol_text(symbol), L"S1:AP30M2P990B");
+  EXPECT_EQ(format_symbol(symbol), L"S1:AP30M2P990B");
   EXPECT_EQ(parse_symbol(L"S1:AP30M2P990B"), symbol);
 }
 
@@ -43,7 +43,7 @@ TEST(SymbolText, EverySymbolComesBack) {
   std::mt19937 random(1);
   for (int i = 0; i < 2000; ++i) {
     const Symbol symbol = random_symbol(random, 1u << (random() % 11));
-    const std::wstring text = symbol_text(symbol);
+    const std::wstring text = format_symbol(symbol);
     ASSERT_EQ(parse_symbol(text), symbol);
     ASSERT_LE(text.size(), 3 + kPixels);
     for (const wchar_t c : text) {
@@ -102,7 +102,7 @@ TEST(SymbolText, RandomTextsAreReadOrRefusedButNeverHarm) {
       text += i % 3 ? letters[random() % letters.size()] : static_cast<wchar_t>(random() & 0xFFFF);
     const auto symbol = parse_symbol(text);
     if (symbol) {
-      ASSERT_EQ(parse_symbol(symbol_text(*symbol)), symbol);
+      ASSERT_EQ(parse_symbol(format_symbol(*symbol)), symbol);
     }
   }
 }

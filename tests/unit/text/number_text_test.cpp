@@ -18,89 +18,89 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
-  EXPECT_EQ(leading_number(L"12 kg"), 12);
-  EXPECT_EQ(leading_number(L"12.5.7"), 12.5);
-  EXPECT_EQ(leading_number(L"-3-4"), -3);
-  EXPECT_EQ(leading_number(L"+7+"), 7);
-  EXPECT_EQ(leading_number(L".5"), 0.5);
-  EXPECT_EQ(leading_number(L"5."), 5);
-  EXPECT_EQ(leading_number(L"-.25x"), -0.25);
-  EXPECT_EQ(leading_number(L"007"), 7);
-  EXPECT_EQ(leading_number(L"0.1"), 0.1);
+  EXPECT_EQ(parse_leading_number(L"12 kg"), 12);
+  EXPECT_EQ(parse_leading_number(L"12.5.7"), 12.5);
+  EXPECT_EQ(parse_leading_number(L"-3-4"), -3);
+  EXPECT_EQ(parse_leading_number(L"+7+"), 7);
+  EXPECT_EQ(parse_leading_number(L".5"), 0.5);
+  EXPECT_EQ(parse_leading_number(L"5."), 5);
+  EXPECT_EQ(parse_leading_number(L"-.25x"), -0.25);
+  EXPECT_EQ(parse_leading_number(L"007"), 7);
+  EXPECT_EQ(parse_leading_number(L"0.1"), 0.1);
 }
 
 TEST(LeadingNumber, IsZeroWithoutOne) {
   for (const wchar_t* text : {L"", L" ", L"abc", L"-", L"+", L".", L"-.", L"--1", L"e5", L".e5",
                               L"&H10", L"inf", L"nan", L"x1", L"True", L",5"}) {
-    EXPECT_EQ(leading_number(text), 0) << std::string(text, text + std::wcslen(text));
+    EXPECT_EQ(parse_leading_number(text), 0) << std::string(text, text + std::wcslen(text));
   }
 }
 
-TEST(LeadingNumber, KnowsNoComma) { EXPECT_EQ(leading_number(L"1,5"), 1); }
+TEST(LeadingNumber, KnowsNoComma) { EXPECT_EQ(parse_leading_number(L"1,5"), 1); }
 
 TEST(LeadingNumber, KnowsNoHexadecimalForm) {
-  EXPECT_EQ(leading_number(L"0x1F"), 0);
-  EXPECT_EQ(leading_number(L"1F"), 1);
+  EXPECT_EQ(parse_leading_number(L"0x1F"), 0);
+  EXPECT_EQ(parse_leading_number(L"1F"), 1);
 }
 
 TEST(LeadingNumber, IgnoresBlanksAnywhere) {
-  EXPECT_EQ(leading_number(L"  1 2\t3\r\n. 5 e 1 x"), 1235);
-  EXPECT_EQ(leading_number(L" - 4"), -4);
-  EXPECT_EQ(leading_number(L"1 e - 2"), 0.01);
+  EXPECT_EQ(parse_leading_number(L"  1 2\t3\r\n. 5 e 1 x"), 1235);
+  EXPECT_EQ(parse_leading_number(L" - 4"), -4);
+  EXPECT_EQ(parse_leading_number(L"1 e - 2"), 0.01);
 }
 
 TEST(LeadingNumber, StopsAtOtherWhiteSpace) {
-  EXPECT_EQ(leading_number(L"1\x00A0"
-                           L"2"),
+  EXPECT_EQ(parse_leading_number(L"1\x00A0"
+                                 L"2"),
             1);
-  EXPECT_EQ(leading_number(L"1\v2"), 1);
-  EXPECT_EQ(leading_number(std::wstring(L"1\0"
-                                        L"2",
-                                        3)),
+  EXPECT_EQ(parse_leading_number(L"1\v2"), 1);
+  EXPECT_EQ(parse_leading_number(std::wstring(L"1\0"
+                                              L"2",
+                                              3)),
             1);
 }
 
-TEST(LeadingNumber, TakesNoOtherDigits) { EXPECT_EQ(leading_number(L"\x0661\xFF11"), 0); }
+TEST(LeadingNumber, TakesNoOtherDigits) { EXPECT_EQ(parse_leading_number(L"\x0661\xFF11"), 0); }
 
 TEST(LeadingNumber, TakesAnExponentOnlyWithDigits) {
-  EXPECT_EQ(leading_number(L"1e3"), 1000);
-  EXPECT_EQ(leading_number(L"1E+3"), 1000);
-  EXPECT_EQ(leading_number(L"1e-3"), 0.001);
-  EXPECT_EQ(leading_number(L"2e"), 2);
-  EXPECT_EQ(leading_number(L"2e+"), 2);
-  EXPECT_EQ(leading_number(L"2e+x"), 2);
-  EXPECT_EQ(leading_number(L"2e-+3"), 2);
-  EXPECT_EQ(leading_number(L"2d3"), 2);
-  EXPECT_EQ(leading_number(L"1.e2"), 100);
-  EXPECT_EQ(leading_number(L"1e2.5"), 100);
+  EXPECT_EQ(parse_leading_number(L"1e3"), 1000);
+  EXPECT_EQ(parse_leading_number(L"1E+3"), 1000);
+  EXPECT_EQ(parse_leading_number(L"1e-3"), 0.001);
+  EXPECT_EQ(parse_leading_number(L"2e"), 2);
+  EXPECT_EQ(parse_leading_number(L"2e+"), 2);
+  EXPECT_EQ(parse_leading_number(L"2e+x"), 2);
+  EXPECT_EQ(parse_leading_number(L"2e-+3"), 2);
+  EXPECT_EQ(parse_leading_number(L"2d3"), 2);
+  EXPECT_EQ(parse_leading_number(L"1.e2"), 100);
+  EXPECT_EQ(parse_leading_number(L"1e2.5"), 100);
 }
 
 TEST(LeadingNumber, FailsOnlyBeyondTheRangeOfADouble) {
-  EXPECT_EQ(leading_number(L"1e309"), std::nullopt);
-  EXPECT_EQ(leading_number(L"-1e309"), std::nullopt);
-  EXPECT_EQ(leading_number(L"1.8e308"), std::nullopt);
-  EXPECT_EQ(leading_number(L"1e99999999999999999999"), std::nullopt);
-  EXPECT_EQ(leading_number(L"1.7976931348623157e308"), DBL_MAX);
-  EXPECT_EQ(leading_number(L"-1.7976931348623157e308"), -DBL_MAX);
+  EXPECT_EQ(parse_leading_number(L"1e309"), std::nullopt);
+  EXPECT_EQ(parse_leading_number(L"-1e309"), std::nullopt);
+  EXPECT_EQ(parse_leading_number(L"1.8e308"), std::nullopt);
+  EXPECT_EQ(parse_leading_number(L"1e99999999999999999999"), std::nullopt);
+  EXPECT_EQ(parse_leading_number(L"1.7976931348623157e308"), DBL_MAX);
+  EXPECT_EQ(parse_leading_number(L"-1.7976931348623157e308"), -DBL_MAX);
 }
 
 TEST(LeadingNumber, IsZeroBelowTheRangeOfADouble) {
-  EXPECT_EQ(leading_number(L"1e-400"), 0);
-  EXPECT_EQ(leading_number(L"1e-99999999999999999999"), 0);
-  EXPECT_EQ(leading_number(L"1e-325"), 0);
-  EXPECT_EQ(leading_number(L"4.9406564584124654e-324"), DBL_TRUE_MIN);
-  EXPECT_EQ(leading_number(L"0e99999999999999999999"), 0);
-  EXPECT_EQ(leading_number(L"0.000e400"), 0);
+  EXPECT_EQ(parse_leading_number(L"1e-400"), 0);
+  EXPECT_EQ(parse_leading_number(L"1e-99999999999999999999"), 0);
+  EXPECT_EQ(parse_leading_number(L"1e-325"), 0);
+  EXPECT_EQ(parse_leading_number(L"4.9406564584124654e-324"), DBL_TRUE_MIN);
+  EXPECT_EQ(parse_leading_number(L"0e99999999999999999999"), 0);
+  EXPECT_EQ(parse_leading_number(L"0.000e400"), 0);
 }
 
 TEST(LeadingNumber, TakesDigitsWithoutLimit) {
   const std::wstring zeros(100'000, L'0');
-  EXPECT_EQ(leading_number(zeros + L"5"), 5);
-  EXPECT_EQ(leading_number(L"0." + zeros + L"5e100001"), 5);
-  EXPECT_EQ(leading_number(L"5" + zeros + L"e-100000"), 5);
-  EXPECT_EQ(leading_number(L"5" + zeros), std::nullopt);
-  EXPECT_EQ(leading_number(L"0." + zeros + L"5"), 0);
-  EXPECT_EQ(leading_number(L"1." + std::wstring(100'000, L'9')), 2);
+  EXPECT_EQ(parse_leading_number(zeros + L"5"), 5);
+  EXPECT_EQ(parse_leading_number(L"0." + zeros + L"5e100001"), 5);
+  EXPECT_EQ(parse_leading_number(L"5" + zeros + L"e-100000"), 5);
+  EXPECT_EQ(parse_leading_number(L"5" + zeros), std::nullopt);
+  EXPECT_EQ(parse_leading_number(L"0." + zeros + L"5"), 0);
+  EXPECT_EQ(parse_leading_number(L"1." + std::wstring(100'000, L'9')), 2);
 }
 
 TEST(LeadingNumber, ReadsBackEveryDoubleOfSeventeenDigits) {
@@ -112,121 +112,121 @@ TEST(LeadingNumber, ReadsBackEveryDoubleOfSeventeenDigits) {
     char text[40];
     std::snprintf(text, sizeof text, "%.17g", value);
     const std::string narrow(text);
-    ASSERT_EQ(leading_number(std::wstring(narrow.begin(), narrow.end())), value) << text;
+    ASSERT_EQ(parse_leading_number(std::wstring(narrow.begin(), narrow.end())), value) << text;
   }
 }
 
 TEST(WholeNumberText, AcceptsOneNumberAndBlanksOnly) {
-  EXPECT_EQ(whole_number_text(L" 1,5 "), 1.5);
-  EXPECT_EQ(whole_number_text(L"-2e1"), -20);
-  EXPECT_EQ(whole_number_text(L"0"), 0);
+  EXPECT_EQ(parse_number(L" 1,5 "), 1.5);
+  EXPECT_EQ(parse_number(L"-2e1"), -20);
+  EXPECT_EQ(parse_number(L"0"), 0);
   for (const wchar_t* text : {L"", L" ", L"abc", L"12 kg", L"1,2,3", L"1e", L"-", L"1e999"}) {
-    EXPECT_EQ(whole_number_text(text), std::nullopt) << std::string(text, text + std::wcslen(text));
+    EXPECT_EQ(parse_number(text), std::nullopt) << std::string(text, text + std::wcslen(text));
   }
 }
 
 TEST(GeneralText, ShowsUpToFifteenDigits) {
-  EXPECT_EQ(general_text(0.1, L'.'), L"0.1");
-  EXPECT_EQ(general_text(1.0 / 3, L'.'), L"0.333333333333333");
-  EXPECT_EQ(general_text(-2.5, L','), L"-2,5");
-  EXPECT_EQ(general_text(3.6, L','), L"3,6");
-  EXPECT_EQ(general_text(100.0, L'.'), L"100");
-  EXPECT_EQ(general_text(123456789012345.0, L'.'), L"123456789012345");
-  EXPECT_EQ(general_text(1234567890123456.0, L'.'), L"1.23456789012346E+15");
+  EXPECT_EQ(format_number(0.1, L'.'), L"0.1");
+  EXPECT_EQ(format_number(1.0 / 3, L'.'), L"0.333333333333333");
+  EXPECT_EQ(format_number(-2.5, L','), L"-2,5");
+  EXPECT_EQ(format_number(3.6, L','), L"3,6");
+  EXPECT_EQ(format_number(100.0, L'.'), L"100");
+  EXPECT_EQ(format_number(123456789012345.0, L'.'), L"123456789012345");
+  EXPECT_EQ(format_number(1234567890123456.0, L'.'), L"1.23456789012346E+15");
 }
 
 TEST(GeneralText, TurnsToExponentsForVeryLargeAndSmallNumbers) {
-  EXPECT_EQ(general_text(1e14, L'.'), L"100000000000000");
-  EXPECT_EQ(general_text(1e15, L'.'), L"1E+15");
-  EXPECT_EQ(general_text(0.0001, L'.'), L"0.0001");
-  EXPECT_EQ(general_text(0.00001, L'.'), L"1E-05");
-  EXPECT_EQ(general_text(-1.5e-7, L','), L"-1,5E-07");
-  EXPECT_EQ(general_text(1e300, L'.'), L"1E+300");
-  EXPECT_EQ(general_text(DBL_MAX, L'.'), L"1.79769313486232E+308");
+  EXPECT_EQ(format_number(1e14, L'.'), L"100000000000000");
+  EXPECT_EQ(format_number(1e15, L'.'), L"1E+15");
+  EXPECT_EQ(format_number(0.0001, L'.'), L"0.0001");
+  EXPECT_EQ(format_number(0.00001, L'.'), L"1E-05");
+  EXPECT_EQ(format_number(-1.5e-7, L','), L"-1,5E-07");
+  EXPECT_EQ(format_number(1e300, L'.'), L"1E+300");
+  EXPECT_EQ(format_number(DBL_MAX, L'.'), L"1.79769313486232E+308");
 }
 
 TEST(GeneralText, GivesZeroNoSign) {
-  EXPECT_EQ(general_text(0.0, L'.'), L"0");
-  EXPECT_EQ(general_text(-0.0, L'.'), L"0");
-  EXPECT_EQ(general_text(-0.0F, L'.'), L"0");
+  EXPECT_EQ(format_number(0.0, L'.'), L"0");
+  EXPECT_EQ(format_number(-0.0, L'.'), L"0");
+  EXPECT_EQ(format_number(-0.0F, L'.'), L"0");
 }
 
 TEST(GeneralText, ShowsSevenDigitsInSinglePrecision) {
-  EXPECT_EQ(general_text(0.5F, L','), L"0,5");
-  EXPECT_EQ(general_text(0.1F, L'.'), L"0.1");
-  EXPECT_EQ(general_text(1234567.0F, L'.'), L"1234567");
-  EXPECT_EQ(general_text(12345678.0F, L'.'), L"1.234568E+07");
-  EXPECT_EQ(general_text(0.00001F, L'.'), L"1E-05");
-  EXPECT_EQ(general_text(FLT_MAX, L'.'), L"3.402823E+38");
+  EXPECT_EQ(format_number(0.5F, L','), L"0,5");
+  EXPECT_EQ(format_number(0.1F, L'.'), L"0.1");
+  EXPECT_EQ(format_number(1234567.0F, L'.'), L"1234567");
+  EXPECT_EQ(format_number(12345678.0F, L'.'), L"1.234568E+07");
+  EXPECT_EQ(format_number(0.00001F, L'.'), L"1E-05");
+  EXPECT_EQ(format_number(FLT_MAX, L'.'), L"3.402823E+38");
 }
 
 TEST(GeneralText, NamesValuesThatAreNotFinite) {
-  EXPECT_EQ(general_text(kInfinity, L'.'), L"INF");
-  EXPECT_EQ(general_text(-kInfinity, L'.'), L"-INF");
-  EXPECT_EQ(general_text(kNan, L'.'), L"NAN");
-  EXPECT_EQ(general_text(-kNan, L'.'), L"NAN");
+  EXPECT_EQ(format_number(kInfinity, L'.'), L"INF");
+  EXPECT_EQ(format_number(-kInfinity, L'.'), L"-INF");
+  EXPECT_EQ(format_number(kNan, L'.'), L"NAN");
+  EXPECT_EQ(format_number(-kNan, L'.'), L"NAN");
 }
 
 TEST(FixedText, ShowsExactlyTheDecimalsAskedFor) {
-  EXPECT_EQ(fixed_text(36, 2, L'.'), L"36.00");
-  EXPECT_EQ(fixed_text(36, 2, L','), L"36,00");
-  EXPECT_EQ(fixed_text(36, 0, L'.'), L"36");
-  EXPECT_EQ(fixed_text(0, 3, L'.'), L"0.000");
-  EXPECT_EQ(fixed_text(0.25, 1, L'.'), L"0.3");
-  EXPECT_EQ(fixed_text(12.5, 3, L'.'), L"12.500");
-  EXPECT_EQ(fixed_text(0.001, 3, L'.'), L"0.001");
-  EXPECT_EQ(fixed_text(1.0 / 3, 8, L'.'), L"0.33333333");
+  EXPECT_EQ(format_fixed(36, 2, L'.'), L"36.00");
+  EXPECT_EQ(format_fixed(36, 2, L','), L"36,00");
+  EXPECT_EQ(format_fixed(36, 0, L'.'), L"36");
+  EXPECT_EQ(format_fixed(0, 3, L'.'), L"0.000");
+  EXPECT_EQ(format_fixed(0.25, 1, L'.'), L"0.3");
+  EXPECT_EQ(format_fixed(12.5, 3, L'.'), L"12.500");
+  EXPECT_EQ(format_fixed(0.001, 3, L'.'), L"0.001");
+  EXPECT_EQ(format_fixed(1.0 / 3, 8, L'.'), L"0.33333333");
 }
 
 TEST(FixedText, RoundsHalfAwayFromZero) {
-  EXPECT_EQ(fixed_text(0.5, 0, L'.'), L"1");
-  EXPECT_EQ(fixed_text(1.5, 0, L'.'), L"2");
-  EXPECT_EQ(fixed_text(2.5, 0, L'.'), L"3");
-  EXPECT_EQ(fixed_text(-2.5, 0, L'.'), L"-3");
-  EXPECT_EQ(fixed_text(-0.6, 0, L'.'), L"-1");
-  EXPECT_EQ(fixed_text(0.99, 0, L'.'), L"1");
-  EXPECT_EQ(fixed_text(0.49, 0, L'.'), L"0");
-  EXPECT_EQ(fixed_text(0.125, 2, L'.'), L"0.13");
+  EXPECT_EQ(format_fixed(0.5, 0, L'.'), L"1");
+  EXPECT_EQ(format_fixed(1.5, 0, L'.'), L"2");
+  EXPECT_EQ(format_fixed(2.5, 0, L'.'), L"3");
+  EXPECT_EQ(format_fixed(-2.5, 0, L'.'), L"-3");
+  EXPECT_EQ(format_fixed(-0.6, 0, L'.'), L"-1");
+  EXPECT_EQ(format_fixed(0.99, 0, L'.'), L"1");
+  EXPECT_EQ(format_fixed(0.49, 0, L'.'), L"0");
+  EXPECT_EQ(format_fixed(0.125, 2, L'.'), L"0.13");
 }
 
 TEST(FixedText, RoundsTheDecimalDigitsNotTheBinaryOnes) {
-  EXPECT_EQ(fixed_text(1.005, 2, L'.'), L"1.01");
-  EXPECT_EQ(fixed_text(2.675, 2, L'.'), L"2.68");
-  EXPECT_EQ(fixed_text(-1.115, 2, L'.'), L"-1.12");
-  EXPECT_EQ(fixed_text(0.1 + 0.2, 8, L'.'), L"0.30000000");
+  EXPECT_EQ(format_fixed(1.005, 2, L'.'), L"1.01");
+  EXPECT_EQ(format_fixed(2.675, 2, L'.'), L"2.68");
+  EXPECT_EQ(format_fixed(-1.115, 2, L'.'), L"-1.12");
+  EXPECT_EQ(format_fixed(0.1 + 0.2, 8, L'.'), L"0.30000000");
 }
 
 TEST(FixedText, CarriesThroughAllDigits) {
-  EXPECT_EQ(fixed_text(9.995, 2, L'.'), L"10.00");
-  EXPECT_EQ(fixed_text(999.5, 0, L'.'), L"1000");
-  EXPECT_EQ(fixed_text(0.0999, 2, L'.'), L"0.10");
-  EXPECT_EQ(fixed_text(99999999999999.95, 1, L'.'), L"100000000000000.0");
+  EXPECT_EQ(format_fixed(9.995, 2, L'.'), L"10.00");
+  EXPECT_EQ(format_fixed(999.5, 0, L'.'), L"1000");
+  EXPECT_EQ(format_fixed(0.0999, 2, L'.'), L"0.10");
+  EXPECT_EQ(format_fixed(99999999999999.95, 1, L'.'), L"100000000000000.0");
 }
 
 TEST(FixedText, NeverShowsANegativeZero) {
-  EXPECT_EQ(fixed_text(-0.0, 2, L'.'), L"0.00");
-  EXPECT_EQ(fixed_text(-0.004, 2, L'.'), L"0.00");
-  EXPECT_EQ(fixed_text(-0.4, 0, L'.'), L"0");
-  EXPECT_EQ(fixed_text(-1e-300, 8, L'.'), L"0.00000000");
-  EXPECT_EQ(fixed_text(-0.005, 2, L'.'), L"-0.01");
+  EXPECT_EQ(format_fixed(-0.0, 2, L'.'), L"0.00");
+  EXPECT_EQ(format_fixed(-0.004, 2, L'.'), L"0.00");
+  EXPECT_EQ(format_fixed(-0.4, 0, L'.'), L"0");
+  EXPECT_EQ(format_fixed(-1e-300, 8, L'.'), L"0.00000000");
+  EXPECT_EQ(format_fixed(-0.005, 2, L'.'), L"-0.01");
 }
 
 TEST(FixedText, WritesOutBigValuesFromFifteenDigits) {
-  EXPECT_EQ(fixed_text(1e20, 0, L'.'), L"100000000000000000000");
-  EXPECT_EQ(fixed_text(-1e20, 1, L','), L"-100000000000000000000,0");
-  EXPECT_EQ(fixed_text(123456789012345678.0, 0, L'.'), L"123456789012346000");
+  EXPECT_EQ(format_fixed(1e20, 0, L'.'), L"100000000000000000000");
+  EXPECT_EQ(format_fixed(-1e20, 1, L','), L"-100000000000000000000,0");
+  EXPECT_EQ(format_fixed(123456789012345678.0, 0, L'.'), L"123456789012346000");
   const std::wstring huge = L"1" + std::wstring(300, L'0') + L".00000000";
-  EXPECT_EQ(fixed_text(1e300, 8, L'.'), huge.c_str());
+  EXPECT_EQ(format_fixed(1e300, 8, L'.'), huge.c_str());
 }
 
 TEST(FixedText, TakesDecimalsIntoZeroToEight) {
-  EXPECT_EQ(fixed_text(1.25, 12, L'.'), L"1.25000000");
-  EXPECT_EQ(fixed_text(1.25, -3, L'.'), L"1");
+  EXPECT_EQ(format_fixed(1.25, 12, L'.'), L"1.25000000");
+  EXPECT_EQ(format_fixed(1.25, -3, L'.'), L"1");
 }
 
 TEST(FixedText, FallsBackToTheGeneralTextWhenNotFinite) {
-  EXPECT_EQ(fixed_text(kInfinity, 2, L'.'), L"INF");
-  EXPECT_EQ(fixed_text(kNan, 0, L'.'), L"NAN");
+  EXPECT_EQ(format_fixed(kInfinity, 2, L'.'), L"INF");
+  EXPECT_EQ(format_fixed(kNan, 0, L'.'), L"NAN");
 }
 
 TEST(FixedText, AgreesWithTheExactDecimalsOfShortNumbers) {
@@ -235,8 +235,8 @@ TEST(FixedText, AgreesWithTheExactDecimalsOfShortNumbers) {
     const long cents = std::uniform_int_distribution<long>(-100'000'000, 100'000'000)(random);
     const long size = std::abs(cents);
     const std::wstring expected =
-        (cents < 0 ? L"-" : L"") + integer_text(size / 100) + L"." + zero_padded(size % 100, 2);
-    ASSERT_EQ(fixed_text(static_cast<double>(cents) / 100, 2, L'.'), expected.c_str());
+        (cents < 0 ? L"-" : L"") + format_integer(size / 100) + L"." + format_padded(size % 100, 2);
+    ASSERT_EQ(format_fixed(static_cast<double>(cents) / 100, 2, L'.'), expected.c_str());
   }
 }
 
@@ -266,7 +266,7 @@ TEST(FixedText, RoundsTheFifteenDigitsOfAnyValue) {
     const int decimals = std::uniform_int_distribution<int>(0, 8)(random);
     const double magnitude = std::pow(10, std::uniform_real_distribution<double>(-12, 18)(random));
     const double value = (i % 2 == 0 ? 1 : -1) * magnitude;
-    ASSERT_EQ(fixed_text(value, decimals, L'.'), rounded_by_hand(value, decimals).c_str())
+    ASSERT_EQ(format_fixed(value, decimals, L'.'), rounded_by_hand(value, decimals).c_str())
         << value << " with " << decimals;
   }
 }
@@ -280,49 +280,49 @@ TEST(FixedText, RoundsTheFifteenDigitsRightAroundEveryHalf) {
     double value = (whole + 0.5) / std::pow(10, decimals);
     const int steps = std::uniform_int_distribution<int>(-40, 40)(random);
     for (int k = 0; k < std::abs(steps); ++k) value = std::nextafter(value, steps < 0 ? 0 : 1e300);
-    ASSERT_EQ(fixed_text(value, decimals, L'.'), rounded_by_hand(value, decimals).c_str())
+    ASSERT_EQ(format_fixed(value, decimals, L'.'), rounded_by_hand(value, decimals).c_str())
         << value << " with " << decimals;
   }
 }
 
 TEST(NormalizedNumber, ReadsTheFirstCommaAsAPoint) {
-  EXPECT_EQ(normalized_number(L"2,5", L'.'), L"2.5");
-  EXPECT_EQ(normalized_number(L"2.5", L'.'), L"2.5");
-  EXPECT_EQ(normalized_number(L"2,5", L','), L"2,5");
-  EXPECT_EQ(normalized_number(L"1,5,7", L'.'), L"1.5");
-  EXPECT_EQ(normalized_number(L"1.5,7", L'.'), L"1.5");
-  EXPECT_EQ(normalized_number(L"1,000.5", L'.'), L"1");
-  EXPECT_EQ(normalized_number(L",5", L'.'), L"0.5");
+  EXPECT_EQ(lenient_number_text(L"2,5", L'.'), L"2.5");
+  EXPECT_EQ(lenient_number_text(L"2.5", L'.'), L"2.5");
+  EXPECT_EQ(lenient_number_text(L"2,5", L','), L"2,5");
+  EXPECT_EQ(lenient_number_text(L"1,5,7", L'.'), L"1.5");
+  EXPECT_EQ(lenient_number_text(L"1.5,7", L'.'), L"1.5");
+  EXPECT_EQ(lenient_number_text(L"1,000.5", L'.'), L"1");
+  EXPECT_EQ(lenient_number_text(L",5", L'.'), L"0.5");
 }
 
 TEST(NormalizedNumber, WritesTheLeadingNumberInItsOrdinaryForm) {
-  EXPECT_EQ(normalized_number(L"12 kg", L'.'), L"12");
-  EXPECT_EQ(normalized_number(L"1e3", L'.'), L"1000");
-  EXPECT_EQ(normalized_number(L"0.10", L','), L"0,1");
-  EXPECT_EQ(normalized_number(L"-0", L'.'), L"0");
-  EXPECT_EQ(normalized_number(L"0.00001", L'.'), L"1E-05");
+  EXPECT_EQ(lenient_number_text(L"12 kg", L'.'), L"12");
+  EXPECT_EQ(lenient_number_text(L"1e3", L'.'), L"1000");
+  EXPECT_EQ(lenient_number_text(L"0.10", L','), L"0,1");
+  EXPECT_EQ(lenient_number_text(L"-0", L'.'), L"0");
+  EXPECT_EQ(lenient_number_text(L"0.00001", L'.'), L"1E-05");
 }
 
 TEST(NormalizedNumber, IsZeroOnFailure) {
-  EXPECT_EQ(normalized_number(L"", L'.'), L"0");
-  EXPECT_EQ(normalized_number(L"abc", L'.'), L"0");
-  EXPECT_EQ(normalized_number(L"1e999", L'.'), L"0");
+  EXPECT_EQ(lenient_number_text(L"", L'.'), L"0");
+  EXPECT_EQ(lenient_number_text(L"abc", L'.'), L"0");
+  EXPECT_EQ(lenient_number_text(L"1e999", L'.'), L"0");
 }
 
 TEST(NumberOf, IsTheValueOfTheNumberText) {
-  EXPECT_EQ(number_of(L"1,25"), 1.25);
-  EXPECT_EQ(number_of(L"2.5"), 2.5);
-  EXPECT_EQ(number_of(L"12 kg"), 12);
-  EXPECT_EQ(number_of(L""), 0);
-  EXPECT_EQ(number_of(L"abc"), 0);
-  EXPECT_EQ(number_of(L"1e999"), 0);
-  EXPECT_EQ(number_of(L"2.50000000000000001"), 2.5);
-  EXPECT_EQ(number_of(L"1.234567890123456789"), 1.23456789012346);
+  EXPECT_EQ(lenient_number(L"1,25"), 1.25);
+  EXPECT_EQ(lenient_number(L"2.5"), 2.5);
+  EXPECT_EQ(lenient_number(L"12 kg"), 12);
+  EXPECT_EQ(lenient_number(L""), 0);
+  EXPECT_EQ(lenient_number(L"abc"), 0);
+  EXPECT_EQ(lenient_number(L"1e999"), 0);
+  EXPECT_EQ(lenient_number(L"2.50000000000000001"), 2.5);
+  EXPECT_EQ(lenient_number(L"1.234567890123456789"), 1.23456789012346);
 }
 
 TEST(NumberOf, IsZeroForTheLargestDoublesWhichHaveNoTextOfFifteenDigits) {
-  EXPECT_EQ(number_of(L"1.7976931348623157e308"), 0);
-  EXPECT_EQ(number_of(L"1.79769313486231e308"), 1.79769313486231e308);
+  EXPECT_EQ(lenient_number(L"1.7976931348623157e308"), 0);
+  EXPECT_EQ(lenient_number(L"1.79769313486231e308"), 1.79769313486231e308);
 }
 
 TEST(SingleOf, FailsBeyondTheRangeOfAFloat) {
@@ -371,64 +371,64 @@ TEST(RoundHalfEven, FailsForValuesThatAreNotFinite) {
 }
 
 TEST(IntegerOrZero, IsZeroOutsideTheType) {
-  EXPECT_EQ(integer_or_zero<std::int16_t>(32767.4), 32767);
-  EXPECT_EQ(integer_or_zero<std::int16_t>(32767.5), 0);
-  EXPECT_EQ(integer_or_zero<std::int16_t>(-32768.5), -32768);
-  EXPECT_EQ(integer_or_zero<std::int16_t>(-32768.6), 0);
-  EXPECT_EQ(integer_or_zero<std::uint8_t>(255.4), 255);
-  EXPECT_EQ(integer_or_zero<std::uint8_t>(255.5), 0);
-  EXPECT_EQ(integer_or_zero<std::uint8_t>(-0.5), 0);
-  EXPECT_EQ(integer_or_zero<std::uint8_t>(-1), 0);
-  EXPECT_EQ(integer_or_zero<std::int32_t>(2147483647.4), 2147483647);
-  EXPECT_EQ(integer_or_zero<std::int32_t>(2147483647.5), 0);
-  EXPECT_EQ(integer_or_zero<std::int32_t>(-2147483648.0), INT32_MIN);
-  EXPECT_EQ(integer_or_zero<std::int32_t>(1e300), 0);
-  EXPECT_EQ(integer_or_zero<std::int64_t>(9223372036854775808.0), 0);
-  EXPECT_EQ(integer_or_zero<std::int64_t>(-9223372036854775808.0), INT64_MIN);
-  EXPECT_EQ(integer_or_zero<std::int16_t>(kNan), 0);
-  EXPECT_EQ(integer_or_zero<std::int16_t>(kInfinity), 0);
+  EXPECT_EQ(lenient_integer<std::int16_t>(32767.4), 32767);
+  EXPECT_EQ(lenient_integer<std::int16_t>(32767.5), 0);
+  EXPECT_EQ(lenient_integer<std::int16_t>(-32768.5), -32768);
+  EXPECT_EQ(lenient_integer<std::int16_t>(-32768.6), 0);
+  EXPECT_EQ(lenient_integer<std::uint8_t>(255.4), 255);
+  EXPECT_EQ(lenient_integer<std::uint8_t>(255.5), 0);
+  EXPECT_EQ(lenient_integer<std::uint8_t>(-0.5), 0);
+  EXPECT_EQ(lenient_integer<std::uint8_t>(-1), 0);
+  EXPECT_EQ(lenient_integer<std::int32_t>(2147483647.4), 2147483647);
+  EXPECT_EQ(lenient_integer<std::int32_t>(2147483647.5), 0);
+  EXPECT_EQ(lenient_integer<std::int32_t>(-2147483648.0), INT32_MIN);
+  EXPECT_EQ(lenient_integer<std::int32_t>(1e300), 0);
+  EXPECT_EQ(lenient_integer<std::int64_t>(9223372036854775808.0), 0);
+  EXPECT_EQ(lenient_integer<std::int64_t>(-9223372036854775808.0), INT64_MIN);
+  EXPECT_EQ(lenient_integer<std::int16_t>(kNan), 0);
+  EXPECT_EQ(lenient_integer<std::int16_t>(kInfinity), 0);
 }
 
 TEST(IntegerOf, RoundsTheNumberTextHalfToEven) {
-  EXPECT_EQ(integer_of<std::int16_t>(L"2,5"), 2);
-  EXPECT_EQ(integer_of<std::int16_t>(L"3.5"), 4);
-  EXPECT_EQ(integer_of<std::int16_t>(L"12 kg"), 12);
-  EXPECT_EQ(integer_of<std::int16_t>(L""), 0);
-  EXPECT_EQ(integer_of<std::int16_t>(L"True"), 0);
-  EXPECT_EQ(integer_of<std::int16_t>(L"40000"), 0);
-  EXPECT_EQ(integer_of<std::uint8_t>(L"300"), 0);
-  EXPECT_EQ(integer_of<std::uint8_t>(L"200"), 200);
-  EXPECT_EQ(integer_of<std::int32_t>(L"40000"), 40000);
-  EXPECT_EQ(integer_of<std::int16_t>(L"2.50000000000000001"), 2);
+  EXPECT_EQ(lenient_integer<std::int16_t>(L"2,5"), 2);
+  EXPECT_EQ(lenient_integer<std::int16_t>(L"3.5"), 4);
+  EXPECT_EQ(lenient_integer<std::int16_t>(L"12 kg"), 12);
+  EXPECT_EQ(lenient_integer<std::int16_t>(L""), 0);
+  EXPECT_EQ(lenient_integer<std::int16_t>(L"True"), 0);
+  EXPECT_EQ(lenient_integer<std::int16_t>(L"40000"), 0);
+  EXPECT_EQ(lenient_integer<std::uint8_t>(L"300"), 0);
+  EXPECT_EQ(lenient_integer<std::uint8_t>(L"200"), 200);
+  EXPECT_EQ(lenient_integer<std::int32_t>(L"40000"), 40000);
+  EXPECT_EQ(lenient_integer<std::int16_t>(L"2.50000000000000001"), 2);
 }
 
 TEST(ZeroPadded, FillsUpToTheDigitsAskedFor) {
-  EXPECT_EQ(zero_padded(5, 2), L"05");
-  EXPECT_EQ(zero_padded(7, 4), L"0007");
-  EXPECT_EQ(zero_padded(0, 2), L"00");
-  EXPECT_EQ(zero_padded(123, 2), L"123");
-  EXPECT_EQ(zero_padded(-7, 2), L"-07");
-  EXPECT_EQ(zero_padded(7, 0), L"7");
-  EXPECT_EQ(zero_padded(7, -1), L"7");
+  EXPECT_EQ(format_padded(5, 2), L"05");
+  EXPECT_EQ(format_padded(7, 4), L"0007");
+  EXPECT_EQ(format_padded(0, 2), L"00");
+  EXPECT_EQ(format_padded(123, 2), L"123");
+  EXPECT_EQ(format_padded(-7, 2), L"-07");
+  EXPECT_EQ(format_padded(7, 0), L"7");
+  EXPECT_EQ(format_padded(7, -1), L"7");
 }
 
 TEST(IntegerText, WritesTheWholeRange) {
-  EXPECT_EQ(integer_text(0), L"0");
-  EXPECT_EQ(integer_text(-32768), L"-32768");
-  EXPECT_EQ(integer_text(2147483647), L"2147483647");
-  EXPECT_EQ(integer_text(-2147483647L - 1), L"-2147483648");
+  EXPECT_EQ(format_integer(0), L"0");
+  EXPECT_EQ(format_integer(-32768), L"-32768");
+  EXPECT_EQ(format_integer(2147483647), L"2147483647");
+  EXPECT_EQ(format_integer(-2147483647L - 1), L"-2147483648");
 }
 
 TEST(PlainInteger, IsDigitsWithOrWithoutAMinusAndNothingElse) {
-  EXPECT_EQ(plain_integer(L"0"), 0);
-  EXPECT_EQ(plain_integer(L"-0"), 0);
-  EXPECT_EQ(plain_integer(L"007"), 7);
-  EXPECT_EQ(plain_integer(L"-32768"), -32768);
-  EXPECT_EQ(plain_integer(L"999999999"), 999999999);
-  EXPECT_EQ(plain_integer(L"-999999999"), -999999999);
+  EXPECT_EQ(parse_integer(L"0"), 0);
+  EXPECT_EQ(parse_integer(L"-0"), 0);
+  EXPECT_EQ(parse_integer(L"007"), 7);
+  EXPECT_EQ(parse_integer(L"-32768"), -32768);
+  EXPECT_EQ(parse_integer(L"999999999"), 999999999);
+  EXPECT_EQ(parse_integer(L"-999999999"), -999999999);
   for (const wchar_t* text :
        {L"", L"-", L"--1", L"+1", L" 1", L"1 ", L"1.", L"1,0", L"1e2", L"1000000000", L"x"}) {
-    EXPECT_EQ(plain_integer(text), std::nullopt) << std::wstring(text).size();
+    EXPECT_EQ(parse_integer(text), std::nullopt) << std::wstring(text).size();
   }
 }
 
@@ -454,10 +454,10 @@ TEST(NumberOf, TakesNoShortWayThatShows) {
                               L"3.14 kg",
                               L"x",
                               L""}) {
-    const double through_text = leading_number(normalized_number(text, L'.')).value_or(0.0);
-    EXPECT_EQ(number_of(text), through_text) << std::string(text, text + std::wcslen(text));
-    EXPECT_EQ(integer_of<std::int16_t>(text), integer_or_zero<std::int16_t>(through_text));
-    EXPECT_EQ(integer_of<unsigned char>(text), integer_or_zero<unsigned char>(through_text));
+    const double through_text = parse_leading_number(lenient_number_text(text, L'.')).value_or(0.0);
+    EXPECT_EQ(lenient_number(text), through_text) << std::string(text, text + std::wcslen(text));
+    EXPECT_EQ(lenient_integer<std::int16_t>(text), lenient_integer<std::int16_t>(through_text));
+    EXPECT_EQ(lenient_integer<unsigned char>(text), lenient_integer<unsigned char>(through_text));
   }
 }
 

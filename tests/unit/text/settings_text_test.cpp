@@ -288,10 +288,10 @@ TEST(SettingsWriter, WritesWhatTheReaderReads) {
 }
 
 TEST(SettingsLines, HaveNoLineEnd) {
-  EXPECT_EQ(settings_section_line(L"A"), L"[A]");
-  EXPECT_EQ(settings_section_line(L""), L"[]");
-  EXPECT_EQ(settings_value_line(L"k", L"v=w"), L"k=v=w");
-  EXPECT_EQ(settings_value_line(L"", L""), L"=");
+  EXPECT_EQ(format_section_line(L"A"), L"[A]");
+  EXPECT_EQ(format_section_line(L""), L"[]");
+  EXPECT_EQ(format_value_line(L"k", L"v=w"), L"k=v=w");
+  EXPECT_EQ(format_value_line(L"", L""), L"=");
 }
 
 using Fields = std::vector<std::wstring>;

@@ -6,20 +6,20 @@ namespace pv {
 namespace {
 
 TEST(Trimmed, KeepsLeadingBlanksAndDropsTheOthers) {
-  EXPECT_EQ(trimmed(L"  a b c "), L"  abc");
-  EXPECT_EQ(trimmed(L"a  b"), L"ab");
-  EXPECT_EQ(trimmed(L"abc   "), L"abc");
-  EXPECT_EQ(trimmed(L" x"), L" x");
+  EXPECT_EQ(trim(L"  a b c "), L"  abc");
+  EXPECT_EQ(trim(L"a  b"), L"ab");
+  EXPECT_EQ(trim(L"abc   "), L"abc");
+  EXPECT_EQ(trim(L" x"), L" x");
 }
 
 TEST(Trimmed, KeepsATextOfBlanks) {
-  EXPECT_EQ(trimmed(L""), L"");
-  EXPECT_EQ(trimmed(L"   "), L"   ");
+  EXPECT_EQ(trim(L""), L"");
+  EXPECT_EQ(trim(L"   "), L"   ");
 }
 
 TEST(Trimmed, KnowsNoOtherBlankThanTheSpace) {
-  EXPECT_EQ(trimmed(L"\ta\t b\n c\x00A0"), L"\ta\tb\nc\x00A0");
-  EXPECT_EQ(trimmed(L"\t a"), L"\ta");
+  EXPECT_EQ(trim(L"\ta\t b\n c\x00A0"), L"\ta\tb\nc\x00A0");
+  EXPECT_EQ(trim(L"\t a"), L"\ta");
 }
 
 }  // namespace

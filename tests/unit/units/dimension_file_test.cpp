@@ -72,7 +72,7 @@ TEST(Unit, ComesBackAsWritten) {
 }
 
 TEST(DimensionFile, IsWrittenInItsExactForm) {
-  EXPECT_EQ(write_dimension_file(some_dimensions(), kStamp, kCodec, L',', false),
+  EXPECT_EQ(format_dimension_file(some_dimensions(), kStamp, kCodec, L',', false),
             "[Dimensions]\r\n"
             "Count=3\r\n"
             "Version=1.02.03\r\n"
@@ -96,26 +96,26 @@ TEST(DimensionFile, IsWrittenInItsExactForm) {
 }
 
 TEST(DimensionFile, StartsWithAnEmptyLineWhenItContinuesAFile) {
-  EXPECT_EQ(write_dimension_file({}, kStamp, kCodec, L'.', true),
+  EXPECT_EQ(format_dimension_file({}, kStamp, kCodec, L'.', true),
             "\r\n[Dimensions]\r\nCount=0\r\nVersion=1.02.03\r\nDate=a build\r\n");
 }
 
 TEST(DimensionFile, ComesBackAsWrittenAlsoBehindOtherText) {
   for (const wchar_t decimal : {L'.', L','}) {
     const std::string table =
-        write_dimension_file(some_dimensions(), kStamp, kCodec, decimal, true);
-    const auto dimensions = read_dimension_file("[Other]\r\nCount=1\r\n" + table, kCodec);
+        format_dimension_file(some_dimensions(), kStamp, kCodec, decimal, true);
+    const auto dimensions = parse_dimension_file("[Other]\r\nCount=1\r\n" + table, kCodec);
     ASSERT_TRUE(dimensions);
     ASSERT_EQ(dimensions->size(), 3U);
     EXPECT_EQ((*dimensions)[1].units[0].offset, -273.15);
-    EXPECT_EQ(write_dimension_file(*dimensions, kStamp, kCodec, decimal, true), table);
+    EXPECT_EQ(format_dimension_file(*dimensions, kStamp, kCodec, decimal, true), table);
   }
 }
 
 TEST(DimensionFile, OfAnAppendedTableGivesTheFirstOne) {
-  const std::string bytes = write_dimension_file(some_dimensions(), kStamp, kCodec, L'.', false) +
-                            write_dimension_file({{L"New", {}}}, kStamp, kCodec, L'.', true);
-  const auto dimensions = read_dimension_file(bytes, kCodec);
+  const std::string bytes = format_dimension_file(some_dimensions(), kStamp, kCodec, L'.', false) +
+                            format_dimension_file({{L"New", {}}}, kStamp, kCodec, L'.', true);
+  const auto dimensions = parse_dimension_file(bytes, kCodec);
   ASSERT_TRUE(dimensions);
   EXPECT_EQ(dimensions->size(), 3U);
   EXPECT_EQ((*dimensions)[0].caption, L"Volume flow");
@@ -125,12 +125,12 @@ TEST(DimensionFile, WithoutDimensionsIsNone) {
   for (const char* bytes :
        {"", "[Dimensions]\n", "[Dimensions]\nCount=0\n", "[Dimensions]\nCount=-1\n",
         "[Dimensions]\nCount=32768\n", "[DIM1]\nCaption=x\nCount=1\n", "Count=1\n"}) {
-    EXPECT_FALSE(read_dimension_file(bytes, kCodec)) << bytes;
+    EXPECT_FALSE(parse_dimension_file(bytes, kCodec)) << bytes;
   }
 }
 
 TEST(DimensionFile, GivesDefaultsForMissingLines) {
-  const auto dimensions = read_dimension_file("[Dimensions]\nCount=3\n[DIM3]\n", kCodec);
+  const auto dimensions = parse_dimension_file("[Dimensions]\nCount=3\n[DIM3]\n", kCodec);
   ASSERT_TRUE(dimensions);
   ASSERT_EQ(dimensions->size(), 3U);
   EXPECT_EQ((*dimensions)[2].caption, L"Untitled3");
@@ -139,7 +139,7 @@ TEST(DimensionFile, GivesDefaultsForMissingLines) {
 }
 
 TEST(DimensionFile, TakesAMissingCountFromTheNextSectionThatHasOne) {
-  const auto dimensions = read_dimension_file(
+  const auto dimensions = parse_dimension_file(
       "[Dimensions]\nCount=3\n"
       "[DIM1]\nCaption=A\nUNIT1=a|1|0|\n"
       "[DIM2]\nCaption=B\nCount=2\nUNIT1=b|1|0|\nUNIT2=c|1|0|\n"
@@ -154,7 +154,7 @@ TEST(DimensionFile, TakesAMissingCountFromTheNextSectionThatHasOne) {
 }
 
 TEST(DimensionFile, ReadsSectionsInAnyOrder) {
-  const auto dimensions = read_dimension_file(
+  const auto dimensions = parse_dimension_file(
       "[DIM2]\nCaption=B\nCount=0\n[DIM1]\nCaption=A\nCount=0\n[Dimensions]\nCount=2\n", kCodec);
   ASSERT_TRUE(dimensions);
   EXPECT_EQ((*dimensions)[0].caption, L"A");
@@ -162,7 +162,7 @@ TEST(DimensionFile, ReadsSectionsInAnyOrder) {
 }
 
 TEST(DimensionFile, HoldsTheDefaultUnitOfADimensionOnlyOnce) {
-  const auto dimensions = read_dimension_file(
+  const auto dimensions = parse_dimension_file(
       "[Dimensions]\nCount=1\n[DIM1]\nCaption=A\nCount=6\nUNIT2=b|1|0|\nUNIT5=e|1|0|\n", kCodec);
   ASSERT_TRUE(dimensions);
   std::wstring captions;
@@ -172,7 +172,7 @@ TEST(DimensionFile, HoldsTheDefaultUnitOfADimensionOnlyOnce) {
 
 TEST(DimensionFile, IncompleteUnitLinesKeepTheirZeroes) {
   const auto dimensions =
-      read_dimension_file("[Dimensions]\nCount=1\n[DIM1]\nCount=2\nUNIT1=a\nUNIT2=\n", kCodec);
+      parse_dimension_file("[Dimensions]\nCount=1\n[DIM1]\nCount=2\nUNIT1=a\nUNIT2=\n", kCodec);
   ASSERT_TRUE(dimensions);
   EXPECT_EQ(format_unit((*dimensions)[0].units[0], L'.'), L"a|0|0|");
   EXPECT_EQ(format_unit((*dimensions)[0].units[1], L'.'), L"|0|0|");
@@ -186,14 +186,14 @@ std::vector<DimensionRecord> read_from_the_start(std::string_view bytes) {
     return reader.value(section, key, fallback, true, true);
   };
   std::vector<DimensionRecord> dimensions;
-  const int count = integer_of<std::int16_t>(value(L"Dimensions", L"Count", L"0"));
+  const int count = lenient_integer<std::int16_t>(value(L"Dimensions", L"Count", L"0"));
   for (int n = 1; n <= count; ++n) {
-    const std::wstring section = L"DIM" + integer_text(n);
-    DimensionRecord dimension{value(section, L"Caption", L"Untitled" + integer_text(n)), {}};
-    const int units = integer_of<std::int16_t>(value(section, L"Count", L"1"));
+    const std::wstring section = L"DIM" + format_integer(n);
+    DimensionRecord dimension{value(section, L"Caption", L"Untitled" + format_integer(n)), {}};
+    const int units = lenient_integer<std::int16_t>(value(section, L"Count", L"1"));
     for (int m = 1; m <= units; ++m) {
       dimension.units.push_back(
-          parse_unit(value(section, L"UNIT" + integer_text(m), L"Unit#1|1.0|0.0")).unit);
+          parse_unit(value(section, L"UNIT" + format_integer(m), L"Unit#1|1.0|0.0")).unit);
     }
     dimensions.push_back(dimension);
   }
@@ -243,13 +243,13 @@ TEST(DimensionFile, GivesTheSameTableAsSearchesFromTheStart) {
       bytes +=
           kLines[std::uniform_int_distribution<std::size_t>(0, kLines.size() - 1)(random)] + "\n";
     }
-    auto dimensions = read_dimension_file(bytes, kCodec);
+    auto dimensions = parse_dimension_file(bytes, kCodec);
     ASSERT_TRUE(dimensions);
     auto expected = read_from_the_start(bytes);
     drop_repeated_units(*dimensions);
     drop_repeated_units(expected);
-    ASSERT_EQ(write_dimension_file(*dimensions, kStamp, kCodec, L'.', false),
-              write_dimension_file(expected, kStamp, kCodec, L'.', false))
+    ASSERT_EQ(format_dimension_file(*dimensions, kStamp, kCodec, L'.', false),
+              format_dimension_file(expected, kStamp, kCodec, L'.', false))
         << bytes;
     for (const DimensionRecord& dimension : *dimensions) read += dimension.units.size() > 2;
   }
@@ -260,7 +260,7 @@ TEST(DimensionFile, IsNotHeldUpByHugeCountsWithoutUnitLines) {
   std::string bytes = "[Dimensions]\nCount=32767\n";
   for (int n = 1; n <= 32767; ++n) bytes += "[DIM" + std::to_string(n) + "]\n";
   bytes += "Count=32767\n";
-  const auto dimensions = read_dimension_file(bytes, kCodec);
+  const auto dimensions = parse_dimension_file(bytes, kCodec);
   ASSERT_TRUE(dimensions);
   EXPECT_EQ(dimensions->size(), 32767U);
   for (const DimensionRecord& dimension : *dimensions) ASSERT_EQ(dimension.units.size(), 1U);
@@ -277,9 +277,9 @@ TEST(DimensionFile, IsRefusedWhenItAsksForTooManyUnits) {
     }
     return bytes;
   };
-  EXPECT_FALSE(read_dimension_file(file(32767, 32767), kCodec));
-  EXPECT_FALSE(read_dimension_file(file(2000, 1001), kCodec));
-  const auto large = read_dimension_file(file(100, 1000), kCodec);
+  EXPECT_FALSE(parse_dimension_file(file(32767, 32767), kCodec));
+  EXPECT_FALSE(parse_dimension_file(file(2000, 1001), kCodec));
+  const auto large = parse_dimension_file(file(100, 1000), kCodec);
   ASSERT_TRUE(large);
   EXPECT_EQ((*large)[99].units.size(), 1000U);
 }
@@ -288,8 +288,8 @@ TEST(DimensionFile, IsRefusedWhenItAsksForTooManyUnits) {
 TEST(DimensionFile, IsReadWhenItHasTheUnitsThatItAsksFor) {
   constexpr std::size_t kFewReads = 10;
   const std::vector<DimensionRecord> table(3, {L"d", std::vector<UnitRecord>(20, {L"u", 1, 0})});
-  const std::string saved = write_dimension_file(table, kStamp, kCodec, L'.', false);
-  const auto loaded = read_dimension_file(saved, kCodec, kFewReads);
+  const std::string saved = format_dimension_file(table, kStamp, kCodec, L'.', false);
+  const auto loaded = parse_dimension_file(saved, kCodec, kFewReads);
   ASSERT_TRUE(loaded);
   ASSERT_EQ(loaded->size(), 3U);
   for (const DimensionRecord& dimension : *loaded) EXPECT_EQ(dimension.units.size(), 20U);
@@ -297,8 +297,8 @@ TEST(DimensionFile, IsReadWhenItHasTheUnitsThatItAsksFor) {
   // 60 reads out of one section with 20 lines.
   std::string shared = "[Dimensions]\nCount=3\n[DIM1]\n[DIM2]\n[DIM3]\nCount=20\n";
   for (int m = 1; m <= 20; ++m) shared += "UNIT" + std::to_string(m) + "=u\n";
-  EXPECT_TRUE(read_dimension_file(shared, kCodec, 60));
-  EXPECT_FALSE(read_dimension_file(shared, kCodec, 59));
+  EXPECT_TRUE(parse_dimension_file(shared, kCodec, 60));
+  EXPECT_FALSE(parse_dimension_file(shared, kCodec, 59));
 }
 
 }  // namespace

@@ -14,32 +14,32 @@ namespace pv {
 namespace detail {
 
 template <class Out>
-struct Received {
+struct Result {
   Out value{};
   Out* pointer() { return &value; }
   Out take() { return value; }
 };
 template <>
-struct Received<BSTR> {
+struct Result<BSTR> {
   BSTR value = nullptr;
-  Received() = default;
-  Received(const Received&) = delete;
-  Received& operator=(const Received&) = delete;
-  ~Received() { SysFreeString(value); }
+  Result() = default;
+  Result(const Result&) = delete;
+  Result& operator=(const Result&) = delete;
+  ~Result() { SysFreeString(value); }
   BSTR* pointer() { return &value; }
   std::wstring take() { return std::wstring(view_of(value)); }
 };
 template <>
-struct Received<VARIANT> {
+struct Result<VARIANT> {
   Variant value;
   VARIANT* pointer() { return &value; }
   Variant take() { return std::move(value); }
 };
 template <class I>
 requires std::is_base_of_v<IUnknown, I>
-struct Received<I*> {
+struct Result<I*> {
   Ref<I> value;
-  I** pointer() { return value.receive(); }
+  I** pointer() { return value.put(); }
   Ref<I> take() { return std::move(value); }
 };
 
@@ -57,23 +57,23 @@ void call(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... argume
 
 /// Calls a method or property get and returns what its last parameter receives.
 template <class I, class... P, class... A>
-auto fetch(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
-  detail::Received<detail::LastOf<P...>> received;
+auto result_of(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+  detail::Result<detail::LastOf<P...>> received;
   call(object, method, std::forward<A>(arguments)..., received.pointer());
   return received.take();
 }
 
 /// The same for a text that goes on as it is.
 template <class I, class... P, class... A>
-Bstr fetch_text(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
+Bstr text_result_of(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
   BSTR text = nullptr;
   call(object, method, std::forward<A>(arguments)..., &text);
-  return Bstr::adopt(text);
+  return Bstr::attach(text);
 }
 
 /// An object that has to be there. Error: kObjectNotSet.
 template <class I>
-Ref<I> present(Ref<I> object) {
+Ref<I> required_object(Ref<I> object) {
   if (!object) throw automation_error(ErrorCode::kObjectNotSet);
   return object;
 }
@@ -83,8 +83,9 @@ void call(const Ref<I>& object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&
   call(object.get(), method, std::forward<A>(arguments)...);
 }
 template <class I, class... P, class... A>
-auto fetch(const Ref<I>& object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
-  return fetch(object.get(), method, std::forward<A>(arguments)...);
+auto result_of(const Ref<I>& object, HRESULT (STDMETHODCALLTYPE I::*method)(P...),
+               A&&... arguments) {
+  return result_of(object.get(), method, std::forward<A>(arguments)...);
 }
 
 }  // namespace pv

@@ -1,0 +1,7 @@
+#include "classes/txm/CComDetail.h"
+
+namespace pv {
+
+template ClassEntry class_entry<CComDetail>();
+
+}  // namespace pv

@@ -1,0 +1,7 @@
+#include "classes/utility/CError.h"
+
+namespace pv {
+
+template ClassEntry class_entry<CError>();
+
+}  // namespace pv
