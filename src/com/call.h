@@ -63,7 +63,7 @@ auto result_of(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... a
   return received.take();
 }
 
-/// The same for a text that goes on as it is.
+/// The same for a text, without converting it from a BSTR.
 template <class I, class... P, class... A>
 Bstr text_result_of(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
   BSTR text = nullptr;

@@ -97,7 +97,8 @@ void give_members(const Ref<Members>& members, const Ref<Interface>& target, Add
 }
 
 /// Replaces the member at `position` by `replacement` under another key, as renaming a keyed
-/// member goes: a key that is taken loses the old member and fails. A bad position changes nothing.
+/// member works: a key that is in use removes the old member and fails. A bad position changes
+/// nothing.
 template <class Element>
 void replace_member(KeyedList<Ref<Element>>& list, long position, const Ref<Element>& replacement,
                     std::wstring_view key) {

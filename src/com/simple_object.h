@@ -7,7 +7,7 @@
 
 namespace pv {
 
-/// Counts the references of an object that goes with its last one.
+/// Counts the references of an object and deletes it with the last one.
 class ReferenceCount {
  public:
   ULONG add() { return static_cast<ULONG>(++count_); }

@@ -16,8 +16,8 @@ struct TextProperty {
   std::wstring_view text;
 };
 
-/// Sets all of them or, when one fails, none. Going back takes no memory: a text keeps the room
-/// that it had.
+/// Sets all of them or, when one fails, none. Restoring allocates nothing: a text keeps its
+/// capacity.
 template <class I>
 void put_together(I* object, std::initializer_list<TextProperty<I>> properties) {
   std::vector<Bstr> former, wanted;

@@ -62,7 +62,7 @@ void hand_over(Variant typed, const VARIANT& reference) {
     *reference.pdecVal = typed.decVal;
     return;
   }
-  Variant former;  // what the variable held goes: texts, objects and arrays
+  Variant former;  // releases what the variable held: texts, objects and arrays
   former.vt = type;
   std::memcpy(&former.lVal, reference.byref, size_of(type));
   std::memcpy(reference.byref, &typed.lVal, size_of(type));

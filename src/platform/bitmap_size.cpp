@@ -10,7 +10,7 @@ BitmapSize bitmap_size(long bitmap, long dc) {
   const bool known = GetObjectA(handle, sizeof description, &description) == sizeof description;
   const HDC memory = CreateCompatibleDC(reinterpret_cast<HDC>(dc));
   const HGDIOBJ former = known ? SelectObject(memory, handle) : nullptr;
-  if (former) SelectObject(memory, former);  // the caller's bitmap must not go with the context
+  if (former) SelectObject(memory, former);  // the caller's bitmap must outlive the context
   DeleteDC(memory);
   if (!known) return {};
   return {description.bmWidth, description.bmHeight};

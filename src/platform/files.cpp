@@ -26,7 +26,7 @@ class File {
     handle_ = INVALID_HANDLE_VALUE;
   }
 
-  /// How many bytes found room.
+  /// How many bytes were written.
   std::size_t write_some(std::string_view content) const {
     DWORD written = 0;
     WriteFile(handle_, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
@@ -86,7 +86,7 @@ void remove_leftovers(const std::wstring& name) {
   });
 }
 
-// Takes back the part of an append that found room, unless others have appended since.
+// Truncates an append that was written only in part, unless others have appended since.
 void take_back(const std::wstring& name, unsigned long long size_before, std::size_t written) {
   const File file(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                   OPEN_EXISTING);

@@ -26,10 +26,10 @@ class FileReplacement {
   explicit FileReplacement(const std::wstring& name);
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
-  /// What was not put in place goes.
+  /// Deletes the temporary file when it was not put in place.
   ~FileReplacement();
 
-  /// What finds no room makes the replacement fail.
+  /// A failed write (a full disk) makes the replacement fail.
   void write(std::string_view piece);
   /// The last step. False when the old file stayed.
   bool put_in_place();
@@ -48,7 +48,7 @@ bool replace_file(const std::wstring& name, std::string_view content);
 bool create_file(const std::wstring& name, std::string_view content);
 
 /// Appends to the file in one write call, creating the file when there is none. False when there is
-/// no room for all of it; the file is then what it was.
+/// no space for all of it; the file is then unchanged.
 bool append_file(const std::wstring& name, std::string_view content);
 
 /// Bytes in the file; 0 when there is none.

@@ -12,8 +12,8 @@ namespace {
 // From the root on, with backslashes; empty when the platform knows no such path.
 std::wstring full_path(const std::wstring& path) {
   std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-  const auto room = static_cast<DWORD>(full.size());
-  full.resize(GetFullPathNameW(path.c_str(), room, full.data(), nullptr));
+  const auto capacity = static_cast<DWORD>(full.size());
+  full.resize(GetFullPathNameW(path.c_str(), capacity, full.data(), nullptr));
   return full;
 }
 

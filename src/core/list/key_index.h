@@ -48,7 +48,8 @@ class KeyIndex {
     return entry;
   }
 
-  /// Makes room for `count` entries; the only step that can fail, and then nothing changes.
+  /// Sets the capacity to at least `count` entries; the only step that allocates. What fails
+  /// changes nothing.
   void reserve(std::size_t count) {
     if (count <= buckets_.size()) return;
     std::size_t size = 16;

@@ -63,8 +63,8 @@ class KeyedList {
     return 0;
   }
 
-  /// Makes room for so many more members; sparing with memory where their number is known.
-  void reserve(std::size_t more) { make_room(more); }
+  /// Raises the capacity by so many members; saves memory where their number is known.
+  void reserve(std::size_t more) { raise_capacity(more); }
 
   void append(T value, std::wstring_view key = {}) {
     insert_at(entries_.size(), std::move(value), key);
@@ -82,19 +82,20 @@ class KeyedList {
     auto entry = std::make_unique<Entry>(std::move(value), key, index_.keys());
     const Entry* taken = find_same(*entry);
     if (taken && taken != entries_[index].get()) throw in_use(key);
-    // The former member may run foreign code when it goes: all is done by then.
+    // Releasing the former member may run foreign code: the list is consistent by then.
     std::swap(entry, entries_[index]);
     unlink(*entry);
     link(*entries_[index]);
     move_entry(index, new_index);
   }
 
-  /// Moves the members of another list to the end of this one; those whose keys are in use here go.
+  /// Moves the members of another list to the end of this one; those whose keys are in use here are
+  /// dropped.
   /// What fails changes neither list.
   void take_over(KeyedList&& others) {
-    make_room(others.entries_.size());
+    raise_capacity(others.entries_.size());
     others.index_.clear();
-    Entries doomed;  // keeps its room: those that are taken over leave it
+    Entries doomed;  // releases what is not taken over
     doomed.swap(others.entries_);
     for (auto& entry : doomed) {
       if (find_same(*entry)) continue;
@@ -113,7 +114,7 @@ class KeyedList {
 
   void clear() {
     index_.clear();
-    // Members may run foreign code when they go: the list is empty by then.
+    // Releasing members may run foreign code: the list is empty by then.
     Entries doomed = std::exchange(entries_, {});
   }
 
@@ -162,13 +163,13 @@ class KeyedList {
   void insert_at(std::size_t index, T value, std::wstring_view key) {
     auto entry = std::make_unique<Entry>(std::move(value), key, index_.keys());
     if (find_same(*entry)) throw in_use(key);
-    make_room(1);
+    raise_capacity(1);
     link(*entry);
     entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(index), std::move(entry));
   }
 
   // For more entries, so that nothing can fail once their keys are known.
-  void make_room(std::size_t more) {
+  void raise_capacity(std::size_t more) {
     const std::size_t needed = entries_.size() + more;
     if (needed > entries_.capacity()) entries_.reserve(std::max(needed, entries_.size() * 2));
     if (needed <= kFew) return;

@@ -1,6 +1,6 @@
 // Reading and writing numbers as text, independently of the platform's locale.
 //
-// Every tolerant conversion of the library goes through here: the reader knows only '.' (callers
+// Every lenient conversion of the library is made here: the reader knows only '.' (callers
 // that accept ',' use lenient_number or lenient_number_text), the writers take the decimal
 // separator that the user's locale asks for.
 #pragma once
