@@ -8,8 +8,19 @@
 #include "com/call.h"
 #include "core/text/string_ids.h"
 #include "platform/resources.h"
+#include "resources/text_ids.h"
 
 namespace pv {
+
+// The published numbers of texts are those of our list.
+static_assert(pvStrOK == TEXT_OK && pvStrCancel == TEXT_CANCEL);
+static_assert(pvStrAbort == TEXT_ABORT && pvStrRetry == TEXT_RETRY && pvStrIgnore == TEXT_IGNORE);
+static_assert(pvStrYes == TEXT_YES && pvStrNo == TEXT_NO && pvStrError == TEXT_ERROR);
+static_assert(pvStrUntitled == TEXT_UNTITLED && pvStrRefresh == TEXT_REFRESH);
+static_assert(pvStrDelete == TEXT_DELETE && pvStrFinish == TEXT_FINISH && pvStrNext == TEXT_NEXT);
+static_assert(pvStrBack == TEXT_BACK && pvStrBrowse == TEXT_BROWSE && pvStrApply == TEXT_APPLY);
+static_assert(pvStrEnable == TEXT_ENABLE && pvStrDisable == TEXT_DISABLE);
+static_assert(pvStrClose == TEXT_CLOSE && pvStrModify == TEXT_MODIFY);
 
 std::wstring localized(int id) {
   const auto language = result_of(shared_languages(), &_CLanguages::get_ActiveLanguageID);

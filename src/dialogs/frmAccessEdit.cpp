@@ -8,16 +8,13 @@
 #include "dialogs/access_editor.h"
 #include "dialogs/kit/form_layout.h"
 #include "dialogs/kit/thread_form.h"
+#include "resources/text_ids.h"
 
 namespace pv {
 namespace {
 
-constexpr int kTitle = 501;
-constexpr int kEnableRead = 510;
-constexpr int kEnableWrite = 511;
-constexpr int kUpdate = 512;
-constexpr int kMask = 513;
-constexpr int kLevels[] = {520, 521, 522, 523, 524};
+constexpr int kLevels[] = {TEXT_ACCESS_ALWAYS, TEXT_ACCESS_WITH_PW1, TEXT_ACCESS_WITH_PW2,
+                           TEXT_ACCESS_WITH_PW3, TEXT_ACCESS_WITH_PW4};
 
 constexpr Twips kListWidth = 3000;
 constexpr Twips kFrameTop = 300;  // room for the heading
@@ -39,11 +36,11 @@ frmAccessEdit::frmAccessEdit()
       chkPWMask_(*this, 1031),
       cmdOK_(*this, 1000, [this] { confirm(); }),
       cmdCancel_(*this, 1001, [this] { finish(false); }) {
-  set_caption(kTitle);
-  lblMisc0_.set_caption(kEnableRead);
-  lblMisc1_.set_caption(kEnableWrite);
-  chkPWUpdate_.set_caption(kUpdate);
-  chkPWMask_.set_caption(kMask);
+  set_caption(TEXT_ACCESS_TITLE);
+  lblMisc0_.set_caption(TEXT_ACCESS_READ);
+  lblMisc1_.set_caption(TEXT_ACCESS_WRITE);
+  chkPWUpdate_.set_caption(TEXT_ACCESS_UPDATE);
+  chkPWMask_.set_caption(TEXT_ACCESS_MASK);
   for (DropDownList* list : {&cmbReadPW_, &cmbWritePW_}) {
     list->set_entries({std::begin(kLevels), std::end(kLevels)});
   }

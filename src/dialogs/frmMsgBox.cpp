@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "resources/text_ids.h"
 #include "resources/version.h"
 
 namespace pv {
@@ -13,17 +14,20 @@ struct ButtonRow {
 };
 
 constexpr short kCancel = 2;
-constexpr ButtonRow kOkButton{200, 1};
-constexpr ButtonRow kCancelButton{201, kCancel};
-constexpr ButtonRow kRetryButton{203, 4};
-constexpr ButtonRow kYesButton{205, 6};
-constexpr ButtonRow kNoButton{206, 7};
+constexpr ButtonRow kOkButton{TEXT_OK, 1};
+constexpr ButtonRow kCancelButton{TEXT_CANCEL, kCancel};
+constexpr ButtonRow kRetryButton{TEXT_RETRY, 4};
+constexpr ButtonRow kYesButton{TEXT_YES, 6};
+constexpr ButtonRow kNoButton{TEXT_NO, 7};
 constexpr ButtonRow kFreeButton{0, 0};
 
 constexpr ButtonRow kButtonSets[][3] = {
-    {kOkButton, kFreeButton, kFreeButton}, {kOkButton, kCancelButton, kFreeButton},
-    {{202, 3}, kRetryButton, {204, 5}},    {kYesButton, kNoButton, kCancelButton},
-    {kYesButton, kNoButton, kFreeButton},  {kRetryButton, kCancelButton, kFreeButton},
+    {kOkButton, kFreeButton, kFreeButton},
+    {kOkButton, kCancelButton, kFreeButton},
+    {{TEXT_ABORT, 3}, kRetryButton, {TEXT_IGNORE, 5}},
+    {kYesButton, kNoButton, kCancelButton},
+    {kYesButton, kNoButton, kFreeButton},
+    {kRetryButton, kCancelButton, kFreeButton},
 };
 
 constexpr Twips kIconLeft = 240;

@@ -9,19 +9,12 @@
 #include "dialogs/kit/thread_form.h"
 #include "dialogs/message_box.h"
 #include "dialogs/password_dialog.h"
+#include "resources/text_ids.h"
 
 namespace pv {
 namespace {
 
 constexpr int kHelpTopic = 158;
-constexpr int kTitle = 601;
-constexpr int kEnterPassword = 602;
-constexpr int kNewPassword = 603;
-constexpr int kRepeatPassword = 604;
-constexpr int kIncorrect = 610;
-constexpr int kRepeatAgain = 611;
-constexpr int kModify = 219;
-
 constexpr short kTries = 3;
 constexpr short kStopPicture = 16;
 constexpr wchar_t kMask = L'*';
@@ -40,11 +33,11 @@ frmPW::frmPW()
       cmdOK_(*this, 1000, [this] { confirm(); }),
       cmdModify_(*this, 1002, [this] { modify(); }),
       cmdCancel_(*this, 1001, [this] { finish(false); }) {
-  set_caption(kTitle);
-  lblMisc0_.set_caption(kEnterPassword);
-  lblMisc1_.set_caption(kNewPassword);
-  lblMisc2_.set_caption(kRepeatPassword);
-  cmdModify_.set_caption(kModify);
+  set_caption(TEXT_PASSWORD_TITLE);
+  lblMisc0_.set_caption(TEXT_PASSWORD_ENTER);
+  lblMisc1_.set_caption(TEXT_PASSWORD_NEW);
+  lblMisc2_.set_caption(TEXT_PASSWORD_REPEAT);
+  cmdModify_.set_caption(TEXT_MODIFY);
   set_answers(cmdOK_, cmdCancel_);
 }
 
@@ -122,7 +115,7 @@ void frmPW::confirm_entry() {
 
 // The wrong text stays in the password, which keeps it closed.
 void frmPW::refuse_entry() {
-  warn(kIncorrect);
+  warn(TEXT_PASSWORD_INCORRECT);
   txtPW0_.set_text(L"");
   txtPW0_.focus();
   if (--tries_left_ <= 0) finish(false);
@@ -131,7 +124,7 @@ void frmPW::refuse_entry() {
 void frmPW::confirm_change() {
   const std::wstring changed = txtPW1_.typed_text();
   if (changed != txtPW2_.typed_text()) {
-    warn(kRepeatAgain);
+    warn(TEXT_PASSWORD_REPEAT_NEW);
     txtPW2_.focus();
     return;
   }

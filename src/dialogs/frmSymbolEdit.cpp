@@ -10,11 +10,10 @@
 #include "dialogs/symbol_editor.h"
 #include "host/window_memory.h"
 #include "platform/profile.h"
+#include "resources/text_ids.h"
 
 namespace pv {
 namespace {
-
-constexpr int kTitle = 7001;
 
 constexpr const wchar_t* kSection = L"SymbolEditor";
 constexpr const wchar_t* kSettingsKey = L"Settings";
@@ -46,7 +45,7 @@ frmSymbolEdit::frmSymbolEdit()
       pedMisc_(make_picture_editor(*this)),
       cmdOK_(*this, 1000, [this] { confirm(); }),
       cmdCancel_(*this, 1001, [this] { finish(false); }) {
-  set_caption(kTitle);
+  set_caption(TEXT_SYMBOL_TITLE);
   set_answers(cmdOK_, cmdCancel_);
   enable_sizing();
 }

@@ -2,14 +2,10 @@
 
 #include "dialogs/kit/form_layout.h"
 #include "dialogs/kit/thread_form.h"
+#include "resources/text_ids.h"
 
 namespace pv {
 namespace {
-
-constexpr int kTitle = 301;
-constexpr int kPrompt = 302;
-constexpr int kName = 303;
-constexpr int kComment = 304;
 
 constexpr Twips kTextWidth = 5400;
 
@@ -25,10 +21,10 @@ frmTechName::frmTechName()
       txtComment_(*this, 1023),
       cmdOK_(*this, 1000, [this] { confirm(); }),
       cmdCancel_(*this, 1001, [this] { finish(false); }) {
-  set_caption(kTitle);
-  lblPrompt_.set_caption(kPrompt);
-  lblName_.set_caption(kName);
-  lblComment_.set_caption(kComment);
+  set_caption(TEXT_TECHNICIAN_TITLE);
+  lblPrompt_.set_caption(TEXT_TECHNICIAN_PROMPT);
+  lblName_.set_caption(TEXT_TECHNICIAN_NAME);
+  lblComment_.set_caption(TEXT_TECHNICIAN_COMMENTS);
   set_answers(cmdOK_, cmdCancel_);
 }
 

@@ -4,15 +4,12 @@
 #include "com/call.h"
 #include "core/text/number_text.h"
 #include "dialogs/message_box.h"
+#include "resources/text_ids.h"
 
 // Finding the transmitter on its port, and the modem.
 namespace pv {
 namespace {
 
-constexpr int kModemQuestion = 401;
-constexpr int kWarning = 402;
-constexpr int kPortName = 403;
-constexpr int kModemName = 404;
 constexpr short kYesNo = 4;
 constexpr short kQuestion = 32;
 constexpr short kYes = 6;
@@ -26,8 +23,8 @@ bool CTxm::modem_connected() const {
   if (!modem) return false;
   if (to_bool(modem.get(L"Connected"))) return true;
   MessageBoxRequest question;
-  question.prompt = formatted(txmNameFull) + L"\r\n" + localized(kModemQuestion);
-  question.title = localized(kWarning);
+  question.prompt = formatted(txmNameFull) + L"\r\n" + localized(TEXT_MODEM_QUESTION);
+  question.title = localized(TEXT_WARNING);
   question.picture = kQuestion;
   question.buttons = kYesNo;
   return show_message_box(question) == kYes && to_bool(modem.call(L"ShowModemDialog"));
@@ -48,8 +45,8 @@ bool CTxm::not_connected() {
 bool CTxm::auto_connect(bool change_baud) {
   if (off_line_ || !modem_connected()) return not_connected();
   select_protocol();
-  const std::wstring port =
-      is_modem() ? localized(kModemName) : localized(kPortName) + format_integer(com_port_);
+  const std::wstring port = is_modem() ? localized(TEXT_MODEM_NAME)
+                                       : localized(TEXT_PORT_NAME) + format_integer(com_port_);
   const auto events = shared_events();
   result_of(events, &_CTxmEvents::RaiseAutoConnect, Bstr(port + L":" + com_settings_));
 

@@ -6,14 +6,12 @@
 #include "core/text/number_text.h"
 #include "dialogs/message_box.h"
 #include "dialogs/technician_prompt.h"
+#include "resources/text_ids.h"
 
 // Reading and writing one item: the order of the steps is part of the contract.
 namespace pv {
 namespace {
 
-constexpr int kWriteProtected = 1101;
-constexpr int kNecessaryLevel = 1102;
-constexpr int kReadProtected = 1103;
 constexpr short kExclamation = 48;
 
 }  // namespace
@@ -30,7 +28,7 @@ bool CTxm::read_parent(_CItem* item) const {
 void CTxm::refuse(int text, _CItem* item, short level) const {
   MessageBoxRequest message;
   message.prompt = localized(text) + L"\r\n" + item_label(item) + L"\r\n" +
-                   localized(kNecessaryLevel) + format_integer(level);
+                   localized(TEXT_NECESSARY_LEVEL) + format_integer(level);
   message.picture = kExclamation;
   message.title = message_title();
   show_message_box(message);
@@ -49,7 +47,7 @@ bool CTxm::read(_CItem** item, bool with_parent, bool access_control) {
   const bool was_read = server_.read(station(), item);
   // The device is asked first on purpose; a refusal only marks the value as not current.
   if (access_control && !allows(*item, &AccessRules::read_level)) {
-    refuse(kReadProtected, *item, needed_level(*item, &AccessRules::read_level));
+    refuse(TEXT_READ_PROTECTED, *item, needed_level(*item, &AccessRules::read_level));
     call(*item, &_CItem::put_Dirty, short{1}, VARIANT_TRUE);
   }
   return was_read;
@@ -69,7 +67,7 @@ CTxm::WriteDecision CTxm::decide_write(_CItem* item) {
 bool CTxm::write(_CItem** item, bool access_control) {
   if (off_line_) return false;
   if (access_control && !allows(*item, &AccessRules::write_level)) {
-    refuse(kWriteProtected, *item, needed_level(*item, &AccessRules::write_level));
+    refuse(TEXT_WRITE_PROTECTED, *item, needed_level(*item, &AccessRules::write_level));
     read(item, false, false);  // the item shows the device's value again
     return false;
   }

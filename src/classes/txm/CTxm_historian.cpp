@@ -11,15 +11,13 @@
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/locale.h"
+#include "resources/text_ids.h"
 
 // The audit log: who changed what, when and why. Errors are ignored; results tell whether lines
 // were written.
 namespace pv {
 namespace {
 
-constexpr int kFirstColumn = 310;
-constexpr int kLastColumn = 320;
-constexpr int kConditions = 321;
 constexpr short kGeneralDecimals = -1;
 constexpr long kMostVariables = 32766;  // as far as their indexes reach
 
@@ -35,7 +33,8 @@ std::wstring history_file() {
 
 std::wstring header_line() {
   std::vector<std::wstring> columns;
-  for (int id = kFirstColumn; id <= kLastColumn; ++id) columns.push_back(localized(id));
+  for (int id = TEXT_COLUMN_DATE; id <= TEXT_COLUMN_COMMENTS; ++id)
+    columns.push_back(localized(id));
   return history_line(columns);
 }
 
@@ -117,7 +116,7 @@ bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std:
         Ref<_CItem> condition = item_with_id(id);
         if (condition) read(condition.in_out(), false, false);
         if (!condition) continue;  // the server may find, too, that there is none
-        recorded &= append_entry(condition.get(), tech_name, localized(kConditions));
+        recorded &= append_entry(condition.get(), tech_name, localized(TEXT_CONDITIONS));
       }
       break;
     default:

@@ -11,12 +11,11 @@
 #include "dialogs/kit/help.h"
 #include "dialogs/kit/modal_scope.h"
 #include "platform/letter_case.h"
+#include "resources/text_ids.h"
 
 namespace pv {
 namespace {
 
-constexpr int kOkText = 200;
-constexpr int kCancelText = 201;
 constexpr DWORD kFormStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 
 // A dialog template with no controls, no menu and the dialog class itself.
@@ -87,8 +86,8 @@ void Form::finish(bool ok) {
 }
 
 void Form::set_answers(Button& ok, Button& cancel) {
-  ok.set_caption(kOkText);
-  cancel.set_caption(kCancelText);
+  ok.set_caption(TEXT_OK);
+  cancel.set_caption(TEXT_CANCEL);
   set_default(ok);
 }
 

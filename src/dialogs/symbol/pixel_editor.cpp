@@ -4,23 +4,10 @@
 
 #include "dialogs/kit/form_layout.h"
 #include "platform/symbol_picture.h"
+#include "resources/text_ids.h"
 
 namespace pv {
 namespace {
-
-// Texts of the editor's own.
-constexpr int kPencil = 7010;
-constexpr int kLine = 7011;
-constexpr int kRectangle = 7012;
-constexpr int kFill = 7013;
-constexpr int kEraser = 7014;
-constexpr int kUndo = 7020;
-constexpr int kClear = 7021;
-constexpr int kMirrorAcross = 7022;
-constexpr int kMirrorUpright = 7023;
-constexpr int kDrawing = 7030;
-constexpr int kColours = 7031;
-constexpr int kPreview = 7032;
 
 Symbol symbol_of(const std::wstring& text) { return parse_symbol(text).value_or(Symbol()); }
 
@@ -42,18 +29,18 @@ PixelEditor::PixelEditor(Form& form)
       cmdClear_(form, 1112, [this] { change(&SymbolDrawing::clear); }),
       cmdMirrorAcross_(form, 1113, [this] { change(&SymbolDrawing::mirror_left_right); }),
       cmdMirrorUpright_(form, 1114, [this] { change(&SymbolDrawing::mirror_top_bottom); }) {
-  optPencil_.set_caption(kPencil);
-  optLine_.set_caption(kLine);
-  optRectangle_.set_caption(kRectangle);
-  optFill_.set_caption(kFill);
-  optEraser_.set_caption(kEraser);
-  lblGrid_.set_caption(kDrawing);
-  lblPalette_.set_caption(kColours);
-  lblPreview_.set_caption(kPreview);
-  cmdUndo_.set_caption(kUndo);
-  cmdClear_.set_caption(kClear);
-  cmdMirrorAcross_.set_caption(kMirrorAcross);
-  cmdMirrorUpright_.set_caption(kMirrorUpright);
+  optPencil_.set_caption(TEXT_SYMBOL_PENCIL);
+  optLine_.set_caption(TEXT_SYMBOL_LINE);
+  optRectangle_.set_caption(TEXT_SYMBOL_RECTANGLE);
+  optFill_.set_caption(TEXT_SYMBOL_FILL);
+  optEraser_.set_caption(TEXT_SYMBOL_ERASER);
+  lblGrid_.set_caption(TEXT_SYMBOL_DRAWING);
+  lblPalette_.set_caption(TEXT_SYMBOL_COLORS);
+  lblPreview_.set_caption(TEXT_SYMBOL_PREVIEW);
+  cmdUndo_.set_caption(TEXT_SYMBOL_UNDO);
+  cmdClear_.set_caption(TEXT_SYMBOL_CLEAR);
+  cmdMirrorAcross_.set_caption(TEXT_SYMBOL_MIRROR_ACROSS);
+  cmdMirrorUpright_.set_caption(TEXT_SYMBOL_MIRROR_UPRIGHT);
   choose(Tool::kPencil);
 }
 

@@ -1,42 +1,22 @@
 // Reads the string tables as their source text, so that the coverage of every language and the
 // English wording are proved without a resource compiler or Windows.
 
+#include "tests/unit/text/string_tables.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <map>
-#include <optional>
-#include <regex>
 #include <set>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
+#include "resources/text_ids.h"
+
+namespace pv::test {
 namespace {
-
-using Ids = std::set<int>;
-using Texts = std::map<int, std::string>;
-
-struct Language {
-  std::string_view extension;
-  std::string_view name;
-  int offset;
-  std::u32string_view letters;  // what its alphabet and typography have beyond ASCII
-};
-
-const std::vector<Language> kLanguages = {
-    {"us", "US", 0, U""},
-    {"hu", "Hungarian", 1000, U"áéíóöőúüűÁÉÍÓÖŐÚÜŰ"},
-    {"ger", "German", 2000, U"äöüßÄÖÜ"},
-    {"ita", "Italian", 3000, U"àèéìòùÀÈÉÌÒÙ"},
-    {"fra", "French", 4000, U"àâçèéêëîïôùûÀÂÇÈÉÊËÎÏÔÙÛ\u00A0"},
-    {"nl", "Dutch", 5000, U"ëïéöËÏÉÖ"},
-};
 
 const Texts kEnglish = {
     {198, "***** US Resources *****"},
@@ -135,102 +115,6 @@ const std::map<std::string_view, Ids> kSameAsEnglish = {
     {"nl", {200, 403, 404}},
 };
 
-// Decodes strictly: nothing when the bytes are not UTF-8 (overlong forms, surrogates and values
-// beyond the last code point included).
-std::optional<std::u32string> decode_utf8(std::string_view bytes) {
-  constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
-  std::u32string text;
-  for (std::size_t i = 0; i < bytes.size();) {
-    const auto lead = static_cast<unsigned char>(bytes[i++]);
-    const int extra = lead < 0x80             ? 0
-                      : (lead & 0xE0) == 0xC0 ? 1
-                      : (lead & 0xF0) == 0xE0 ? 2
-                      : (lead & 0xF8) == 0xF0 ? 3
-                                              : -1;
-    if (extra < 0) return std::nullopt;
-    char32_t code = extra == 0 ? lead : lead & (0x3Fu >> extra);
-    for (int n = 0; n < extra; ++n, ++i) {
-      if (i == bytes.size() || (static_cast<unsigned char>(bytes[i]) & 0xC0) != 0x80) {
-        return std::nullopt;
-      }
-      code = (code << 6) | (static_cast<unsigned char>(bytes[i]) & 0x3Fu);
-    }
-    if (code < kSmallest[extra] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) {
-      return std::nullopt;
-    }
-    text.push_back(code);
-  }
-  return text;
-}
-
-std::string file_name(const Language& language) {
-  return std::string(PV_RESOURCE_DIR) + "/strings_" + std::string(language.extension) + ".rc";
-}
-
-std::string read_file(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::runtime_error("cannot open " + path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::string unescape(const std::string& literal) {
-  std::string text;
-  for (std::size_t i = 0; i < literal.size(); ++i) {
-    if (literal[i] != '\\') {
-      text.push_back(literal[i]);
-      continue;
-    }
-    const char next = ++i < literal.size() ? literal[i] : '\0';
-    if (next != 'r' && next != 'n') throw std::runtime_error("unknown escape in: " + literal);
-    text.push_back(next == 'r' ? '\r' : '\n');
-  }
-  return text;
-}
-
-// The entries in the order of the file. A line that is no entry throws, so that none is overlooked.
-std::vector<std::pair<int, std::string>> parse_entries(const std::string& source) {
-  static const std::regex kEntry(R"re(\s*(\d+),?\s+"([^"]*)")re");
-  std::vector<std::pair<int, std::string>> entries;
-  std::istringstream lines(source);
-  bool in_table = false;
-  for (std::string line; std::getline(lines, line);) {
-    std::smatch match;
-    if (line == "BEGIN" || line == "END") {
-      in_table = line == "BEGIN";
-    } else if (in_table && !line.empty()) {
-      if (!std::regex_match(line, match, kEntry)) throw std::runtime_error("no entry: " + line);
-      entries.emplace_back(std::stoi(match[1]), unescape(match[2]));
-    }
-  }
-  if (in_table) throw std::runtime_error("a table has no end");
-  return entries;
-}
-
-// The texts of a language by base id.
-Texts texts_of(const Language& language) {
-  Texts texts;
-  for (const auto& [id, text] : parse_entries(read_file(file_name(language)))) {
-    texts.emplace(id - language.offset, text);
-  }
-  return texts;
-}
-
-const Language& language(std::string_view extension) {
-  const auto found = std::ranges::find(kLanguages, extension, &Language::extension);
-  if (found == kLanguages.end()) throw std::runtime_error("unknown language");
-  return *found;
-}
-
-Texts texts_of(std::string_view extension) { return texts_of(language(extension)); }
-
-Ids ids_of(std::string_view extension) {
-  Ids ids;
-  for (const auto& [id, text] : texts_of(extension)) ids.insert(id);
-  return ids;
-}
-
-}  // namespace
-
 TEST(StringTable, EnglishHasEveryTextExactly) { EXPECT_EQ(texts_of("us"), kEnglish); }
 
 TEST(StringTable, EnglishHasEveryId) { EXPECT_EQ(ids_of("us"), kFullSet); }
@@ -247,7 +131,7 @@ TEST(StringTable, DutchHasItsAccessLabelsAt502To505) { EXPECT_EQ(ids_of("nl"), k
 
 TEST(StringTable, EachLanguageBeginsWithItsOwnMarker) {
   for (const Language& language : kLanguages) {
-    const auto entries = parse_entries(read_file(file_name(language)));
+    const auto entries = parse_entries(table_source(language));
     ASSERT_FALSE(entries.empty()) << language.name;
     EXPECT_EQ(entries.front().first, language.offset + 198);
     EXPECT_EQ(entries.front().second, "***** " + std::string(language.name) + " Resources *****");
@@ -293,7 +177,7 @@ TEST(StringTable, EveryOtherTextIsTranslated) {
 TEST(StringTable, NoIdStandsTwice) {
   Ids seen;
   for (const Language& language : kLanguages) {
-    for (const auto& [id, text] : parse_entries(read_file(file_name(language)))) {
+    for (const auto& [id, text] : parse_entries(table_source(language))) {
       EXPECT_TRUE(seen.insert(id).second) << id << " again in " << language.name;
     }
   }
@@ -303,7 +187,7 @@ TEST(StringTable, NoTwoFilesShareABlockOfSixteenIds) {
   // Resource compilers store sixteen consecutive ids as one resource, which cannot come from two.
   std::map<int, std::string_view> owners;
   for (const Language& language : kLanguages) {
-    for (const auto& [id, text] : parse_entries(read_file(file_name(language)))) {
+    for (const auto& [id, text] : parse_entries(table_source(language))) {
       EXPECT_EQ(owners.emplace(id / 16, language.name).first->second, language.name) << id;
     }
   }
@@ -333,7 +217,7 @@ TEST(StringTable, NoOtherTextHasALineBreakOrAQuestionMark) {
 
 TEST(StringTable, FilesAreUtf8WithoutByteOrderMark) {
   for (const Language& language : kLanguages) {
-    const auto decoded = decode_utf8(read_file(file_name(language)));
+    const auto decoded = decode_utf8(table_source(language));
     ASSERT_TRUE(decoded) << language.name;
     EXPECT_EQ(decoded->find(U'\uFEFF'), std::u32string::npos) << language.name;
     EXPECT_EQ(decoded->find(U'\uFFFD'), std::u32string::npos) << language.name;
@@ -428,12 +312,26 @@ TEST(StringTable, PasswordChoicesNameTheirPassword) {
   }
 }
 
+TEST(TextIds, EachLanguageHasTheNextBlock) {
+  const int offsets[] = {0, HUNGARIAN(0), GERMAN(0), ITALIAN(0), FRENCH(0), DUTCH(0)};
+  EXPECT_TRUE(std::ranges::equal(kLanguages, offsets, {}, &Language::offset));
+  EXPECT_EQ(DUTCH(TEXT_OK), 5200);
+}
+
 TEST(StringTable, ReaderRefusesWhatItDoesNotUnderstand) {
-  EXPECT_THROW(parse_entries("BEGIN\n  7 no quotes\nEND\n"), std::runtime_error);
-  EXPECT_THROW(parse_entries("BEGIN\n  7 \"a\\q\"\nEND\n"), std::runtime_error);
-  EXPECT_THROW(parse_entries("BEGIN\n  7 \"a\"\n"), std::runtime_error);
+  for (const char* line : {"TEXT_OK no quotes", R"(TEXT_OK "a\q")", R"(TEXT_OK "a" b)",
+                           R"(TEXT_OK"a")", R"("a")", R"(7 "a")", R"(TEXT_NONE "a")",
+                           R"(LATIN(TEXT_OK) "a")", R"(DUTCH(TEXT_OK "a")", R"(TEXT_OK "a"b")"})
+    EXPECT_THROW(parse_entries("BEGIN\n  " + std::string(line) + "\nEND\n"), std::runtime_error)
+        << line;
+  EXPECT_THROW(parse_entries("BEGIN\n  TEXT_OK \"a\"\n"), std::runtime_error);
+  EXPECT_EQ(parse_entries("BEGIN\n  DUTCH(TEXT_OK) \"a\\r\"\nEND\n"),
+            (std::vector<std::pair<int, std::string>>{{5200, "a\r"}}));
   EXPECT_FALSE(decode_utf8("\xC3"));
   EXPECT_FALSE(decode_utf8("\xE9t"));
   EXPECT_FALSE(decode_utf8("\xC0\x80"));
   EXPECT_EQ(decode_utf8("\xC3\xA9"), U"é");
 }
+
+}  // namespace
+}  // namespace pv::test
