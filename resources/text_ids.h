@@ -96,7 +96,8 @@
 #define TEXT_NECESSARY_LEVEL 1102
 #define TEXT_READ_PROTECTED 1103
 
-// The symbol editor.
+// The symbol editor. From the first number on, texts are labels: resources of a type of our own.
+#define TEXT_FIRST_LABEL 7001
 #define TEXT_SYMBOL_TITLE 7001
 #define TEXT_SYMBOL_PENCIL 7010
 #define TEXT_SYMBOL_LINE 7011

@@ -22,12 +22,24 @@ static_assert(pvStrBack == TEXT_BACK && pvStrBrowse == TEXT_BROWSE && pvStrApply
 static_assert(pvStrEnable == TEXT_ENABLE && pvStrDisable == TEXT_DISABLE);
 static_assert(pvStrClose == TEXT_CLOSE && pvStrModify == TEXT_MODIFY);
 
-std::wstring localized(int id) {
+namespace {
+
+using TextSource = std::optional<std::wstring>(std::uint16_t id);
+
+std::wstring text_from(TextSource& source, int id) {
   const auto language = result_of(shared_languages(), &_CLanguages::get_ActiveLanguageID);
   const std::int16_t own = localized_id(id, static_cast<std::int16_t>(language));
-  if (auto text = resource_text(static_cast<std::uint16_t>(own))) return *text;
-  return resource_text(static_cast<std::uint16_t>(id)).value_or(L"?");
+  if (auto text = source(static_cast<std::uint16_t>(own))) return *text;
+  return source(static_cast<std::uint16_t>(id)).value_or(L"?");
 }
+
+}  // namespace
+
+std::wstring localized(int id) {
+  return text_from(id < TEXT_FIRST_LABEL ? resource_text : resource_label, id);
+}
+
+std::wstring published_text(int id) { return text_from(resource_text, id); }
 
 LanguageWatch::LanguageWatch(std::function<void()> changed) : changed_(std::move(changed)) {
   thread_state().language_watches.push_back(this);

@@ -5,9 +5,11 @@
 
 namespace pv {
 
-/// The text with this English id in the active language of this thread: English when the language
-/// has none, "?" when English has none either.
+/// The text of resources/text_ids.h with this English id in the active language of this thread:
+/// English when the language has none, "?" when English has none either.
 std::wstring localized(int id);
+/// The same of the published texts only: whatever the id, the library's own ones are out of reach.
+std::wstring published_text(int id);
 
 /// Calls back whenever the active language of this thread is set, as long as it lives. For open
 /// dialogs, which relabel themselves.

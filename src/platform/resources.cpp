@@ -30,6 +30,17 @@ std::optional<std::wstring> resource_text(std::uint16_t id) {
   return std::wstring(text, static_cast<std::size_t>(length));
 }
 
+std::optional<std::wstring> resource_label(std::uint16_t id) {
+  const HRSRC label = FindResourceW(module_instance(), MAKEINTRESOURCEW(id), L"LABEL");
+  if (!label) return std::nullopt;
+  const auto length = static_cast<int>(SizeofResource(module_instance(), label));
+  const void* const utf8 = LockResource(LoadResource(module_instance(), label));
+  std::wstring text(static_cast<std::size_t>(length), L'\0');  // UTF-16 needs no more units
+  text.resize(static_cast<std::size_t>(MultiByteToWideChar(
+      CP_UTF8, 0, static_cast<const char*>(utf8), length, text.data(), length)));
+  return text;
+}
+
 Ref<IPictureDisp> bitmap_picture(HBITMAP bitmap) {
   PICTDESC description{};
   description.cbSizeofstruct = sizeof description;

@@ -11,6 +11,8 @@ namespace pv {
 
 /// The text with this number in the library's string table, or nothing.
 std::optional<std::wstring> resource_text(std::uint16_t id);
+/// The text of the library's resource LABEL with this number, or nothing.
+std::optional<std::wstring> resource_label(std::uint16_t id);
 
 /// A picture object that owns the bitmap from now on.
 Ref<IPictureDisp> bitmap_picture(HBITMAP bitmap);

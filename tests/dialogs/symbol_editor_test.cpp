@@ -517,6 +517,23 @@ TEST_F(SymbolEditor, RelabellingKeepsTheDrawingAndTheTool) {
   EXPECT_EQ(item.get(L"Symbol"), L"S1:A2P1022");
 }
 
+TEST_F(SymbolEditor, IsLabelledInTheActiveLanguage) {
+  const std::pair<const wchar_t*, const wchar_t*> labels[] = {
+      {L"Symbol Editor", L"Line"},        {L"Szimbólumszerkesztő", L"Vonal"},
+      {L"Symboleditor", L"Linie"},        {L"Editor di simboli", L"Linea"},
+      {L"Éditeur de symboles", L"Ligne"}, {L"Symbooleditor", L"Lijn"}};
+  long language = 0;
+  for (const auto& [title, line] : labels) {
+    utility_.set_language(++language);
+    edit(new_item(), [&](const Dialog& dialog) {
+      EXPECT_EQ(dialog.title(), title);
+      EXPECT_EQ(dialog.caption(kLine), line);
+    });
+  }
+  utility_.set_language(7);
+  edit(new_item(), [](const Dialog& dialog) { EXPECT_EQ(dialog.title(), L"Symbol Editor"); });
+}
+
 TEST_F(SymbolEditor, RealKeysReachEveryPart) {
   const Object item = new_item();
   EXPECT_TRUE(edit(item, [](const Dialog& dialog) {

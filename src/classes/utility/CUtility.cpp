@@ -271,7 +271,7 @@ STDMETHODIMP CUtility::GetPictureSize(long bitmap, long dc, long* height, long* 
 }
 
 STDMETHODIMP CUtility::get_pvString(pvStringTypes id, BSTR* result) noexcept {
-  return method_with_result(result, [&] { return localized(id); });
+  return method_with_result(result, [&] { return published_text(id); });
 }
 
 STDMETHODIMP CUtility::pvMsgBox(BSTR prompt, short buttons, short picture, BSTR title,

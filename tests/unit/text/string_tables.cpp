@@ -107,6 +107,20 @@ std::vector<std::pair<int, std::string>> parse_entries(const std::string& source
   return entries;
 }
 
+std::vector<std::pair<int, std::string>> parse_labels(const std::string& source) {
+  constexpr std::string_view kOpen = " LABEL { ", kClose = " }";
+  std::vector<std::pair<int, std::string>> entries;
+  std::istringstream lines(source);
+  for (std::string line; std::getline(lines, line);) {
+    const auto open = line.find(kOpen);
+    if (open == std::string::npos) continue;
+    if (!line.ends_with(kClose)) throw std::runtime_error("no label: " + line);
+    line.resize(line.size() - kClose.size());
+    entries.push_back(parse_entry(line.replace(open, kOpen.size(), " ")));
+  }
+  return entries;
+}
+
 Texts texts_of(const Language& language) {
   Texts texts;
   for (const auto& [id, text] : parse_entries(table_source(language)))

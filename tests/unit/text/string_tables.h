@@ -39,6 +39,9 @@ std::string table_source(const Language& language);
 /// no entry, so that none is overlooked, and for an id that text_ids.h does not have.
 std::vector<std::pair<int, std::string>> parse_entries(const std::string& source);
 
+/// The same of a source with labels, each "id LABEL { text }".
+std::vector<std::pair<int, std::string>> parse_labels(const std::string& source);
+
 /// The texts of a language by the ids of the English ones.
 Texts texts_of(const Language& language);
 Texts texts_of(std::string_view extension);

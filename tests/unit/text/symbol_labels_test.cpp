@@ -1,0 +1,65 @@
+// The texts of the symbol editor, as the source of the resources has them.
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "tests/unit/text/string_tables.h"
+
+namespace pv::test {
+namespace {
+
+const Ids kIds = {7001, 7010, 7011, 7012, 7013, 7014, 7020, 7021, 7022, 7023, 7030, 7031, 7032};
+const Ids kFieldNames = {7030, 7031, 7032};
+
+Texts labels_of(const Language& language) {
+  Texts labels;
+  for (const auto& [id, text] : parse_labels(read_resource_file("strings_symbol_editor.rc"))) {
+    const int base = id - language.offset;
+    if (kIds.contains(base)) labels.emplace(base, text);
+  }
+  return labels;
+}
+
+TEST(SymbolLabels, EveryLanguageHasEachText) {
+  const auto all = parse_labels(read_resource_file("strings_symbol_editor.rc"));
+  EXPECT_EQ(all.size(), std::size(kLanguages) * kIds.size());
+  for (const Language& language : kLanguages) {
+    Ids ids;
+    for (const auto& [id, text] : labels_of(language)) ids.insert(id);
+    EXPECT_EQ(ids, kIds) << language.name;
+  }
+}
+
+TEST(SymbolLabels, TextsUseOnlyTheLettersOfTheirLanguage) {
+  for (const Language& language : kLanguages) {
+    for (const auto& [id, text] : labels_of(language)) {
+      const auto decoded = decode_utf8(text);
+      ASSERT_TRUE(decoded) << language.name << ' ' << id;
+      ASSERT_FALSE(decoded->empty()) << language.name << ' ' << id;
+      for (const char32_t letter : *decoded)
+        EXPECT_TRUE(letter < 0x80 || language.letters.find(letter) != std::u32string_view::npos)
+            << language.name << ' ' << text;
+    }
+  }
+}
+
+TEST(SymbolLabels, OnlyNamesOfFieldsEndWithAColon) {
+  for (const Language& language : kLanguages) {
+    for (const auto& [id, text] : labels_of(language))
+      EXPECT_EQ(text.ends_with(':'), kFieldNames.contains(id)) << language.name << ' ' << text;
+  }
+}
+
+TEST(SymbolLabels, EachTextOfALanguageIsDifferent) {
+  for (const Language& language : kLanguages) {
+    std::set<std::string> texts;
+    for (const auto& [id, text] : labels_of(language)) texts.insert(text);
+    EXPECT_EQ(texts.size(), kIds.size()) << language.name;
+  }
+}
+
+}  // namespace
+}  // namespace pv::test
