@@ -43,6 +43,24 @@ std::wstring common_name(const std::wstring& file_name) {
   return file_name;
 }
 
+// Lists and versions are added to those that are there. A file that cannot be loaded changes
+// nothing.
+template <class Collection>
+bool load_anew(const ComPtr<Collection>& collection, REFCLSID class_id, const std::wstring& file) {
+  if (!get(create<Collection>(class_id), &Collection::LoadSettingsNew, bstr(file))) return false;
+  put(collection, &Collection::Clear);
+  return get(collection, &Collection::LoadSettingsNew, bstr(file)) != 0;
+}
+
+// Dimensions are appended to a file, and a reader takes the first table in it: so they go to a new
+// file, which then replaces the former one.
+bool save_anew(const ComPtr<_CDimensions>& dimensions, const std::wstring& file) {
+  const std::wstring new_file = file + L".new";
+  DeleteFileW(new_file.c_str());
+  return get(dimensions, &_CDimensions::SaveSettingsNew, bstr(new_file)) &&
+         MoveFileExW(new_file.c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING);
+}
+
 std::wstring trimmed(const std::wstring& text) {
   const auto first = text.find_first_not_of(L' ');
   if (first == std::wstring::npos) return {};
@@ -157,21 +175,29 @@ bool FluxorServer::load(const std::wstring& name) {
   const std::wstring common = common_name(name);
   const auto versions = get(items_, &_CItems::get_Versions);
   const bool loaded = get(dimensions_, &_CDimensions::LoadSettingsNew, bstr(common + L".dim")) &&
-                      get(lists_, &_CDLists::LoadSettingsNew, bstr(common + L".lst")) &&
+                      load_anew(lists_, CLSID_CDLists, common + L".lst") &&
                       get(items_, &_CItems::LoadSettingsNew, bstr(common + L".itm")) &&
-                      get(versions, &_CVersions::LoadSettingsNew, bstr(common + L".ver"));
+                      load_anew(versions, CLSID_CVersions, common + L".ver");
+  forget_values();
+  return loaded;
+}
+
+// No value is known before it was read. A selected version would hide the items that it lacks.
+void FluxorServer::forget_values() {
+  const std::wstring version = get(items_, &_CItems::get_Version);
+  put(items_, &_CItems::put_Version, bstr(L""));
   const long count = get(items_, &_CItems::get_AllItemCount);
-  for (long i = 1; i <= count; ++i) {  // no value is known before it was read
+  for (long i = 1; i <= count; ++i) {
     if (const auto item = get(items_, &_CItems::get_Item, _variant_t(i))) set_dirty(item, true);
   }
-  return loaded;
+  put(items_, &_CItems::put_Version, bstr(version));
 }
 
 bool FluxorServer::save(const std::wstring& name) {
   file_name_ = name;
   const std::wstring common = common_name(name);
   const auto versions = get(items_, &_CItems::get_Versions);
-  return get(dimensions_, &_CDimensions::SaveSettingsNew, bstr(common + L".dim")) &&
+  return save_anew(dimensions_, common + L".dim") &&
          get(lists_, &_CDLists::SaveSettingsNew, bstr(common + L".lst")) &&
          get(items_, &_CItems::SaveSettingsNew, bstr(common + L".itm")) &&
          get(versions, &_CVersions::SaveSettingsNew, bstr(common + L".ver"));

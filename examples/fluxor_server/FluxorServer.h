@@ -22,6 +22,7 @@ class FluxorServer final : public AutomationObject {
   void offer_pictures_and_functions();
 
   bool load(const std::wstring& name);
+  void forget_values();
   bool save(const std::wstring& name);
 
   /// The protocol object behind the active protocol, with its port open; empty when there is none.

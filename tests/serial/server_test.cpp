@@ -99,6 +99,60 @@ TEST_F(Server, LoadsWhatItSaved) {
   EXPECT_EQ(other.get_object(L"Items").get_object(L"Versions").get(L"Count"), 3);
 }
 
+TEST_F(Server, LoadsTheUnitsThatWereSavedLast) {
+  const std::wstring name = scratch_folder() + L"\\units";
+  const Object unit =
+      server_.get_object(L"Dimensions").get_object(L"Item", 1).get_object(L"Units", 1);
+  for (const wchar_t* caption : {L"first", L"second"}) {
+    unit.put(L"Caption", caption);
+    ASSERT_EQ(server_.call(L"SaveSettings", name), true);
+  }
+  const Object other = Object::create(L"Fluxor.Server");
+  ASSERT_EQ(other.call(L"LoadSettings", name), true);
+  const Object dimensions = other.get_object(L"Dimensions");
+  EXPECT_EQ(dimensions.get(L"Count"), 22);
+  EXPECT_EQ(dimensions.get_object(L"Item", 1).get_object(L"Units", 1).get(L"Caption"), L"second");
+}
+
+TEST_F(Server, ASecondLoadReplacesListsAndVersions) {
+  const Object lists = server_.get_object(L"Lists");
+  const Object versions = server_.get_object(L"Items").get_object(L"Versions");
+  const auto first_member = [&] {
+    return lists.get_object(L"Item", 1).get_object(L"ListMembers").get_object(L"Item", 1);
+  };
+  const Value caption = first_member().get(L"Caption");
+  first_member().put(L"Caption", L"edited");
+  lists.call(L"Add", L"New list", Value::nothing(), L"New list");
+  versions.call(L"Add", L"9.99", 3);
+  ASSERT_EQ(server_.call(L"LoadSettings", settings_name()), true);
+  EXPECT_EQ(lists.get(L"Count"), 12);
+  EXPECT_EQ(versions.get(L"Count"), 3);
+  EXPECT_EQ(first_member().get(L"Caption"), caption);
+}
+
+TEST_F(Server, ALoadThatFailsKeepsEverything) {
+  ASSERT_EQ(server_.call(L"LoadSettings", L"Z:\\no such folder\\fluxor"), false);
+  EXPECT_EQ(server_.get_object(L"Items").get(L"AllItemCount"), 66);
+  EXPECT_EQ(server_.get_object(L"Items").get_object(L"Versions").get(L"Count"), 3);
+  EXPECT_EQ(server_.get_object(L"Dimensions").get(L"Count"), 22);
+  EXPECT_EQ(server_.get_object(L"Lists").get(L"Count"), 12);
+}
+
+TEST_F(Server, NoValueIsKnownAfterALoadWhateverTheVersion) {
+  const Object items = server_.get_object(L"Items");
+  items.put(L"Version", L"1.10");
+  ASSERT_EQ(server_.call(L"LoadSettings", settings_name()), true);
+  EXPECT_EQ(items.get(L"Version"), L"1.10");
+  items.put(L"Version", L"");
+  const long count = items.get(L"AllItemCount").number();
+  EXPECT_GT(count, 0);
+  for (long i = 1; i <= count; ++i) {
+    const Object each = items.get_object(L"Item", i);
+    const long variables = each.get_object(L"Variables").get(L"Count").number();
+    for (long k = 1; k <= variables; ++k) EXPECT_EQ(each.get(L"Dirty", k), true) << i;
+  }
+}
+
 TEST_F(Server, OffersTheItemsOfTheVersion) {
   transmitter_.put(L"Version", L"1.10");
   EXPECT_EQ(transmitter_.get_object(L"Items").get(L"Count"), 54);
