@@ -18,6 +18,8 @@ namespace {
 
 constexpr const wchar_t* kEnterPassword = L"140";
 constexpr const wchar_t* kTechnicianPassword = L"2222";
+constexpr double kOutOfLimits = 0;
+constexpr int kIntendedRefusals = 1;  // writes that the transmitter is meant to refuse
 
 void print(const std::wstring& line) {
   const int size = WideCharToMultiByte(CP_OEMCP, 0, line.c_str(), -1, nullptr, 0, nullptr, nullptr);
@@ -54,6 +56,7 @@ class Host {
     if (!get(transmitter_, &_CTxm::AutoConnect, VARIANT_TRUE)) {
       throw CallFailure(E_FAIL, L"There is no transmitter.");
     }
+    search_report_ = line_report();
     print(L"COM1:" + get(transmitter_, &_CTxm::get_ComSettings) + L", software " +
           get(transmitter_, &_CTxm::get_Version));
     for (const wchar_t* key : {L"1", L"4", L"21", L"30", L"110", L"133"}) read(key);
@@ -61,8 +64,16 @@ class Host {
     enter(kTechnicianPassword);
     change(L"30", 25.0);
     change(L"110", L"FT-1203 NORTH");
-    change(L"30", 0.0);
+    change(L"30", kOutOfLimits);
     enter(L"");
+  }
+
+  // At a wrong baud rate the transmitter keeps silent: these time-outs are no faults.
+  void show_line() const {
+    print(L"Search for the baud rate: " + search_report_);
+    print(L"With reading and writing: " + line_report());
+    print(L"Refused writes: " + std::to_wstring(refusals_) + L", intended: " +
+          std::to_wstring(kIntendedRefusals) + L" (a value out of limits)");
   }
 
  private:
@@ -95,7 +106,7 @@ class Host {
   }
 
   // A refusal would open a message box, so the levels are compared before.
-  void change(const wchar_t* key, const _variant_t& value) const {
+  void change(const wchar_t* key, const _variant_t& value) {
     auto item = this->item(key);
     if (!get(transmitter_, &_CTxm::IsWriteable, item.Get())) {
       print(name_of(item) + L" needs password level " +
@@ -108,6 +119,8 @@ class Host {
         smValueOnly, VARIANT_FALSE, VARIANT_TRUE, value);
     const bool written =
         get(transmitter_, &_CTxm::WriteTxm, item.GetAddressOf(), VARIANT_TRUE) != 0;
+    // A write that got no answer was not refused.
+    if (!written && get(transmitter_, &_CTxm::get_ComError) == ComErrNone) ++refusals_;
     print(name_of(item) +
           (written && read_item(item) ? L": " + before + L" -> " + shown(item) : L": refused"));
   }
@@ -119,10 +132,14 @@ class Host {
     print(L"level " + std::to_wstring(get(transmitter_, &_CTxm::get_Password)));
   }
 
+  std::wstring line_report() const { return get(transmitter_, &_CTxm::GetMessage); }
+
   ComPtr<_CUtility> utility_ = create<_CUtility>(CLSID_CUtility);
   ComPtr<_CTxm> transmitter_ = create<_CTxm>(CLSID_CTxm);
   ProgressListener listener_{get(utility_, &_CUtility::get_TxmEvents),
                              [](const std::wstring& line) { print(L"    " + line); }};
+  std::wstring search_report_;
+  int refusals_ = 0;
 };
 
 // The file is in the ANSI code page.
@@ -142,8 +159,10 @@ void show_history(const std::wstring& folder) {
 }
 
 void run(wchar_t** arguments) {
-  Host(arguments[1], arguments[2], static_cast<int>(std::wcstol(arguments[3], nullptr, 10))).run();
+  Host host(arguments[1], arguments[2], static_cast<int>(std::wcstol(arguments[3], nullptr, 10)));
+  host.run();
   show_history(arguments[2]);
+  host.show_line();
 }
 
 }  // namespace

@@ -20,8 +20,14 @@ var TEXT_NEEDED_LEVEL = 1102;
 
 var ENTER_PASSWORD = "140";
 var TECHNICIAN_PASSWORD = "2222";
+var WRONG_PASSWORD = "guess";
+var OUT_OF_LIMITS = 0;
 
-var files, utility, codes, txm;
+// Writes that the transmitter is meant to refuse, and those that it refused.
+var INTENDED_REFUSALS = 2;
+var refusals = 0;
+
+var files, utility, codes, txm, searchReport;
 
 try {
   main();
@@ -46,9 +52,8 @@ function main() {
   connect();
   readSome();
   writeSome();
-  heading("Line");
-  WScript.Echo(txm.GetMessage());
   showHistory(arguments.Item(1));
+  showLine();
 }
 
 function heading(text) {
@@ -75,6 +80,7 @@ function makeTransmitter(settings) {
 function connect() {
   heading(txm.NameFormatted());
   if (!txm.AutoConnect(true)) throw "There is no transmitter at COM" + txm.ComPort + ".";
+  searchReport = txm.GetMessage();
   WScript.Echo("COM" + txm.ComPort + ":" + txm.ComSettings + "  software " + txm.Version + "  " +
                txm.Items.Count + " items");
 }
@@ -128,14 +134,14 @@ function outcome() {
 function writeSome() {
   heading("Writing");
   change("30", 1, 25);
-  enterPassword("guess");
+  enterPassword(WRONG_PASSWORD);
   enterPassword(TECHNICIAN_PASSWORD);
   change("30", 1, 25);
   change("32", 1, 4.5);
   change("37", 1, 2);
   change("70", 3, 25);
   change("110", 1, "FT-1203 NORTH");
-  change("30", 1, 0);
+  change("30", 1, OUT_OF_LIMITS);
   change("35", 1, 1.04);
   enterPassword("");
 }
@@ -160,17 +166,24 @@ function change(key, index, value) {
     txm.ReadTxm(item);
     WScript.Echo(name + ": " + before + " -> " + shown(item, index, OWN_UNIT));
   } else {
+    countRefusal();
     WScript.Echo(name + ": " + value + " refused: " + outcome());
   }
+}
+
+// A write that got no answer was not refused.
+function countRefusal() {
+  if (!txm.ComError) refusals++;
 }
 
 // Writing the password item moves the level of the transmitter.
 function enterPassword(text) {
   var item = txm.Items.Item(ENTER_PASSWORD);
   item.Value(1) = text;
-  var answer = txm.WriteTxm(item, true) ? "accepted" : "refused";
-  WScript.Echo(item.Caption(1) + " " + new Array(text.length + 1).join("*") + ": " + answer +
-               ", level " + txm.Password);
+  var accepted = txm.WriteTxm(item, true);
+  if (!accepted) countRefusal();
+  WScript.Echo(item.Caption(1) + " " + new Array(text.length + 1).join("*") + ": " +
+               (accepted ? "accepted" : "refused") + ", level " + txm.Password);
 }
 
 // --- Audit -------------------------------------------------------------------------------------------
@@ -182,4 +195,15 @@ function showHistory(folder) {
   var stream = files.OpenTextFile(path, FOR_READING);
   while (!stream.AtEndOfStream) WScript.Echo(stream.ReadLine());
   stream.Close();
+}
+
+// --- Line --------------------------------------------------------------------------------------------
+
+// At a wrong baud rate the transmitter keeps silent: these time-outs are no faults.
+function showLine() {
+  heading("Line");
+  WScript.Echo("Search for the baud rate: " + searchReport);
+  WScript.Echo("With reading and writing: " + txm.GetMessage());
+  WScript.Echo("Refused writes: " + refusals + ", intended: " + INTENDED_REFUSALS +
+               " (a wrong password, a value out of limits)");
 }

@@ -21,8 +21,15 @@ Const kTextWriteProtected = 1101
 
 Const kEnterPassword = "140"
 Const kTechnicianPassword = "2222"
+Const kWrongPassword = "guess"
+Const kOutOfLimits = 0
 
-Dim files, utility, codes, txm
+' Writes that the transmitter is meant to refuse, and those that it refused.
+Const kIntendedRefusals = 2
+Dim refusals
+refusals = 0
+
+Dim files, utility, codes, txm, searchReport
 
 On Error Resume Next
 Main
@@ -48,9 +55,8 @@ Sub Main()
   Connect
   ReadSome
   WriteSome
-  Heading "Line"
-  WScript.Echo txm.GetMessage
   ShowHistory arguments.Item(1)
+  ShowLine
 End Sub
 
 Sub Fail(message)
@@ -87,6 +93,7 @@ Sub Connect()
   If Not txm.AutoConnect(True) Then
     Fail "There is no transmitter at COM" & txm.ComPort & "."
   End If
+  searchReport = txm.GetMessage
   WScript.Echo "COM" & txm.ComPort & ":" & txm.ComSettings & "  software " & txm.Version & "  " & _
       txm.Items.Count & " items"
   If txm.ReadDisplay(shown) Then
@@ -157,14 +164,14 @@ End Function
 Sub WriteSome()
   Heading "Writing"
   Change "30", 1, 25
-  EnterPassword "guess"
+  EnterPassword kWrongPassword
   EnterPassword kTechnicianPassword
   Change "30", 1, 25
   Change "32", 1, 4.5
   Change "37", 1, 2
   Change "70", 3, 25
   Change "110", 1, "FT-1203 NORTH"
-  Change "30", 1, 0
+  Change "30", 1, kOutOfLimits
   Change "35", 1, 1.04
   EnterPassword ""
 End Sub
@@ -189,8 +196,14 @@ Sub Change(key, index, value)
     txm.ReadTxm item
     WScript.Echo key & ", " & item.Caption(index) & ": " & before & " -> " & Shown(item, index, kOwnUnit)
   Else
+    CountRefusal
     WScript.Echo key & ", " & item.Caption(index) & ": " & value & " refused: " & Outcome
   End If
+End Sub
+
+' A write that got no answer was not refused.
+Sub CountRefusal
+  If txm.ComError = 0 Then refusals = refusals + 1
 End Sub
 
 ' Writing the password item moves the level of the transmitter.
@@ -199,7 +212,10 @@ Sub EnterPassword(text)
   Set item = txm.Items.Item(kEnterPassword)
   item.Value(1) = text
   answer = "accepted"
-  If Not txm.WriteTxm(item, True) Then answer = "refused"
+  If Not txm.WriteTxm(item, True) Then
+    answer = "refused"
+    CountRefusal
+  End If
   WScript.Echo item.Caption & " " & String(Len(text), "*") & ": " & answer & ", level " & txm.Password
 End Sub
 
@@ -215,4 +231,15 @@ Sub ShowHistory(folder)
     WScript.Echo stream.ReadLine
   Loop
   stream.Close
+End Sub
+
+' --- Line -------------------------------------------------------------------------------------------
+
+' At a wrong baud rate the transmitter keeps silent: these time-outs are no faults.
+Sub ShowLine()
+  Heading "Line"
+  WScript.Echo "Search for the baud rate: " & searchReport
+  WScript.Echo "With reading and writing: " & txm.GetMessage
+  WScript.Echo "Refused writes: " & refusals & ", intended: " & kIntendedRefusals & _
+      " (a wrong password, a value out of limits)"
 End Sub

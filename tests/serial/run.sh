@@ -26,7 +26,7 @@ run_tests() {
 }
 
 # run_host <name> <locale> <program and arguments...>: a round on a line that loses one telegram in five
-# has to reach its end, and to change and record what it is meant to.
+# has to reach its end, and to change, be refused and record what it is meant to.
 run_host() {
   local name=$1 locale=$2 output=$scratch/output history=$scratch/history
   shift 2
@@ -38,6 +38,7 @@ run_host() {
   stop_simulator
   if [ "$(tail -n 1 "$output")" = DONE ] &&
     grep -aq '^110, .*: FT-1203 COOLING -> FT-1203 NORTH$' "$output" &&
+    grep -aq '^Refused writes: \([12]\), intended: \1 ' "$output" &&
     grep -aq ',30,Full scale flow,25,m3/h,Commissioning' "$history/Historian.csv"; then
     echo "[       OK ] $name (0 ms)"
   else
