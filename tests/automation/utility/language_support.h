@@ -8,7 +8,7 @@
 
 namespace pv::test {
 
-/// Sets the language that this thread's library shows, and English again when it goes.
+/// Sets the language that the library shows on this thread; the destructor sets English again.
 class ActiveLanguage {
  public:
   explicit ActiveLanguage(long language);

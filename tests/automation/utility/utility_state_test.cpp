@@ -1,4 +1,4 @@
-// The state that all objects of a thread share: who sees it, and when it goes.
+// The state that all objects of a thread share: who sees it, and how long it lives.
 
 #include <gtest/gtest.h>
 
