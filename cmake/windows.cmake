@@ -6,8 +6,14 @@
 add_compile_options(-msse2 -mfpmath=sse -fno-tree-slp-vectorize)
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-find_program(WIDL i686-w64-mingw32-widl REQUIRED)
-file(GLOB stdole_dirs /usr/lib/*/wine/i386-windows)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+  set(PV_MANIFEST_PROCESSOR amd64)
+  file(GLOB stdole_dirs /usr/lib/*/wine/x86_64-windows)
+else()
+  set(PV_MANIFEST_PROCESSOR x86)
+  file(GLOB stdole_dirs /usr/lib/*/wine/i386-windows)
+endif()
+find_program(WIDL ${PV_TARGET}-widl REQUIRED)
 find_file(STDOLE2_TLB stdole2.tlb PATHS ${stdole_dirs} NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 get_filename_component(stdole_dir ${STDOLE2_TLB} DIRECTORY)
 

@@ -36,7 +36,7 @@ def element(tag, indent=2, has_content=False, /, **attributes):
     return " " * indent + f"<{tag}{pairs}{'' if has_content else '/'}>"
 
 
-def manifest(idl, version):
+def manifest(idl, version, processor):
     declared = list(declarations(idl))
     libraries = [d for d in declared if d[0] == "library"]
     if len(libraries) != 1 or libraries[0][1] != LIBRARY:
@@ -61,7 +61,7 @@ def manifest(idl, version):
                         baseInterface=DISPATCH, proxyStubClsid32=proxy)
             )
     identity = element("assemblyIdentity", type="win32", name=LIBRARY, version=version,
-                       processorArchitecture="x86")
+                       processorArchitecture=processor)
     lines = [
         '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>',
         '<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0">',
@@ -80,10 +80,11 @@ def main():
     parser.add_argument("idl", help="the contract")
     parser.add_argument("output", help="the manifest to write")
     parser.add_argument("--version", default="1.0.0.0", help="four numbers")
+    parser.add_argument("--processor", default="x86", choices=("x86", "amd64"))
     options = parser.parse_args()
     try:
         with open(options.idl, encoding="utf-8") as file:
-            text = manifest(file.read(), options.version)
+            text = manifest(file.read(), options.version, options.processor)
         with open(options.output, "w", encoding="utf-8", newline="\r\n") as file:
             file.write(text)
     except (OSError, ValueError) as error:

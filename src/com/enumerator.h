@@ -20,7 +20,7 @@ class Enumerator final : public SimpleObject<Enumerator<Interface, Element, Memb
   using Snapshot = std::shared_ptr<const std::vector<Member>>;
 
   explicit Enumerator(std::vector<Member> members)
-      : Enumerator(std::make_shared<const std::vector<Member>>(std::move(members)), 0) {}
+      : members_(std::make_shared<const std::vector<Member>>(std::move(members))) {}
   Enumerator(Snapshot members, std::size_t next) : members_(std::move(members)), next_(next) {}
 
   STDMETHODIMP Next(ULONG count, Element* elements, ULONG* fetched) override {
@@ -52,7 +52,7 @@ class Enumerator final : public SimpleObject<Enumerator<Interface, Element, Memb
   std::size_t left() const { return members_->size() - next_; }
 
   Snapshot members_;
-  std::size_t next_;
+  std::size_t next_ = 0;
 };
 
 inline void hand_out(const Ref<IDispatch>& object, VARIANT& value) {

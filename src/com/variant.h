@@ -132,9 +132,14 @@ inline std::size_t size_of(VARTYPE type) {
     case VT_I8:
     case VT_UI8:
       return 8;
-    case VT_VARIANT:
     case VT_DECIMAL:
-      return 16;
+      return sizeof(DECIMAL);
+    case VT_VARIANT:
+      return sizeof(VARIANT);
+    case VT_BSTR:
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+      return sizeof(void*);
     default:
       return 4;
   }

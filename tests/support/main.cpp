@@ -54,12 +54,20 @@ bool is_code(void* address) {
          (memory.Protect & (PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE)) != 0;
 }
 
+auto stack_pointer(const CONTEXT& context) {
+#ifdef _WIN64
+  return context.Rsp;
+#else
+  return context.Esp;
+#endif
+}
+
 // Where the thread may have come from: all on its stack that points into code.
 std::string trail_of(const CONTEXT& context) {
   constexpr int kWords = 400, kPlaces = 24;
   std::string trail;
   int places = 0;
-  auto* const stack = reinterpret_cast<void**>(context.Esp);
+  auto* const stack = reinterpret_cast<void**>(stack_pointer(context));
   MEMORY_BASIC_INFORMATION memory{};
   VirtualQuery(stack, &memory, sizeof memory);
   auto* const end =

@@ -27,6 +27,7 @@ class CItem final : public AutomationObject<CItem> {
   STDMETHODIMP putref_Variables(_CVariables* value) noexcept override;
 
   // Properties of the variable at `index`; an index out of range means the first variable.
+// NOLINTBEGIN(bugprone-macro-parentheses): types take no parentheses.
 #define OF_VARIABLE(Name, Type, Property)                                                 \
   STDMETHODIMP get_##Name(short index, Type* result) noexcept override {                  \
     return method_with_result(                                                            \
@@ -44,6 +45,7 @@ class CItem final : public AutomationObject<CItem> {
   OF_VARIABLE(Value, VARIANT, Value)
   OF_VARIABLE(Dirty, VARIANT_BOOL, Dirty)
   OF_VARIABLE(DataType, short, DataType)
+// NOLINTEND(bugprone-macro-parentheses)
 #undef OF_VARIABLE
 
   STDMETHODIMP Copy(_CItem* dest, _CItem** result) noexcept override;
