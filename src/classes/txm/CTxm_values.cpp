@@ -86,7 +86,7 @@ STDMETHODIMP CTxm::get_ItemValue(_CItem* item, short variable, short unit, short
                                  ShowModeTypes display, VARIANT_BOOL period_as_decimal,
                                  VARIANT_BOOL show_meaning, VARIANT* result) noexcept {
   return method_with_result(result, [&] {
-    Variant shown;
+    Variant shown(L"");  // also of a value that has no table or of a variable that does not exist
     attempt([&] {
       shown = shown_value(item, variable, unit, decimals, display,
                           period_as_decimal != VARIANT_FALSE, show_meaning != VARIANT_FALSE);

@@ -158,10 +158,20 @@ TEST_F(Values, ADirtyValueIsUnknown) {
 TEST_F(Values, NothingOfAllThisRaises) {
   const Object item = flow_item(7, 25.0);
   server.fail(L"Dimensions");
-  EXPECT_EQ(shown(item), Value());
+  EXPECT_EQ(shown(item), L"");
+  server.answer(L"Dimensions", Value::nothing());
+  EXPECT_EQ(shown(item), L"");
   txm.set(L"Server", Value::nothing());
-  EXPECT_EQ(shown(item), Value());
-  EXPECT_EQ(shown(Object()), Value());
+  EXPECT_EQ(shown(item), L"");
+}
+
+TEST_F(Values, WhereThereIsNoVariableTheTextIsEmpty) {
+  const Object bare =
+      items.call_object(L"Add", L"7", 7, true, 0, false, false, 0.5f, 4, Value::missing());
+  for (int display : {kValue, kUnit, kBoth, kBadDisplay}) {
+    EXPECT_EQ(shown(bare, 1, -1, -2, display), L"");
+    EXPECT_EQ(shown(Object(), 1, -1, -2, display), L"");
+  }
 }
 
 // --- Entries ----------------------------------------------------------------------------------
