@@ -22,11 +22,15 @@ Variant without_value(ShowModeTypes display) {
   return Variant(display == smUnitOnly ? std::wstring_view() : std::wstring_view(L"?"));
 }
 
+Ref<_CVariable> variable_at(const Ref<_CVariables>& variables, long position) {
+  return result_of(variables, &_CVariables::get_Item, Variant(position));
+}
+
+// Out of range, an index means the first variable.
 Ref<_CVariable> variable_of(_CItem* item, long index) {
   const auto variables = result_of(item, &_CItem::get_Variables);
   const long count = result_of(variables, &_CVariables::get_Count);
-  const long checked = index >= 1 && index <= count ? index : 1;
-  return result_of(variables, &_CVariables::get_Item, Variant(checked));
+  return variable_at(variables, index >= 1 && index <= count ? index : 1);
 }
 
 bool has_list(const Ref<_CVariable>& variable) {
@@ -134,8 +138,9 @@ long CTxm::selected_item_id(_CItem* selector) const {
 std::optional<CTxm::Resolved> CTxm::resolve(_CItem* item, short parent) const {
   long source_id = parent;
   if (parent < 0) {
-    source_id =
-        to_short(result_of(variable_of(item, -static_cast<long>(parent)), &_CVariable::get_Value));
+    const auto siblings = result_of(item, &_CItem::get_Variables);
+    const auto sibling = variable_at(siblings, -static_cast<long>(parent));
+    source_id = to_short(result_of(sibling, &_CVariable::get_Value));
     if (source_id < 1) return std::nullopt;
   }
   Ref<_CItem> source = item_with_id(source_id);

@@ -286,6 +286,16 @@ TEST_F(DimensionOfVariable, ASiblingBelowOneLeavesTheOwnDimension) {
   }
 }
 
+TEST_F(DimensionOfVariable, ASiblingThatDoesNotExistLeavesTheOwnDimension) {
+  const Object item = flow_item(7, 21, 1, 3);
+  flow_item(21, 0, 2, 2);
+  for (int sibling : {-2, -5, -32768}) {
+    variable(item).put(L"ParentVariable", sibling);
+    EXPECT_EQ(txm.get(L"ItemDimID", item), 1);
+    EXPECT_EQ(variable(item).get(L"UnitID"), 3);
+  }
+}
+
 TEST_F(DimensionOfVariable, AReferenceThatLeadsNowhereLeavesTheOwnDimension) {
   const Object item = flow_item(7, 0, 1, 3);
   variable(item).put(L"ParentVariable", 99);
