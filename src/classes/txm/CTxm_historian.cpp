@@ -91,7 +91,7 @@ bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::
     HistoryVariable variable{
         field([&] { return result_of(item, &_CItem::get_Caption, i); }), {}, {}};
     if (i > 1 || count == 1) {  // the first of several has a caption only
-      variable.value = shown(i, smValueOnly);
+      variable.value = history_value(shown(i, smValueOnly));
       variable.unit = shown(i, smUnitOnly);
     }
     entry.variables.push_back(std::move(variable));

@@ -1,6 +1,15 @@
 #include "core/txm/history_text.h"
 
+#include <algorithm>
+
+#include "core/text/number_text.h"
+
 namespace pv {
+
+std::wstring history_value(std::wstring text) {
+  if (parse_number(text)) std::ranges::replace(text, L',', L'.');
+  return text;
+}
 
 std::wstring history_line(const std::vector<std::wstring>& fields) {
   std::wstring line;

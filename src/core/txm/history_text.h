@@ -22,6 +22,9 @@ struct HistoryEntry {
   std::wstring comment;
 };
 
+/// A value as the file holds it: a number has the period, as a comma would split its column.
+std::wstring history_value(std::wstring text);
+
 /// Fields joined by ",", without quoting and without a line end.
 std::wstring history_line(const std::vector<std::wstring>& fields);
 

@@ -49,6 +49,37 @@ TEST_F(Audit, ValuesAreWrittenWithAPeriodAndTheirUnit) {
   EXPECT_EQ(lines().back(), "Ann,Fluxor,1,TXM#1:Untitled TXM (Fluxor),7,Caption 1,12.5,m3/h,why");
 }
 
+TEST_F(Audit, ANumberWithoutDimensionIsWrittenWithAPeriod) {
+  for (const Value& value : {Value(2.5), Value(2.5F), Value(L"2,5")}) {
+    const Object item = add_item(7);
+    item.put(L"Value", 1, value);
+    EXPECT_EQ(txm.call(L"DoHistorianX", item, L"Ann", L"why"), true);
+    EXPECT_EQ(lines().back(), entry("7", "2.5"));
+    items.call(L"Clear");
+  }
+}
+
+TEST_F(Audit, ACodeWithoutMeaningIsWrittenWithAPeriod) {
+  const Object item = add_item(7, 0, true, 2.5);
+  item.get_object(L"Variables").get_object(L"Item", 1).put(L"ListID", 1);
+  EXPECT_EQ(txm.call(L"DoHistorianX", item, L"Ann", L"why"), true);
+  EXPECT_EQ(lines().back(), entry("7", "2.5"));
+}
+
+TEST_F(Audit, FurtherVariablesAreWrittenWithAPeriod) {
+  const Object item = item_with_variables(3);
+  item.put(L"Value", 2, 2.5);
+  item.put(L"Value", 3, L"-3,25");
+  EXPECT_EQ(txm.call(L"DoHistorianX", item, L"Ann", L"why"), true);
+  EXPECT_EQ(lines(),
+            (Lines{kHeader, entry("7", ""), ",,,,,,,Caption 2,2.5,", ",,,,,,,Caption 3,-3.25,"}));
+}
+
+TEST_F(Audit, TextThatIsNoNumberIsWrittenAsItIs) {
+  EXPECT_EQ(txm.call(L"DoHistorianX", add_item(7, 0, true, L"Kiel, 2,5 km"), L"Ann", L"why"), true);
+  EXPECT_EQ(lines().back(), entry("7", "Kiel, 2,5 km"));
+}
+
 TEST_F(Audit, WriteLineAppendsAnEmptyLine) {
   EXPECT_EQ(txm.call(L"WriteLine"), true);
   EXPECT_EQ(txm.call(L"WriteLine"), true);

@@ -14,6 +14,21 @@ HistoryEntry entry_of(std::vector<HistoryVariable> variables) {
           L"why"};
 }
 
+TEST(HistoryText, NumbersHaveThePeriod) {
+  for (const wchar_t* number : {L"", L"7", L"2.5", L"1E+20"}) {
+    EXPECT_EQ(history_value(number), number);
+  }
+  EXPECT_EQ(history_value(L"2,5"), L"2.5");
+  EXPECT_EQ(history_value(L"-0,25"), L"-0.25");
+  EXPECT_EQ(history_value(L"1,5E-05"), L"1.5E-05");
+}
+
+TEST(HistoryText, OtherTextIsLeftAsItIs) {
+  for (const wchar_t* text : {L"on, slow", L"2,5 m", L"1,2,3", L","}) {
+    EXPECT_EQ(history_value(text), text);
+  }
+}
+
 TEST(HistoryText, JoinsFieldsWithoutQuoting) {
   EXPECT_EQ(history_line({}), L"");
   EXPECT_EQ(history_line({L"one"}), L"one");
