@@ -8,6 +8,8 @@
 
 namespace pv {
 
+struct TechnicianNote;
+
 AUTOMATION_CLASS(CTxm)
 
 /// A transmitter: its settings and state, and the policy of reading and writing. Item data lives in
@@ -146,8 +148,8 @@ class CTxm final : public AutomationObject<CTxm> {
   long selected_item_id(_CItem* selector) const;
   Ref<_CUnit> unit_of(_CItem* item, short variable, short unit) const;
 
-  bool record_change(_CItem* item, const std::wstring& tech_name, const std::wstring& comment);
-  bool append_entry(_CItem* item, const std::wstring& tech_name, const std::wstring& comment);
+  bool record_change(_CItem* item, const TechnicianNote& note);
+  bool append_entry(_CItem* item, const TechnicianNote& note);
 
   AccessRules rules_of(_CItem* item) const;
   short needed_level(_CItem* item, int AccessRules::*level) const;

@@ -76,7 +76,9 @@ bool CTxm::write(_CItem** item, bool access_control) {
   select_protocol();
   const bool done = decision.write ? server_.write(station(), item) : server_.read(station(), item);
   if (decision.write && decision.record) {
-    record_change(*item, historian_tech_name_, historian_comment_);
+    // A copy: one technician signs, even if the host sets another name during the run.
+    const TechnicianNote note{historian_tech_name_, historian_comment_};
+    record_change(*item, note);
   }
   if (rules_of(*item).updates_password) password_ = password_from_device();
   return done;

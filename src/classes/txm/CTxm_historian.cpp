@@ -8,6 +8,7 @@
 #include "core/text/file_name.h"
 #include "core/text/number_text.h"
 #include "core/txm/history_text.h"
+#include "dialogs/technician_prompt.h"
 #include "platform/code_page.h"
 #include "platform/files.h"
 #include "platform/locale.h"
@@ -63,9 +64,13 @@ std::wstring field(Field&& read) {
   return text;
 }
 
+TechnicianNote note_of(BSTR name, BSTR comment) {
+  return {std::wstring(view_of(name)), std::wstring(view_of(comment))};
+}
+
 }  // namespace
 
-bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::wstring& comment) {
+bool CTxm::append_entry(_CItem* item, const TechnicianNote& note) {
   if (!item) {
     historian_ = histDisabled;
     return false;
@@ -78,12 +83,12 @@ bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::
   HistoryEntry entry;
   entry.date = field([] { return current_time_text(L"short date"); });
   entry.time = field([] { return current_time_text(L"long time"); });
-  entry.signature = tech_name;
+  entry.signature = note.name;
   entry.txm_type = field([&] { return server_.type_name(); });
   entry.txm_address = format_integer(address_);
   entry.txm_name = field([&] { return formatted(txmNameFull); });
   entry.item_id = field([&] { return format_integer(result_of(item, &_CItem::get_ItemID)); });
-  entry.comment = comment;
+  entry.comment = note.comment;
   long count = 0;
   attempt(
       [&] { count = result_of(result_of(item, &_CItem::get_Variables), &_CVariables::get_Count); });
@@ -100,7 +105,7 @@ bool CTxm::append_entry(_CItem* item, const std::wstring& tech_name, const std::
   return append_lines(history_file(), history_lines(entry));
 }
 
-bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std::wstring& comment) {
+bool CTxm::record_change(_CItem* item, const TechnicianNote& note) {
   const std::wstring file = history_file();
   bool recorded = true;
   switch (txm_type_) {
@@ -108,15 +113,15 @@ bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std:
     case txmHydrel:
     case txmRivane:
     case txmGravixTester:
-      recorded = append_entry(item, tech_name, comment);
+      recorded = append_entry(item, note);
       break;
     case txmGravix:
-      recorded = append_entry(item, tech_name, comment);
+      recorded = append_entry(item, note);
       for (int id : kConditionItems) {
         Ref<_CItem> condition = item_with_id(id);
         if (condition) read(condition.in_out(), false, false);
         if (!condition) continue;  // the server may find, too, that there is none
-        recorded &= append_entry(condition.get(), tech_name, localized(TEXT_CONDITIONS));
+        recorded &= append_entry(condition.get(), {note.name, localized(TEXT_CONDITIONS)});
       }
       break;
     default:
@@ -128,16 +133,14 @@ bool CTxm::record_change(_CItem* item, const std::wstring& tech_name, const std:
 
 STDMETHODIMP CTxm::DoHistorian(_CItem* item, BSTR tech_name, BSTR comment,
                                VARIANT_BOOL* result) noexcept {
-  return method_with_result(result, [&] {
-    return record_change(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
-  });
+  return method_with_result(result,
+                            [&] { return record_change(item, note_of(tech_name, comment)); });
 }
 
 STDMETHODIMP CTxm::DoHistorianX(_CItem* item, BSTR tech_name, BSTR comment,
                                 VARIANT_BOOL* result) noexcept {
-  return method_with_result(result, [&] {
-    return append_entry(item, std::wstring(view_of(tech_name)), std::wstring(view_of(comment)));
-  });
+  return method_with_result(result,
+                            [&] { return append_entry(item, note_of(tech_name, comment)); });
 }
 
 STDMETHODIMP CTxm::WriteLine(VARIANT_BOOL* result) noexcept {

@@ -165,5 +165,19 @@ TEST_F(Audit, AConditionThatIsReadBadlyIsRecordedAsItIs) {
   EXPECT_EQ(lines(), (Lines{kHeader, entry("7", "7"), entry("5", "7", "Conditions"), ""}));
 }
 
+TEST_F(Audit, OneTechnicianSignsTheWholeRun) {
+  txm.put(L"TxmType", kGravix);
+  for (short id : {5, 223}) add_item(id);
+  server.on(L"ReadTxm", [&](const Arguments&) {
+    txm.put(L"HistorianTechName", L"Bob");
+    txm.put(L"HistorianComment", L"other");
+    return Value(true);
+  });
+  EXPECT_EQ(txm.call(L"WriteTxm", ItemVariable(add_item(7, 0, true))), true);
+  EXPECT_EQ(lines(), (Lines{kHeader, entry("7", "7"), entry("5", "7", "Conditions"),
+                            entry("223", "7", "Conditions"), ""}));
+  EXPECT_EQ(txm.get(L"HistorianTechName"), L"Bob");
+}
+
 }  // namespace
 }  // namespace pv::test
