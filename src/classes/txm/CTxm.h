@@ -149,7 +149,8 @@ class CTxm final : public AutomationObject<CTxm> {
   Ref<_CUnit> unit_of(_CItem* item, short variable, short unit) const;
 
   bool record_change(_CItem* item, const TechnicianNote& note);
-  bool append_entry(_CItem* item, const TechnicianNote& note);
+  /// The file that the entry went to, nothing when it could not be written.
+  std::optional<std::wstring> append_entry(_CItem* item, const TechnicianNote& note);
 
   AccessRules rules_of(_CItem* item) const;
   short needed_level(_CItem* item, int AccessRules::*level) const;

@@ -70,10 +70,10 @@ TechnicianNote note_of(BSTR name, BSTR comment) {
 
 }  // namespace
 
-bool CTxm::append_entry(_CItem* item, const TechnicianNote& note) {
+std::optional<std::wstring> CTxm::append_entry(_CItem* item, const TechnicianNote& note) {
   if (!item) {
     historian_ = histDisabled;
-    return false;
+    return std::nullopt;
   }
   const auto shown = [&](short variable, ShowModeTypes display) {
     return field([&] {
@@ -102,26 +102,34 @@ bool CTxm::append_entry(_CItem* item, const TechnicianNote& note) {
     entry.variables.push_back(std::move(variable));
   }
 
-  return append_lines(history_file(), history_lines(entry));
+  std::wstring file = history_file();
+  if (!append_lines(file, history_lines(entry))) return std::nullopt;
+  return file;
 }
 
 bool CTxm::record_change(_CItem* item, const TechnicianNote& note) {
-  const std::wstring file = history_file();
+  // The empty line ends the block of the last entry. A host may change the directory in between.
+  std::wstring file = history_file();
   bool recorded = true;
+  const auto append = [&](_CItem* changed, const TechnicianNote& signature) {
+    auto entry_file = append_entry(changed, signature);
+    recorded &= entry_file.has_value();
+    if (entry_file) file = std::move(*entry_file);
+  };
   switch (txm_type_) {
     case txmFluxor:
     case txmHydrel:
     case txmRivane:
     case txmGravixTester:
-      recorded = append_entry(item, note);
+      append(item, note);
       break;
     case txmGravix:
-      recorded = append_entry(item, note);
+      append(item, note);
       for (int id : kConditionItems) {
         Ref<_CItem> condition = item_with_id(id);
         if (condition) read(condition.in_out(), false, false);
         if (!condition) continue;  // the server may find, too, that there is none
-        recorded &= append_entry(condition.get(), {note.name, localized(TEXT_CONDITIONS)});
+        append(condition.get(), {note.name, localized(TEXT_CONDITIONS)});
       }
       break;
     default:
@@ -139,8 +147,8 @@ STDMETHODIMP CTxm::DoHistorian(_CItem* item, BSTR tech_name, BSTR comment,
 
 STDMETHODIMP CTxm::DoHistorianX(_CItem* item, BSTR tech_name, BSTR comment,
                                 VARIANT_BOOL* result) noexcept {
-  return method_with_result(result,
-                            [&] { return append_entry(item, note_of(tech_name, comment)); });
+  return method_with_result(
+      result, [&] { return append_entry(item, note_of(tech_name, comment)).has_value(); });
 }
 
 STDMETHODIMP CTxm::WriteLine(VARIANT_BOOL* result) noexcept {

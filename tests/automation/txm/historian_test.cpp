@@ -179,5 +179,45 @@ TEST_F(Audit, OneTechnicianSignsTheWholeRun) {
   EXPECT_EQ(txm.get(L"HistorianTechName"), L"Bob");
 }
 
+// --- A history directory that changes within a run ----------------------------------------------
+
+struct MovedAudit : Audit {
+  MovedAudit() {
+    txm.put(L"TxmType", kGravix);
+    add_item(5);
+  }
+  // The first condition that is read brings the change.
+  void move_to(const std::wstring& where, bool is_lost = false) {
+    server.on(L"ReadTxm", [this, where, is_lost](const Arguments& a) {
+      utility.put(L"AppDirectory", kHistoryDirectory, where);
+      if (is_lost) a.set(1, Value::nothing());
+      return Value(true);
+    });
+  }
+  bool record() { return txm.call(L"DoHistorian", add_item(7), L"Ann", L"why").boolean(); }
+};
+
+TEST_F(MovedAudit, TheBlockEndsWhereItsLastEntryIs) {
+  const HistoryFile other;
+  move_to(other.folder());
+  EXPECT_TRUE(record());
+  EXPECT_EQ(lines(), (Lines{kHeader, entry("7", "7")}));
+  EXPECT_EQ(other.lines(), (Lines{kHeader, entry("5", "7", "Conditions"), ""}));
+}
+
+TEST_F(MovedAudit, AConditionWithoutEntryDoesNotMoveTheEnd) {
+  const HistoryFile other;
+  move_to(other.folder(), true);
+  EXPECT_TRUE(record());
+  EXPECT_EQ(lines(), (Lines{kHeader, entry("7", "7"), ""}));
+  EXPECT_EQ(other.bytes(), "");
+}
+
+TEST_F(MovedAudit, AnEntryThatCouldNotBeWrittenDoesNotMoveTheEnd) {
+  move_to(history.folder() + L"none\\");
+  EXPECT_FALSE(record());
+  EXPECT_EQ(lines(), (Lines{kHeader, entry("7", "7"), ""}));
+}
+
 }  // namespace
 }  // namespace pv::test
