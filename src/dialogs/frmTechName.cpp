@@ -53,8 +53,9 @@ void frmTechName::layout() {
   resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
 }
 
+bool is_technician_prompt_open() { return is_in_use<frmTechName>(); }
+
 std::optional<TechnicianNote> ask_technician(const std::wstring& item_label) {
-  if (is_in_use<frmTechName>()) return std::nullopt;  // asked again from within the prompt
   const FormUse<frmTechName> form;
   form->prepare(item_label);
   form->show_modal(nullptr);

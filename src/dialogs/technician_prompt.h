@@ -11,8 +11,11 @@ struct TechnicianNote {
   std::wstring comment;
 };
 
+/// Whether the prompt is open on this thread. It asks about one item at a time.
+bool is_technician_prompt_open();
+
 /// Asks for name and comment, modally; `item_label` names the item that is to be written. Nothing
-/// when the user cancels.
+/// when the user cancels. Not to be called while the prompt is open.
 std::optional<TechnicianNote> ask_technician(const std::wstring& item_label);
 
 }  // namespace pv

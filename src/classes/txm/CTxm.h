@@ -99,11 +99,8 @@ class CTxm final : public AutomationObject<CTxm> {
   STDMETHODIMP IsUpdatePW(_CItem* item, VARIANT_BOOL* result) noexcept override;
 
  private:
-  /// Whether a write goes to the device, and whether it is recorded.
-  struct WriteDecision {
-    bool write = true;
-    bool record = false;
-  };
+  /// What becomes of a write. Cancelled: the item is read instead and shows the device's value.
+  enum class WriteDecision { kRefused, kCancelled, kUnrecorded, kRecorded };
   /// Dimension and unit that a variable has by reference to other items.
   struct Resolved {
     short dimension = 0;

@@ -54,14 +54,17 @@ bool CTxm::read(_CItem** item, bool with_parent, bool access_control) {
 }
 
 CTxm::WriteDecision CTxm::decide_write(_CItem* item) {
-  if (historian_ == histDisabled) return {};
-  const bool is_recorded = result_of(item, &_CItem::get_Historian) != VARIANT_FALSE;
-  if (historian_ == histSilent || !is_recorded) return {true, is_recorded};
+  if (historian_ == histDisabled || result_of(item, &_CItem::get_Historian) == VARIANT_FALSE) {
+    return WriteDecision::kUnrecorded;
+  }
+  if (historian_ == histSilent) return WriteDecision::kRecorded;
+  // The host may write again from a timer while the prompt is open: it cannot be asked twice.
+  if (is_technician_prompt_open()) return WriteDecision::kRefused;
   const auto note = ask_technician(formatted(txmNameFull) + L" : " + item_label(item));
-  if (!note) return {false, true};
+  if (!note) return WriteDecision::kCancelled;
   historian_tech_name_ = note->name;
   historian_comment_ = note->comment;
-  return {true, true};
+  return WriteDecision::kRecorded;
 }
 
 bool CTxm::write(_CItem** item, bool access_control) {
@@ -73,9 +76,11 @@ bool CTxm::write(_CItem** item, bool access_control) {
   }
   if (!modem_connected()) return false;
   const WriteDecision decision = decide_write(*item);
+  if (decision == WriteDecision::kRefused) return false;
   select_protocol();
-  const bool done = decision.write ? server_.write(station(), item) : server_.read(station(), item);
-  if (decision.write && decision.record) {
+  const bool done = decision == WriteDecision::kCancelled ? server_.read(station(), item)
+                                                          : server_.write(station(), item);
+  if (decision == WriteDecision::kRecorded) {
     // A copy: one technician signs, even if the host sets another name during the run.
     const TechnicianNote note{historian_tech_name_, historian_comment_};
     record_change(*item, note);

@@ -1,5 +1,7 @@
 // What a write does for the audit file, and the prompt for the technician.
 
+#include <optional>
+
 #include "tests/automation/txm/audit.h"
 
 namespace pv::test {
@@ -7,7 +9,49 @@ namespace {
 
 constexpr int kPrompt = 1010, kItem = 1011, kName = 1021, kComment = 1023;
 
-using Prompt = Audit;
+// A timer of the host. It goes off once, where messages are handled: while a dialog is open.
+class HostTimer {
+ public:
+  explicit HostTimer(std::function<void()> step) {
+    step_ = std::move(step);
+    timer_ = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &go_off);
+  }
+  HostTimer(const HostTimer&) = delete;
+  HostTimer& operator=(const HostTimer&) = delete;
+  ~HostTimer() { stop(); }
+
+ private:
+  static void stop() {
+    if (timer_) KillTimer(nullptr, std::exchange(timer_, 0));
+  }
+  static void CALLBACK go_off(HWND, UINT, UINT_PTR, DWORD) {
+    stop();
+    step_();
+  }
+  static inline UINT_PTR timer_ = 0;
+  static inline std::function<void()> step_;
+};
+
+struct Prompt : Audit {
+  // Writes an item, and `second` while the prompt for the first one is open. What the second write
+  // answered.
+  Value write_meanwhile(const Object& second) {
+    txm.put(L"Historian", kEnabled);
+    std::optional<DialogResponder> dialogs;
+    Value answer;
+    const HostTimer timer([&] {
+      dialogs.emplace(DialogResponder::kFirst,
+                      std::map<int, std::wstring>{{kName, L"Ann"}, {kComment, L"why"}});
+      calls();
+      answer = txm.call(L"WriteTxm", ItemVariable(second));
+      calls_meanwhile = calls();
+    });
+    EXPECT_EQ(txm.call(L"WriteTxm", ItemVariable(add_item(7, 0, true))), true);
+    EXPECT_TRUE(dialogs && dialogs->shown().size() == 1);
+    return answer;
+  }
+  Lines calls_meanwhile;
+};
 
 // --- Modes ------------------------------------------------------------------------------------
 
@@ -116,6 +160,21 @@ TEST_F(Prompt, CancelAndTheCloseBoxReadTheItemAgain) {
     EXPECT_EQ(txm.get(L"Password"), 0);
     EXPECT_EQ(history.bytes(), "");
   }
+}
+
+TEST_F(Prompt, AWriteThatWouldAskWhileItIsOpenIsRefused) {
+  const Object second = add_item(8, 64, true);
+  EXPECT_EQ(write_meanwhile(second), false);
+  EXPECT_EQ(calls_meanwhile, Lines());
+  EXPECT_EQ(lines(), (Lines{kHeader, entry("7", "7"), ""}));
+}
+
+TEST_F(Prompt, AWriteThatAsksNobodyIsDoneWhileItIsOpen) {
+  const Object second = add_item(8);
+  log.name(second, "item");
+  EXPECT_EQ(write_meanwhile(second), true);
+  EXPECT_EQ(calls_meanwhile, exchange_lines("WriteTxm"));
+  EXPECT_EQ(lines(), (Lines{kHeader, entry("7", "7"), ""}));
 }
 
 TEST_F(Prompt, ACancelledWriteAnswersWhatTheReadAnswered) {
