@@ -29,7 +29,7 @@ std::wstring settings_of_mode(long mode) {
   }
 }
 
-// Any other answer refuses, also one that is no number: a text, Null or an object.
+// Any other answer is a refusal, including one that is not a number: a text, Null or an object.
 bool is_true(const Variant& answer) {
   bool result = false;
   attempt([&] { result = to_double(answer) == VARIANT_TRUE; });
@@ -69,7 +69,7 @@ void TransmitterServer::set_file_name(const std::wstring& file) const {
   server_.put(L"FileName", Variant(file));
 }
 
-// The server gets the name by reference, but a name that it changes stays its own affair.
+// The server gets the name by reference; what it changes there is ignored.
 bool TransmitterServer::transfer(std::wstring_view method, const std::wstring& file) const {
   Variant name(file);
   return to_bool(server_.call(method, {ref(name.bstrVal)}));

@@ -26,7 +26,7 @@ class TransmitterServer {
   explicit operator bool() const { return static_cast<bool>(server_); }
   const Ref<IDispatch>& object() const { return server_.object(); }
 
-  // What it keeps; Nothing without a server. The version is set before every get of the items.
+  // Its objects; Nothing without a server. The version is set before every get of the items.
   Ref<_CItems> items(const std::wstring& version) const;
   Ref<_CDimensions> dimensions() const;
   Ref<_CDLists> lists() const;

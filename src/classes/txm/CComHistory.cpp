@@ -4,7 +4,7 @@ namespace pv {
 
 template ClassEntry class_entry<CComHistory>();
 
-// One record goes for each one that comes, even when the limit was lowered below the count.
+// Each new record removes one, even when the limit was lowered below the count.
 STDMETHODIMP CComHistory::Add(_CComDetail* detail, _CComDetail** result) noexcept {
   return method_with_result(result, [&] {
     Ref<_CComDetail> record(detail);

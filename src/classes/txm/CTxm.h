@@ -107,7 +107,7 @@ class CTxm final : public AutomationObject<CTxm> {
     short unit = 0;
   };
 
-  // A host may let go of the transmitter inside one of its calls: in an event or a server's answer.
+  // A host may release its last reference within a call: in an event or while the server answers.
   template <class Out, class Body>
   HRESULT method_with_result(Out* out, Body&& body,
                              const Location& where = Location::current()) noexcept {

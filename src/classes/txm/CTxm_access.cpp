@@ -8,7 +8,7 @@ AccessRules CTxm::rules_of(_CItem* item) const {
   return access_rules(result_of(item, &_CItem::get_Access));
 }
 
-// An access word that cannot be read asks for a level that nobody has.
+// An access word that cannot be read needs a level that no password opens.
 short CTxm::needed_level(_CItem* item, int AccessRules::*level) const {
   int needed = kClosedLevel;
   attempt([&] { needed = rules_of(item).*level; });

@@ -53,7 +53,7 @@ bool CTxm::auto_connect(bool change_baud) {
   std::optional<std::wstring> version = server_.auto_connect(station(), change_baud, port);
   if (!version) return not_connected();
 
-  // An error of the port leaves the version known, but a lack of memory changes nothing.
+  // An error of the port object keeps the new version; running out of memory changes nothing.
   version_.swap(*version);
   try {
     com_settings_ = server_.port_settings();

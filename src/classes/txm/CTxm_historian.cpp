@@ -20,9 +20,9 @@ namespace pv {
 namespace {
 
 constexpr short kGeneralDecimals = -1;
-constexpr long kMostVariables = 32766;  // as far as their indexes reach
+constexpr long kMostVariables = 32766;  // indexes are 16-bit integers
 
-// The state of the device that goes on record with a change.
+// Items that are recorded with a change: the state of the device when it was made.
 constexpr std::array kConditionItems = {5, 223, 33, 60, 65, 183, 184};
 
 std::wstring history_file() {
@@ -41,8 +41,8 @@ std::wstring header_line() {
 
 std::string bytes_of(std::wstring_view line) { return ansi_codec().narrow(line) + "\r\n"; }
 
-// Each line is one write call, so that the lines of two hosts never mix. They are made before: an
-// entry of which only the first lines find memory would be wrong.
+// Each line is one write call, so that the lines of two hosts never mix. All of them are made
+// before the first is written: running out of memory leaves no partial entry.
 bool append_lines(const std::wstring& file, const std::vector<std::wstring>& lines) {
   const std::string header = bytes_of(header_line());
   std::vector<std::string> all;
@@ -56,7 +56,7 @@ bool append_lines(const std::wstring& file, const std::vector<std::wstring>& lin
 
 bool append_empty_line(const std::wstring& file) { return append_file(file, "\r\n"); }
 
-// A field that cannot be had stays empty.
+// A field that cannot be read stays empty.
 template <class Field>
 std::wstring field(Field&& read) {
   std::wstring text;
@@ -128,7 +128,7 @@ bool CTxm::record_change(_CItem* item, const TechnicianNote& note) {
       for (int id : kConditionItems) {
         Ref<_CItem> condition = item_with_id(id);
         if (condition) read(condition.in_out(), false, false);
-        if (!condition) continue;  // the server may find, too, that there is none
+        if (!condition) continue;  // the server may have taken the item away
         append(condition.get(), {note.name, localized(TEXT_CONDITIONS)});
       }
       break;

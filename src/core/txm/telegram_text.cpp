@@ -99,7 +99,7 @@ std::wstring padded(std::wstring_view data, long length, std::wstring_view fille
   const auto wanted = static_cast<std::size_t>(length);
   const std::size_t missing = wanted > data.size() ? wanted - data.size() : 0;
   std::wstring fill;
-  // The filler comes once for each missing character, but no more of it is seen than fits.
+  // As if the filler were added once for each missing character: what is too much is cut off.
   while (!filler.empty() && fill.size() < missing) fill += filler;
   if (!before) return (std::wstring(data) + fill).substr(0, wanted);
   const std::wstring whole = fill + std::wstring(data);

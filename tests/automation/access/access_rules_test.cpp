@@ -87,7 +87,7 @@ TEST_F(Access, TheDeviceIsAskedForItsLevelWithAReference) {
     return Value(true);
   });
   EXPECT_EQ(txm.call(L"GetPassword"), 4);
-  EXPECT_EQ(txm.get(L"Password"), 0);  // the caller keeps it
+  EXPECT_EQ(txm.get(L"Password"), 0);  // storing it is up to the caller
   EXPECT_EQ(calls(), Lines{"call server.ReadPassword(I2 12, I2& 0, I2 1, BSTR \"4800,n,8,1\")"});
 }
 

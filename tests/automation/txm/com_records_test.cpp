@@ -99,7 +99,7 @@ TEST(ComHistory, TheSeventeenthTakesThePlaceOfTheOldest) {
   EXPECT_EQ(history.get_object(L"Item", 16).get(L"State"), 2);
 }
 
-// One record goes for each that comes: the one at the position of the limit.
+// Each new record removes one: the one at the position of the limit.
 TEST(ComHistory, ALimitBelowTheCountKeepsTheCount) {
   const Object history = make_history();
   for (int i = 1; i <= 5; ++i) {

@@ -211,8 +211,7 @@ TEST_F(Hub, IsOneForTheWholeThread) {
   EXPECT_FALSE(event_hub() == hub);
 }
 
-// The last reference of the host goes while the transmitter is in its call; the raw call holds
-// none.
+// The host releases its last reference while the transmitter is in a call; the raw call holds none.
 TEST(HubOfTransmitter, AListenerMayLetGoOfTheTransmitter) {
   for (const wchar_t* event : {L"AutoConnet", L"TxmNotConnected"}) {
     CallLog log;
