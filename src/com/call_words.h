@@ -49,9 +49,10 @@ namespace detail {
 // An unnamed argument of a variadic call is passed in the integer register and in the
 // floating-point register of its place, so that the callee finds either kind.
 template <std::size_t... I>
-HRESULT call_with(const void* function, const CallWords& words, std::index_sequence<I...>) {
-  using Function = HRESULT(STDMETHODCALLTYPE*)(...);
+HRESULT call_with(const void* function, const CallWords& words, std::index_sequence<0, I...>) {
+  using Function = HRESULT(STDMETHODCALLTYPE*)(void*, ...);
   return reinterpret_cast<Function>(reinterpret_cast<std::uintptr_t>(function))(
+      reinterpret_cast<void*>(static_cast<std::uintptr_t>(words[0])),
       std::bit_cast<double>(words[I])...);
 }
 
