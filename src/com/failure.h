@@ -26,18 +26,27 @@ class com_failure : public std::exception {
   Ref<IErrorInfo> info_;
 };
 
-/// Throws for a failure HRESULT: std::bad_alloc where memory ran out, else com_failure; the error
-/// information of the thread goes along.
+/// Whether a call answered that it ran out of memory, as an HRESULT or as a run-time error.
+bool is_out_of_memory(HRESULT result);
+
+/// Throws for the failure of a call on an object of a host or of a third party: com_failure with
+/// the error information of the thread. That the object lacks memory is an error like any other.
+[[noreturn]] void raise_foreign_failure(HRESULT result);
+
+/// Throws for the failure of a call on the platform or on an object of our own: std::bad_alloc
+/// where memory ran out, else as above.
 [[noreturn]] void raise_failure(HRESULT result);
 inline void check(HRESULT result) {
   if (FAILED(result)) raise_failure(result);
 }
 
 /// Error information as automation clients read it.
-Ref<IErrorInfo> make_error_info(const std::wstring& source, const std::wstring& description);
+Ref<IErrorInfo> make_error_info(const std::wstring& source, const std::wstring& description,
+                                const std::wstring& help_file = {}, DWORD help_context = 0);
 
 /// Runs a step whose run-time errors are ignored; tells whether it worked. Running out of memory
-/// is not ignored: what would be missing then is no fallback that anybody asked for.
+/// is not ignored: what would be missing then is no fallback that anybody asked for. It is ignored
+/// as an answer of a foreign object.
 template <class Step>
 bool attempt(Step&& step) {
   try {

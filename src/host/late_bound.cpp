@@ -3,7 +3,6 @@
 #include <dispex.h>
 
 #include <algorithm>
-#include <new>
 #include <vector>
 
 #include "com/failure.h"
@@ -95,15 +94,19 @@ thread_local int NestedCall::depth_ = 0;
 
 [[noreturn]] void raise(EXCEPINFO& exception) {
   if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
-  const Bstr help_file = Bstr::attach(exception.bstrHelpFile);
   const Bstr given_source = Bstr::attach(exception.bstrSource);
   const Bstr given_description = Bstr::attach(exception.bstrDescription);
+  const Bstr given_help_file = Bstr::attach(exception.bstrHelpFile);
   const std::wstring source(view_of(given_source));
   const std::wstring description(view_of(given_description));
+  const std::wstring help_file(view_of(given_help_file));
+  const DWORD topic = exception.dwHelpContext;
   const HRESULT code =
       exception.scode ? exception.scode : static_cast<HRESULT>(0x800A0000u + exception.wCode);
-  const bool explained = !source.empty() || !description.empty();
-  throw com_failure(code, explained ? make_error_info(source, description) : Ref<IErrorInfo>());
+  const bool explained =
+      !source.empty() || !description.empty() || !help_file.empty() || topic != 0;
+  throw com_failure(
+      code, explained ? make_error_info(source, description, help_file, topic) : Ref<IErrorInfo>());
 }
 
 // A call that the object's dispatch refused, as a client knows it that makes the call itself.
@@ -120,7 +123,7 @@ void check_dispatched(HRESULT called, std::wstring_view member) {
     case DISP_E_OVERFLOW:
       throw automation_error(ErrorCode::kOverflow, std::wstring(member));
     default:
-      check(called);
+      if (FAILED(called)) raise_foreign_failure(called);
   }
 }
 
@@ -135,7 +138,7 @@ DISPID LateBound::find(std::wstring_view member) const {
   DISPID id = DISPID_UNKNOWN;
   const HRESULT found = object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
   if (SUCCEEDED(found)) return id;
-  if (found == E_OUTOFMEMORY) throw std::bad_alloc();  // who knows whether there is such a member
+  if (is_out_of_memory(found)) raise_foreign_failure(found);  // who knows whether it has the member
   // Objects of script engines may know their members only through the extended interface.
   if (const auto extended = query<IDispatchEx>(object_.get())) {
     const Bstr text(member);

@@ -12,7 +12,8 @@
 namespace pv {
 
 /// A host object reached by member name. Errors that the object raises pass to the caller
-/// unchanged; an empty reference raises kObjectNotSet.
+/// unchanged, with their help file and topic, and so does the object's lack of memory; an empty
+/// reference raises kObjectNotSet.
 ///
 /// By-reference arguments (`ref(...)`) are typed for compiled objects; script objects, which see
 /// changes only in references to values, get those.

@@ -182,7 +182,9 @@ STDMETHODIMP CProbe::Fail(long number, BSTR detail, BSTR* result) noexcept {
 
 STDMETHODIMP CProbe::FailForeign(long code, VARIANT_BOOL explained) noexcept {
   return method([&] {
-    const auto info = explained ? make_error_info(L"Elsewhere", L"a foreign text") : nullptr;
+    const auto info = explained
+                          ? make_error_info(L"Elsewhere", L"a foreign text", L"elsewhere.chm", 77)
+                          : nullptr;
     throw com_failure(code, info);
   });
 }

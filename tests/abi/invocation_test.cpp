@@ -149,6 +149,22 @@ TEST(Failure, OfAForeignCallPassesUnchanged) {
   EXPECT_EQ(outcome.description, L"a foreign text");
 }
 
+TEST(Failure, OfAForeignCallPassesWithItsHelp) {
+  const Object probe = make_probe();
+  const Value explained(true), code(long{E_ABORT});
+  VARIANT reversed[] = {explained, code};
+  DISPPARAMS parameters{reversed, nullptr, 2, 0};
+  EXCEPINFO exception{};
+  EXPECT_EQ(probe.get()->Invoke(probe.id_of(L"FailForeign"), IID_NULL, LOCALE_USER_DEFAULT,
+                                DISPATCH_METHOD, &parameters, nullptr, &exception, nullptr),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(exception.scode, E_ABORT);
+  EXPECT_EQ(view_of(exception.bstrHelpFile), L"elsewhere.chm");
+  EXPECT_EQ(exception.dwHelpContext, 77u);
+  for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile})
+    SysFreeString(text);
+}
+
 TEST(Failure, WithoutTextGetsOne) {
   const Outcome outcome = make_probe().try_call(L"FailForeign", long(E_ACCESSDENIED), false);
   EXPECT_EQ(outcome.code, E_ACCESSDENIED);

@@ -32,6 +32,50 @@ class Refusing : public DispatchObject {
   const HRESULT answer_;
 };
 
+// Cannot even tell whether it has a member.
+class Nameless final : public Refusing {
+ public:
+  using Refusing::Refusing;
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return E_OUTOFMEMORY;
+  }
+};
+
+// Raises errors of which it tells all that there is to tell.
+class Explaining final : public DispatchObject {
+ public:
+  explicit Explaining(std::wstring description) : description_(std::move(description)) {}
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO* exception,
+                      UINT*) override {
+    exception->scode = E_ACCESSDENIED;
+    exception->bstrSource = SysAllocString(L"Host");
+    exception->bstrDescription = SysAllocString(description_.c_str());
+    exception->bstrHelpFile = SysAllocString(L"host.chm");
+    exception->dwHelpContext = 4711;
+    return DISP_E_EXCEPTION;
+  }
+
+ protected:
+  DISPID id_of(std::wstring_view) override { return 1; }
+
+ private:
+  const std::wstring description_;
+};
+
+// What error information says: source, description, help file.
+std::vector<std::wstring> texts_of(IErrorInfo& info) {
+  BSTR source = nullptr, description = nullptr, help_file = nullptr;
+  info.GetSource(&source);
+  info.GetDescription(&description);
+  info.GetHelpFile(&help_file);
+  std::vector<std::wstring> texts;
+  for (BSTR text : {source, description, help_file}) {
+    texts.emplace_back(view_of(text));
+    SysFreeString(text);
+  }
+  return texts;
+}
+
 // The run-time error that a step raises.
 template <class Step>
 std::optional<ErrorCode> error_of(Step&& step) {
@@ -118,14 +162,36 @@ TEST(LateBound, ErrorOfTheObjectPassesUnchanged) {
   } catch (const com_failure& failure) {
     EXPECT_EQ(failure.result(), E_ACCESSDENIED);
     ASSERT_TRUE(failure.info());
-    BSTR source = nullptr, description = nullptr;
-    failure.info()->GetSource(&source);
-    failure.info()->GetDescription(&description);
-    EXPECT_EQ(view_of(source), L"Host");
-    EXPECT_EQ(view_of(description), L"not now");
-    SysFreeString(source);
-    SysFreeString(description);
+    EXPECT_EQ(texts_of(*failure.info().get()),
+              (std::vector<std::wstring>{L"Host", L"not now", L""}));
   }
+}
+
+TEST(LateBound, ErrorOfTheObjectReachesTheCallerWithItsHelp) {
+  for (const std::wstring description : {L"not now", L""}) {
+    const LateBound object(Ref<IDispatch>(new Explaining(description)));
+    EXPECT_EQ(guarded(L"CProbe", "Open", [&] { object.call(L"Open"); }), E_ACCESSDENIED);
+    Ref<IErrorInfo> info;
+    ASSERT_EQ(GetErrorInfo(0, info.put()), S_OK);
+    EXPECT_EQ(texts_of(*info.get()),
+              (std::vector<std::wstring>{L"Host", description, L"host.chm"}));
+    DWORD context = 0;
+    info->GetHelpContext(&context);
+    EXPECT_EQ(context, 4711u);
+  }
+}
+
+TEST(LateBound, LackOfMemoryOfTheObjectIsAnErrorOfTheObject) {
+  constexpr auto kRunTimeError = static_cast<HRESULT>(0x800A0007);
+  for (const HRESULT answer : {E_OUTOFMEMORY, kRunTimeError}) {
+    const LateBound object(Ref<IDispatch>(new Refusing(answer)));
+    EXPECT_EQ(guarded(L"CProbe", "Open", [&] { object.call(L"Open"); }), answer);
+    EXPECT_FALSE(attempt([&] { object.call(L"Open"); }));
+  }
+  const LateBound nameless(Ref<IDispatch>(new Nameless(S_OK)));
+  EXPECT_EQ(guarded(L"CProbe", "Open", [&] { nameless.call(L"Open"); }), E_OUTOFMEMORY);
+  EXPECT_FALSE(attempt([&] { nameless.call(L"Open"); }));
+  SetErrorInfo(0, nullptr);
 }
 
 TEST(LateBound, UnknownMemberAndMissingObjectAreErrors) {

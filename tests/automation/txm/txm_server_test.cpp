@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/automation/txm/txm_support.h"
+#include "tests/support/fake_object.h"
 
 namespace pv::test {
 namespace {
@@ -138,6 +139,21 @@ TEST_F(Forwarding, ErrorsAndMessages) {
   EXPECT_EQ(txm.call(L"SendMessage", L"x"), 0);
   EXPECT_EQ(txm.call(L"GetMessage"), L"");
   EXPECT_EQ(txm.try_get(L"ComError").number(), 1234);
+}
+
+// Whose lack of memory it is, a bare code does not tell; it is not the library's.
+TEST(ServerOfATransmitter, MayLackMemory) {
+  for (const HRESULT answer : {E_OUTOFMEMORY, static_cast<HRESULT>(0x800A0007)}) {
+    FakeObject server;
+    const Object txm = Object::create(L"pvItems32.CTxm");
+    txm.set(L"Server", server);
+    server.expect_call(L"SendMessage", {L"x"}).fails(answer);
+    server.expect_call(L"GetMessage").fails(answer);
+    server.expect_get(L"ComError").fails(answer);
+    EXPECT_EQ(txm.call(L"SendMessage", L"x"), 0);
+    EXPECT_EQ(txm.call(L"GetMessage"), L"");
+    EXPECT_EQ(txm.try_get(L"ComError").code, answer);
+  }
 }
 
 TEST_F(Forwarding, TheTitleOfAFunctionGoesByReference) {
