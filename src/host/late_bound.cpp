@@ -50,7 +50,8 @@ class CallArguments {
   std::vector<Variant> values_;
 };
 
-// Objects differ in whether a member is a method or a property: the other kind gets a try.
+// Objects differ in whether a member is a method or a property, and in whether objects are put by
+// reference: the other kind gets a try. A plain put has no other kind.
 WORD other_kind(WORD flags) {
   switch (flags) {
     case DISPATCH_METHOD:
@@ -193,7 +194,7 @@ Variant LateBound::invoke(std::wstring_view member, WORD flags,
   Variant result;
   EXCEPINFO exception{};
   HRESULT called = try_invoke(id, flags, parameters, result, exception);
-  if (called == DISP_E_MEMBERNOTFOUND) {
+  if (called == DISP_E_MEMBERNOTFOUND && other_kind(flags) != flags) {
     called = try_invoke(id, other_kind(flags), parameters, result, exception);
   } else if (script_) {
     called = of_script(called, id, flags, parameters, result, exception);

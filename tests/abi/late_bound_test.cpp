@@ -16,12 +16,15 @@ namespace {
 
 LateBound bound(const FakeObject& fake) { return LateBound(Ref<IDispatch>(fake.get())); }
 
+using Kinds = std::vector<WORD>;
+
 // Its dispatch takes no call.
 class Refusing : public DispatchObject {
  public:
-  explicit Refusing(HRESULT answer) : answer_(answer) {}
-  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+  explicit Refusing(HRESULT answer, Kinds* asked = nullptr) : answer_(answer), asked_(asked) {}
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                       UINT*) override {
+    if (asked_) asked_->push_back(flags);
     return answer_;
   }
 
@@ -30,6 +33,7 @@ class Refusing : public DispatchObject {
 
  private:
   const HRESULT answer_;
+  Kinds* const asked_;
 };
 
 // Cannot even tell whether it has a member.
@@ -192,6 +196,26 @@ TEST(LateBound, LackOfMemoryOfTheObjectIsAnErrorOfTheObject) {
   EXPECT_EQ(guarded(L"CProbe", "Open", [&] { nameless.call(L"Open"); }), E_OUTOFMEMORY);
   EXPECT_FALSE(attempt([&] { nameless.call(L"Open"); }));
   SetErrorInfo(0, nullptr);
+}
+
+TEST(LateBound, ARefusedPutIsSentOnce) {
+  Kinds asked;
+  const LateBound object(Ref<IDispatch>(new Refusing(DISP_E_MEMBERNOTFOUND, &asked)));
+  EXPECT_EQ(error_of([&] { object.put(L"Title", value(5L)); }), ErrorCode::kNoSuchMember);
+  EXPECT_EQ(asked, (Kinds{DISPATCH_PROPERTYPUT}));
+}
+
+TEST(LateBound, OtherRefusedCallsAreSentOnceInEachKind) {
+  Kinds asked;
+  const LateBound object(Ref<IDispatch>(new Refusing(DISP_E_MEMBERNOTFOUND, &asked)));
+  EXPECT_EQ(error_of([&] { object.set(L"Font", nullptr); }), ErrorCode::kNoSuchMember);
+  EXPECT_EQ(asked, (Kinds{DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF, DISPATCH_PROPERTYPUT}));
+  asked.clear();
+  EXPECT_EQ(error_of([&] { object.get(L"Title"); }), ErrorCode::kNoSuchMember);
+  EXPECT_EQ(asked, (Kinds{DISPATCH_PROPERTYGET, DISPATCH_METHOD}));
+  asked.clear();
+  EXPECT_EQ(error_of([&] { object.call(L"Open"); }), ErrorCode::kNoSuchMember);
+  EXPECT_EQ(asked, (Kinds{DISPATCH_METHOD, DISPATCH_PROPERTYGET}));
 }
 
 TEST(LateBound, UnknownMemberAndMissingObjectAreErrors) {
