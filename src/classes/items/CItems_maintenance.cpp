@@ -74,18 +74,24 @@ double new_position(const VARIANT& old_key) {
 }  // namespace
 
 // The order of the insertion pass that moves members before the first greater one: a stable sort.
+// What is moved is added again under its own key, which the host may have changed.
 bool CItems::sort(bool ascending) {
   std::vector<std::int16_t> keys;
   for (const auto& item : list_) {
     if (item->record().key.empty()) return false;
     keys.push_back(lenient_integer<std::int16_t>(item->record().key));
   }
-  list_.reorder(sorted_positions(keys, ascending));
+  list_.reorder(sorted_positions(keys, ascending),
+                [](const Ref<CItem>& item) { return item->record().key; });
   return true;
 }
 
 STDMETHODIMP CItems::Sort(VARIANT_BOOL ascending, VARIANT_BOOL* result) noexcept {
-  return method_with_result(result, [&] { return sort(ascending != VARIANT_FALSE); });
+  return method_with_result(result, [&] {
+    bool sorted = false;
+    attempt([&] { sorted = sort(ascending != VARIANT_FALSE); });
+    return sorted;
+  });
 }
 
 void CItems::change_id(short index, short new_id) {

@@ -118,12 +118,22 @@ class KeyedList {
     Entries doomed = std::exchange(entries_, {});
   }
 
-  /// Puts the members into a new order: the k-th member becomes the one at `order[k]`, 0-based.
-  void reorder(const std::vector<std::size_t>& order) {
-    Entries sorted;
-    sorted.reserve(entries_.size());
-    for (std::size_t index : order) sorted.push_back(std::move(entries_[index]));
-    entries_ = std::move(sorted);
+  /// Puts the members into a new order: the k-th member becomes the one at `order[k]`, 0-based. A
+  /// member that comes to another place is reached by the key `key_of(member)` from then on.
+  template <class KeyOf>
+  void reorder(const std::vector<std::size_t>& order, KeyOf&& key_of) {
+    KeyedList sorted(index_.keys());
+    sorted.make_room(entries_.size());
+    for (std::size_t place = 0; place < order.size(); ++place) {
+      const Entry& former = *entries_[order[place]];
+      auto entry = order[place] == place
+                       ? std::make_unique<Entry>(former)
+                       : std::make_unique<Entry>(former.value, key_of(former.value), index_.keys());
+      if (sorted.find_same(*entry)) throw in_use(entry->folded_key);
+      sorted.link(*entry);
+      sorted.entries_.push_back(std::move(entry));
+    }
+    std::swap(*this, sorted);
   }
 
  private:

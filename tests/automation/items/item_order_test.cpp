@@ -81,6 +81,70 @@ TEST(ItemsSort, MovesTheItemsThemselvesWithTheirKeys) {
   EXPECT_EQ(ids_of(items), (Ids{2, 1}));
 }
 
+TEST(ItemsSort, MovesAnItemUnderTheKeyThatItHasNow) {
+  const Object items = make_items({L"1", L"2", L"3"});
+  const Object last = items.get_object(L"Item", L"3");
+  last.put(L"Key", L"0");
+  EXPECT_EQ(items.call(L"Sort"), true);
+  EXPECT_EQ(texts_of(items), (Texts{L"0", L"1", L"2"}));
+  EXPECT_EQ(items.get_object(L"Item", L"0"), last);
+  EXPECT_TRUE(items.get(L"Item", L"3").is_nothing());
+  EXPECT_EQ(items.get_object(L"Item", L"2").get(L"ItemID"), 2);
+}
+
+TEST(ItemsSort, KeysAnItemThatOthersAreMovedBeforeToo) {
+  const Object items = make_items({L"1", L"2", L"3"});
+  const Object first = items.get_object(L"Item", L"1");
+  first.put(L"Key", L"9");
+  EXPECT_EQ(items.call(L"Sort"), true);
+  EXPECT_EQ(texts_of(items), (Texts{L"2", L"3", L"9"}));
+  EXPECT_EQ(items.get_object(L"Item", L"9"), first);
+  EXPECT_TRUE(items.get(L"Item", L"1").is_nothing());
+}
+
+TEST(ItemsSort, GivesAKeyToAnItemThatHadNone) {
+  const Object items = make_items({L"2", L""});
+  const Object unkeyed = items.get_object(L"Item", 2);
+  unkeyed.put(L"Key", L"1");
+  EXPECT_EQ(items.call(L"Sort"), true);
+  EXPECT_EQ(items.get_object(L"Item", L"1"), unkeyed);
+}
+
+TEST(ItemsSort, LeavesAnItemThatStaysUnderItsFormerKey) {
+  const Object items = make_items({L"1", L"2", L"3"});
+  const Object last = items.get_object(L"Item", L"3");
+  last.put(L"Key", L"30");
+  EXPECT_EQ(items.call(L"Sort"), true);
+  EXPECT_EQ(items.get_object(L"Item", L"3"), last);
+}
+
+TEST(ItemsSort, ToAKeyInUseGivesFalseAndLosesNone) {
+  for (const wchar_t* key : {L"1", L"a"}) {
+    const Object items = make_items({L"1", L"A", L"2", L"3"});
+    EXPECT_EQ(items.call(L"Sort"), true);  // A, which counts as 0, comes first
+    items.get_object(L"Item", L"3").put(L"Key", key);
+    EXPECT_EQ(items.call(L"Sort"), false) << printable(key);
+    EXPECT_EQ(ids_of(items), (Ids{2, 1, 3, 4}));
+    EXPECT_EQ(items.get_object(L"Item", L"1").get(L"ItemID"), 1);
+    EXPECT_EQ(items.get_object(L"Item", L"A").get(L"ItemID"), 2);
+    EXPECT_EQ(items.get_object(L"Item", L"3").get(L"ItemID"), 4);
+  }
+}
+
+TEST(ItemsSort, OfManyItemsWithChangedKeysFindsThemAll) {
+  Texts keys;
+  for (int i = 1; i <= 200; ++i) keys.push_back(std::to_wstring(i));
+  const Object items = make_items(keys);
+  for (const Object& item : members_of(items)) {
+    item.put(L"Key", std::to_wstring(1000 - item.get(L"ItemID").number()));
+  }
+  EXPECT_EQ(items.call(L"Sort"), true);
+  for (int id = 1; id <= 200; ++id) {
+    EXPECT_EQ(items.get_object(L"Item", std::to_wstring(1000 - id)).get(L"ItemID"), id);
+    EXPECT_TRUE(items.get(L"Item", std::to_wstring(id)).is_nothing());
+  }
+}
+
 TEST(ItemsSort, OfNothingAndOfOneItemWorks) {
   EXPECT_EQ(make_items({}).call(L"Sort"), true);
   const Object items = make_items({L"5"});

@@ -307,13 +307,29 @@ TEST(KeyedList, MembersThatGoSeeTheListWithoutThem) {
   EXPECT_EQ(Watcher::seen, 0);
 }
 
-TEST(KeyedList, ReorderMovesMembersAndKeepsTheirKeys) {
+TEST(KeyedList, ReorderGivesMembersThatMoveTheKeysThatTheyHaveNow) {
   List list = three();
-  list.reorder({2, 0, 1});
-  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"three", L"one", L"two"}));
-  EXPECT_EQ(list.at(L"A"), L"one");
+  list.reorder({1, 0, 2}, [](const std::wstring& member) { return L"key of " + member; });
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"two", L"one", L"three"}));
+  EXPECT_EQ(list.at(L"KEY OF ONE"), L"one");
+  EXPECT_EQ(list.at(L"key of two"), L"two");
+  EXPECT_EQ(list.at(L"C"), L"three");
+  EXPECT_FALSE(list.contains(L"A"));
+  EXPECT_FALSE(list.contains(L"key of three"));
   list.remove(L"C");
-  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"one", L"two"}));
+  EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"two", L"one"}));
+}
+
+TEST(KeyedList, ReorderToAKeyInUseChangesNothing) {
+  for (const wchar_t* key : {L"c", L"same"}) {
+    List list = three();
+    expect_error(ErrorCode::kKeyInUse, [&] {
+      list.reorder({1, 0, 2}, [&](const std::wstring&) { return key; });
+    });
+    EXPECT_EQ(content_of(list), (std::vector<std::wstring>{L"one", L"two", L"three"}));
+    EXPECT_EQ(list.at(L"A"), L"one");
+    EXPECT_EQ(list.at(L"B"), L"two");
+  }
 }
 
 TEST(KeyedList, MembersStayWhereTheyAreWhileOthersComeAndGo) {
@@ -359,9 +375,10 @@ TEST(KeyedList, ManyMembersKeepPositionsAndKeysTogether) {
   }
   std::vector<std::size_t> backwards(kCount);
   std::iota(backwards.rbegin(), backwards.rend(), std::size_t{0});
-  list.reorder(backwards);
+  list.reorder(backwards, [](int i) { return L"New" + std::to_wstring(i); });
   EXPECT_EQ(list.at(1), kCount - 1);
-  EXPECT_EQ(list.at(L"key0"), 0);
+  EXPECT_EQ(list.at(L"new0"), 0);
+  EXPECT_FALSE(list.contains(L"key0"));
 }
 
 // A value that cannot be moved in: the list must stay as it was.
