@@ -73,9 +73,9 @@ void write(ItemFileWriter& file, CItem& item) {
   }
 }
 
-// An item that the collection refuses is passed over with its variables, a variable that its item
-// refuses is reported.
-void add_from_file(CItems::Members& items, LoadedItem& loaded) {
+// An item that the collection refuses is passed over with its variables. The keys of variables that
+// their item refuses are added to `refused`.
+void add_from_file(CItems::Members& items, LoadedItem& loaded, std::vector<std::wstring>& refused) {
   const auto item = make<CItem>();
   item->assign(std::move(loaded.item));
   if (!attempt([&] { items.append(item, item->record().key); })) return;
@@ -84,7 +84,7 @@ void add_from_file(CItems::Members& items, LoadedItem& loaded) {
   item->set_variables(variables);
   for (VariableRecord& record : loaded.variables) {
     const auto variable = make<CVariable>(std::move(record));
-    if (!variables->add(variable)) report_refused_variable(variable->key());
+    if (!variables->add(variable)) refused.push_back(variable->key());
   }
 }
 
@@ -150,27 +150,42 @@ STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short
   });
 }
 
+bool CItems::load(const std::wstring& file_name, std::vector<std::wstring>& refused) {
+  const auto bytes = read_file(file_name);
+  if (!bytes) return false;
+  ItemFileReader file(*bytes, ansi_codec());
+  if (file.count() < 1) return false;
+  Members items = no_members();
+  items.reserve(static_cast<std::size_t>(file.count()));
+  for (LoadedItem loaded; file.next(loaded);) add_from_file(items, loaded, refused);
+  std::swap(list_, items);  // the former ones go when the new ones are there
+  changed_ = false;
+  return true;
+}
+
+// While a message is open, the host may work with the items: all of them are in place by then.
 STDMETHODIMP CItems::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
   return method_with_result(result, [&] {
-    const auto bytes = read_file(std::wstring(view_of(file_name)));
-    if (!bytes) return false;
-    ItemFileReader file(*bytes, ansi_codec());
-    if (file.count() < 1) return false;
-    Members items = no_members();
-    items.reserve(static_cast<std::size_t>(file.count()));
-    for (LoadedItem loaded; file.next(loaded);) add_from_file(items, loaded);
-    std::swap(list_, items);  // the former ones go when the new ones are there
-    changed_ = false;
-    return true;
+    std::vector<std::wstring> refused;
+    const bool loaded = load(std::wstring(view_of(file_name)), refused);
+    for (const std::wstring& key : refused) report_refused_variable(key);
+    return loaded;
   });
+}
+
+// Foreign code that is called meanwhile may change the collection.
+std::vector<Ref<CItem>> CItems::present_items() const {
+  std::vector<Ref<CItem>> items;
+  items.reserve(static_cast<std::size_t>(list_.size()));
+  for (const auto& item : list_) items.push_back(item);
+  return items;
 }
 
 // What a variable holds may be an object that changes the collection when it is asked for its text,
 // so the items that are there at the beginning are written.
 STDMETHODIMP CItems::SaveSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
   return method_with_result(result, [&] {
-    std::vector<Ref<CItem>> items;
-    for (const auto& item : list_) items.push_back(item);
+    const std::vector<Ref<CItem>> items = present_items();
     FileReplacement file(std::wstring(view_of(file_name)));
     ItemFileWriter writer(items.size(), library_stamp(), ansi_codec(), decimal_separator());
     for (const auto& item : items) {

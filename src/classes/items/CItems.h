@@ -40,10 +40,12 @@ class CItems final : public EventSource<Collection<CItems, CItem, Missing::kIsNo
   std::wstring lookup_key(const VARIANT& index) const;
   long version_item_count() const;
   Ref<CItem> add(ItemRecord record, _CVariables* variables);
+  bool load(const std::wstring& file_name, std::vector<std::wstring>& refused);
+  std::vector<Ref<CItem>> present_items() const;
   bool sort(bool ascending);
   void change_id(short index, short new_id);
   void change_key(const VARIANT& old_key, std::wstring_view new_key);
-  bool save_texts(const std::wstring& file, _CItem* item, short variable) const;
+  bool save_texts(const std::wstring& file_name, _CItem* item, short variable) const;
 
   bool changed_ = false;
   std::wstring version_;

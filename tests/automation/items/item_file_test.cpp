@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
 
 #include "tests/automation/items/item_support.h"
@@ -293,17 +294,18 @@ TEST_F(ItemFile, TellsAboutMissingVariableLines) {
   EXPECT_EQ(boxes[1].prompt, L"Could not create item:1");
 }
 
-/// A window of the host, which clears the items when it handles the message posted to it.
-class ClearingWindow {
+/// A window of the host, which does something when it handles the message posted to it.
+class ActingWindow {
  public:
-  explicit ClearingWindow(const Object& items) : window_(create()) {
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&items));
+  explicit ActingWindow(std::function<void()> action)
+      : action_(std::move(action)), window_(create()) {
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&action_));
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&handle));
     PostMessageW(window_, WM_APP, 0, 0);
   }
-  ClearingWindow(const ClearingWindow&) = delete;
-  ClearingWindow& operator=(const ClearingWindow&) = delete;
-  ~ClearingWindow() { DestroyWindow(window_); }
+  ActingWindow(const ActingWindow&) = delete;
+  ActingWindow& operator=(const ActingWindow&) = delete;
+  ~ActingWindow() { DestroyWindow(window_); }
 
  private:
   static HWND create() {
@@ -312,23 +314,47 @@ class ClearingWindow {
   }
   static LRESULT CALLBACK handle(HWND window, UINT message, WPARAM w, LPARAM l) {
     if (message != WM_APP) return DefWindowProcW(window, message, w, l);
-    reinterpret_cast<const Object*>(GetWindowLongPtrW(window, GWLP_USERDATA))->call(L"Clear");
+    (*reinterpret_cast<std::function<void()>*>(GetWindowLongPtrW(window, GWLP_USERDATA)))();
     return 0;
   }
 
+  std::function<void()> action_;
   HWND window_;
 };
 
-TEST_F(ItemFile, SurvivesAHostThatClearsTheItemsWhileTheMessageIsOpen) {
-  const ClearingWindow window(items_);
+constexpr char kSameVariables[] =
+    "[Items]\nCount=2\n[ITEM1]\nCount=5\nSettings=1|1|0|1|0|0|0|4|\n"
+    "VAR1=same|||0|1|1|2||0|4||\nVAR2=same|||0|1|1|2||0|4||\nVAR3=same|||0|1|1|2||0|4||\n"
+    "VAR4=same|||0|1|1|2||0|4||\nVAR5=same|||0|1|1|2||0|4||\n"
+    "[ITEM2]\nCount=2\nSettings=2|2|0|1|0|0|0|4|\n"
+    "VAR1=other|||0|1|1|2||0|4||\nVAR2=other|||0|1|1|2||0|4||\n";
+
+TEST_F(ItemFile, IsInPlaceWhenTheMessagesAreShown) {
+  add_item(items_, L"old", 1);
+  Texts seen;
+  const ActingWindow window([&] { seen = texts_of(items_); });
   const DialogAnswerer answerer;
-  std::string file = "[Items]\nCount=2\n[ITEM1]\nCount=5\nSettings=1|1|0|1|0|0|0|4|\n";
-  for (int i = 1; i <= 5; ++i) {
-    file += "VAR" + std::to_string(i) + "=same|||0|1|1|2||0|4||\n";
-  }
-  EXPECT_TRUE(load(file + "[ITEM2]\nCount=0\nSettings=2|2|0|1|0|0|0|4|\n"));
-  EXPECT_EQ(answerer.boxes().size(), 4u);
-  EXPECT_EQ(texts_of(items_), (Texts{L"1", L"2"}));  // those before the load were cleared
+  EXPECT_TRUE(load(kSameVariables));
+  EXPECT_EQ(seen, (Texts{L"1", L"2"}));
+  Texts prompts;
+  for (const ShownBox& box : answerer.boxes()) prompts.push_back(box.prompt.substr(22));
+  EXPECT_EQ(prompts, (Texts{L"same", L"same", L"same", L"same", L"other"}));
+}
+
+TEST_F(ItemFile, KeepsAnItemThatAHostAddsWhileTheMessageIsOpen) {
+  const ActingWindow window([&] { add_item(items_, L"added", 3); });
+  const DialogAnswerer answerer;
+  EXPECT_TRUE(load(kSameVariables));
+  EXPECT_EQ(texts_of(items_), (Texts{L"1", L"2", L"added"}));
+  EXPECT_EQ(items_.get(L"Changed"), true);
+}
+
+TEST_F(ItemFile, SurvivesAHostThatClearsTheItemsWhileTheMessageIsOpen) {
+  const ActingWindow window([&] { items_.call(L"Clear"); });
+  const DialogAnswerer answerer;
+  EXPECT_TRUE(load(kSameVariables));
+  EXPECT_EQ(answerer.boxes().size(), 5u);
+  EXPECT_EQ(texts_of(items_), Texts{});
 }
 
 }  // namespace
