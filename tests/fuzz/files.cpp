@@ -11,6 +11,7 @@
 #include "core/units/dimension_file.h"
 #include "tests/fuzz/plain_search.h"
 #include "tests/fuzz/target.h"
+#include "tests/unit/items/plain_boolean.h"
 
 namespace pv::fuzz {
 namespace {
@@ -57,7 +58,7 @@ void require_found(const std::vector<LoadedItem>& items, PlainSearch file) {
     const std::wstring record =
         file.find_key(L"Settings").value_or(L"59|59|4|True|0|True|False|0|4|");
     require(format_item_record(loaded.item, kComma) ==
-                format_item_record(parse_item_record(record), kComma),
+                format_item_record(parse_item_record(record, plain_boolean), kComma),
             "an item has the record of its line");
     for (std::size_t j = 0; j < loaded.variables.size(); ++j) {
       const std::wstring line = file.find_key(numbered(L"VAR", j)).value_or(L"1|||0|3|6|2|0|0||");
@@ -158,7 +159,9 @@ void require_found(const std::vector<DimensionRecord>& dimensions, PlainSearch f
 }  // namespace
 
 void item_file(std::string_view bytes) {
-  const auto read = [](std::string_view file) { return parse_item_file(file, latin1_codec()); };
+  const auto read = [](std::string_view file) {
+    return parse_item_file(file, latin1_codec(), plain_boolean);
+  };
   const auto items = read(bytes);
   PlainSearch file(bytes);
   require(items.has_value() == (announced(file, L"Items") >= 1), "a file with items is read");

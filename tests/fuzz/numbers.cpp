@@ -12,6 +12,7 @@
 
 #include "core/items/item_record.h"
 #include "tests/fuzz/target.h"
+#include "tests/unit/items/plain_boolean.h"
 
 namespace pv::fuzz {
 namespace {
@@ -86,7 +87,7 @@ void require_reads(const std::wstring& text) {
   const auto whole = parse_number(text);
   require(!whole || *whole == parse_leading_number(with_point(text)), "a whole number is a number");
   require(parse_number(L"\t" + text + L" ") == whole, "blanks around do not matter");
-  require(parse_boolean(normal) == (lenient_number(normal) != 0),
+  require(parse_boolean(normal, plain_boolean) == (lenient_number(normal) != 0),
           "number text is true unless it is 0");
 
   require_integer<std::uint8_t>(text, lenient_number(text));

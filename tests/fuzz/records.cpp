@@ -9,6 +9,7 @@
 #include "core/text/settings_text.h"
 #include "core/units/dimension_file.h"
 #include "tests/fuzz/target.h"
+#include "tests/unit/items/plain_boolean.h"
 
 namespace pv::fuzz {
 namespace {
@@ -74,10 +75,10 @@ void variable(const std::wstring& text) {
 }
 
 void item(const std::wstring& text) {
-  const ItemRecord parsed = parse_item_record(text);
+  const ItemRecord parsed = parse_item_record(text, plain_boolean);
   require(parsed.key == field(text, 0), "an item has the key of its record");
   const std::wstring written = format_item_record(parsed, kComma);
-  const ItemRecord again = parse_item_record(written);
+  const ItemRecord again = parse_item_record(written, plain_boolean);
   require(again.key == parsed.key && again.item_id == parsed.item_id &&
               again.by_meaning == parsed.by_meaning && again.access == parsed.access &&
               again.historian == parsed.historian && again.restore == parsed.restore &&

@@ -2,6 +2,7 @@
 
 #include "classes/items/CVariables.h"
 #include "com/call.h"
+#include "com/lenient.h"
 #include "core/text/library_version.h"
 #include "core/text/number_text.h"
 #include "dialogs/message_box.h"
@@ -72,6 +73,9 @@ void write(ItemFileWriter& file, CItem& item) {
     }
   }
 }
+
+// As the utility's pvCBool converts a text.
+bool platform_boolean(std::wstring_view text) { return lenient_boolean(Variant(text)); }
 
 // An item that the collection refuses is passed over with its variables. The keys of variables that
 // their item refuses are added to `refused`.
@@ -153,7 +157,7 @@ STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short
 bool CItems::load(const std::wstring& file_name, std::vector<std::wstring>& refused) {
   const auto bytes = read_file(file_name);
   if (!bytes) return false;
-  ItemFileReader file(*bytes, ansi_codec());
+  ItemFileReader file(*bytes, ansi_codec(), platform_boolean);
   if (file.count() < 1) return false;
   Members items = no_members();
   items.reserve(static_cast<std::size_t>(file.count()));

@@ -13,8 +13,10 @@ constexpr std::wstring_view kDefaultVariable = L"1|||0|3|6|2|0|0||";
 
 }  // namespace
 
-ItemFileReader::ItemFileReader(std::string_view bytes, const TextCodec& codec)
+ItemFileReader::ItemFileReader(std::string_view bytes, const TextCodec& codec,
+                               BooleanConversion booleans)
     : reader_(bytes, codec),
+      booleans_(booleans),
       count_(lenient_integer<std::int16_t>(reader_.value(L"Items", L"Count", L"0", true, true))) {}
 
 // The file's order finds the lines: neither search looks for a section.
@@ -22,7 +24,7 @@ bool ItemFileReader::next(LoadedItem& loaded) {
   if (read_ >= count_) return false;
   ++read_;
   const auto variable_count = lenient_integer<std::int16_t>(reader_.next_value(L"Count", L"1"));
-  loaded.item = parse_item_record(reader_.next_value(L"Settings", kDefaultItem));
+  loaded.item = parse_item_record(reader_.next_value(L"Settings", kDefaultItem), booleans_);
   loaded.variables.clear();
   for (int j = 1; j <= variable_count; ++j) {
     loaded.variables.push_back(
@@ -33,8 +35,9 @@ bool ItemFileReader::next(LoadedItem& loaded) {
 }
 
 std::optional<std::vector<LoadedItem>> parse_item_file(std::string_view bytes,
-                                                       const TextCodec& codec) {
-  ItemFileReader reader(bytes, codec);
+                                                       const TextCodec& codec,
+                                                       BooleanConversion booleans) {
+  ItemFileReader reader(bytes, codec, booleans);
   if (reader.count() < 1) return std::nullopt;
   std::vector<LoadedItem> items;
   for (LoadedItem loaded; reader.next(loaded); loaded = {}) items.push_back(std::move(loaded));

@@ -26,7 +26,7 @@ struct LoadedItem {
 /// record has a line of its own.
 class ItemFileReader {
  public:
-  ItemFileReader(std::string_view bytes, const TextCodec& codec);
+  ItemFileReader(std::string_view bytes, const TextCodec& codec, BooleanConversion booleans);
 
   /// How many items there are to read; below 1 when the bytes are no item file.
   long count() const { return count_; }
@@ -36,13 +36,15 @@ class ItemFileReader {
 
  private:
   SettingsReader reader_;
+  BooleanConversion booleans_;
   long count_;
   long read_ = 0;
 };
 
 /// All items of a file; nullopt when the bytes are none.
 std::optional<std::vector<LoadedItem>> parse_item_file(std::string_view bytes,
-                                                       const TextCodec& codec);
+                                                       const TextCodec& codec,
+                                                       BooleanConversion booleans);
 
 /// Makes the text of a file: each item, followed by its variables.
 class ItemFileWriter {

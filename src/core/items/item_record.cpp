@@ -20,21 +20,21 @@ std::wstring joined(std::span<const std::wstring_view> fields) {
 
 }  // namespace
 
-bool parse_boolean(std::wstring_view text) {
-  if (same_ascii(text, L"true")) return true;
+bool parse_boolean(std::wstring_view text, BooleanConversion platform) {
   if (const auto value = parse_integer(text)) return *value != 0;
-  return parse_number(text).value_or(0.0) != 0.0;
+  if (same_ascii(text, L"true")) return true;
+  return !same_ascii(text, L"false") && platform(text);
 }
 
-ItemRecord parse_item_record(std::wstring_view text) {
+ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform) {
   std::array<std::wstring_view, kItemFieldCount> fields;
   split_record(text, kRecordSeparator, fields);
   return {.key = std::wstring(fields[0]),
           .item_id = lenient_integer<std::int16_t>(fields[1]),
-          .by_meaning = parse_boolean(fields[2]),
+          .by_meaning = parse_boolean(fields[2], platform),
           .access = lenient_integer<std::int16_t>(fields[3]),
-          .historian = parse_boolean(fields[4]),
-          .restore = parse_boolean(fields[5]),
+          .historian = parse_boolean(fields[4], platform),
+          .restore = parse_boolean(fields[5], platform),
           .smart_wait = single_of(lenient_number(fields[6])).value_or(0.0F),
           .length = lenient_integer<std::int16_t>(fields[7])};
 }

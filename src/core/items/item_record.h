@@ -88,9 +88,16 @@ class RecordFields {
   std::array<std::wstring, kVariableFieldCount> numbers_;  // their texts, each in its field's place
 };
 
+/// The platform's conversion of a text into a Boolean; false for a text that is none.
+using BooleanConversion = bool (*)(std::wstring_view text);
+
+/// The Boolean that a text stands for, which is the platform's affair. The usual texts do not need
+/// it: "True" and "False" in any case and whole numbers, of which all but 0 are true.
+bool parse_boolean(std::wstring_view text, BooleanConversion platform);
+
 /// Reads an item record through the tolerant conversions. Missing fields count as empty text; a
 /// SmartWait beyond single precision is 0.
-ItemRecord parse_item_record(std::wstring_view text);
+ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform);
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal);
 
 /// Reads a variable record: fields that are there replace those of `initial`.
@@ -99,9 +106,5 @@ std::wstring format_variable_record(const VariableRecordView& variable);
 inline std::wstring format_variable_record(const VariableRecord& variable) {
   return format_variable_record(variable.as<std::wstring_view>());
 }
-
-/// The Boolean that a text stands for: "True" and "False" in any case, a number other than 0 is
-/// true; any other text is false.
-bool parse_boolean(std::wstring_view text);
 
 }  // namespace pv

@@ -229,6 +229,25 @@ TEST_F(ItemFile, TakesFieldsTolerantly) {
   EXPECT_EQ(variable(1, L"v").get(L"Caption"), L"");
 }
 
+TEST_F(ItemFile, ReadsBooleansAsTheUtilityConvertsThem) {
+  const Object utility = Object::create(L"pvItems32.CUtility");
+  for (const wchar_t* text :
+       {L"#TRUE#", L"#FALSE#", L"#true#",  L"&H1",    L"&H0",        L"$1",
+        L"(1)",    L"(0)",     L"1,000.5", L"0,0",    L"0.5",        L"0,5",
+        L"True",   L"tRUE",    L" True",   L"False",  L"-1",         L"0",
+        L"-0",     L"00",      L"+1",      L" 1 ",    L"1 kg",       L"yes",
+        L"",       L"1e2",     L"1e999",   L"1e-400", L"1234567890", L"12345678901234567890",
+        L"Wahr",   L"Igaz",    L"-"}) {
+    const std::string field = in_code_page(text);
+    ASSERT_TRUE(load("[Items]\nCount=1\n[ITEM1]\nCount=0\nSettings=1|1|" + field + "|1|" + field +
+                     "|" + field + "|0|4|\n"));
+    const Value expected = utility.call(L"pvCBool", text);
+    for (const wchar_t* flag : {L"ByMeaning", L"Historian", L"Restore"}) {
+      EXPECT_EQ(item(1).get(flag), expected) << field;
+    }
+  }
+}
+
 TEST_F(ItemFile, ReadsSmartWaitInEitherNotation) {
   for (const auto& [text, wait] : {std::pair{"0.25", 0.25f}, std::pair{"0,25", 0.25f},
                                    std::pair{"1e39", 0.0f}, std::pair{"-3", -3.0f}}) {

@@ -19,6 +19,7 @@
 #include "core/text/number_text.h"
 #include "core/text/settings_text.h"
 #include "core/units/dimension_file.h"
+#include "tests/unit/items/plain_boolean.h"
 
 namespace example_data {
 
@@ -61,7 +62,8 @@ inline std::wstring id_text(int id) { return std::to_wstring(id); }
 class ExampleData : public ::testing::Test {
  protected:
   void SetUp() override {
-    const auto item_table = pv::parse_item_file(bytes_of("itm"), pv::latin1_codec());
+    const auto item_table =
+        pv::parse_item_file(bytes_of("itm"), pv::latin1_codec(), pv::plain_boolean);
     const auto version_table = pv::parse_version_file(bytes_of("ver"), pv::latin1_codec());
     const auto dimension_table = pv::parse_dimension_file(bytes_of("dim"), pv::latin1_codec());
     const auto list_table = pv::parse_list_file(bytes_of("lst"), pv::latin1_codec());

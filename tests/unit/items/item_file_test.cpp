@@ -6,11 +6,17 @@
 #include <random>
 #include <string>
 
+#include "tests/unit/items/plain_boolean.h"
+
 namespace pv {
 namespace {
 
 const TextCodec& kCodec = latin1_codec();
 const FileStamp kStamp{L"1.02.03", L"a build"};
+
+std::optional<std::vector<LoadedItem>> parsed(std::string_view bytes) {
+  return parse_item_file(bytes, kCodec, plain_boolean);
+}
 
 std::vector<LoadedItem> some_items() {
   return {{{L"7", 7, true, 513, true, false, 0.5F, 4},
@@ -47,13 +53,13 @@ TEST(ItemFile, IsWrittenInItsExactForm) {
 TEST(ItemFile, OfNoItemsHoldsItsHeadOnly) {
   const std::string bytes = format_item_file({}, kStamp, kCodec, L'.');
   EXPECT_EQ(bytes, "[Items]\r\nCount=0\r\nVersion=1.02.03\r\nDate=a build\r\n");
-  EXPECT_FALSE(parse_item_file(bytes, kCodec));
+  EXPECT_FALSE(parsed(bytes));
 }
 
 TEST(ItemFile, ComesBackAsWritten) {
   for (const wchar_t decimal : {L'.', L','}) {
     const std::string bytes = format_item_file(some_items(), kStamp, kCodec, decimal);
-    const auto items = parse_item_file(bytes, kCodec);
+    const auto items = parsed(bytes);
     ASSERT_TRUE(items);
     ASSERT_EQ(items->size(), 3U);
     EXPECT_EQ((*items)[0].variables.size(), 2U);
@@ -66,12 +72,12 @@ TEST(ItemFile, WithoutItemsIsNoItemFile) {
   for (const char* bytes :
        {"", "[Items]\n", "[Items]\nCount=0\n", "[Items]\nCount=-3\n", "[Items]\nCount=x\n",
         "[Items]\nCount=32768\n", "Count=3\n", "Count=3\n[Items]\n", "[items]\nCount=1\n"}) {
-    EXPECT_FALSE(parse_item_file(bytes, kCodec)) << bytes;
+    EXPECT_FALSE(parsed(bytes)) << bytes;
   }
 }
 
 TEST(ItemFile, GivesDefaultsForMissingLines) {
-  const auto items = parse_item_file("[Items]\nCount=1\n", kCodec);
+  const auto items = parsed("[Items]\nCount=1\n");
   ASSERT_TRUE(items);
   ASSERT_EQ(items->size(), 1U);
   EXPECT_EQ(format_item_record((*items)[0].item, L'.'), L"59|59|-1|0|0|-1|0|0|");
@@ -80,8 +86,7 @@ TEST(ItemFile, GivesDefaultsForMissingLines) {
 }
 
 TEST(ItemFile, LooksForNoSectionOfAnItem) {
-  const auto items = parse_item_file(
-      "[Items]\nCount=2\nCount=0\nSettings=5|5\n[X]\nCount=0\nSettings=6|6", kCodec);
+  const auto items = parsed("[Items]\nCount=2\nCount=0\nSettings=5|5\n[X]\nCount=0\nSettings=6|6");
   ASSERT_TRUE(items);
   ASSERT_EQ(items->size(), 2U);
   EXPECT_EQ((*items)[0].item.key, L"5");
@@ -89,11 +94,10 @@ TEST(ItemFile, LooksForNoSectionOfAnItem) {
 }
 
 TEST(ItemFile, TakesAMissingLineFromTheNextItemThatHasIt) {
-  const auto items = parse_item_file(
+  const auto items = parsed(
       "[Items]\nCount=2\n"
       "[ITEM1]\nCount=1\nVAR1=1|lost\n"
-      "[ITEM2]\nCount=0\nSettings=6|6\nVAR1=1|taken\n",
-      kCodec);
+      "[ITEM2]\nCount=0\nSettings=6|6\nVAR1=1|taken\n");
   ASSERT_TRUE(items);
   ASSERT_EQ(items->size(), 2U);
   EXPECT_EQ((*items)[0].item.key, L"6");
@@ -103,8 +107,7 @@ TEST(ItemFile, TakesAMissingLineFromTheNextItemThatHasIt) {
 }
 
 TEST(ItemFile, RepeatsTheDefaultVariableForEveryMissingOne) {
-  const auto items =
-      parse_item_file("[Items]\nCount=1\nCount=3\nSettings=5|5\nVAR1=1|a|\n", kCodec);
+  const auto items = parsed("[Items]\nCount=1\nCount=3\nSettings=5|5\nVAR1=1|a|\n");
   ASSERT_TRUE(items);
   const auto& variables = (*items)[0].variables;
   ASSERT_EQ(variables.size(), 3U);
@@ -115,20 +118,19 @@ TEST(ItemFile, RepeatsTheDefaultVariableForEveryMissingOne) {
 }
 
 TEST(ItemFile, TakesMissingFieldsOfAVariableAsEmptyText) {
-  const auto items = parse_item_file("[Items]\nCount=1\nCount=1\nSettings=5\nVAR1=k|c\n", kCodec);
+  const auto items = parsed("[Items]\nCount=1\nCount=1\nSettings=5\nVAR1=k|c\n");
   ASSERT_TRUE(items);
   EXPECT_EQ(format_variable_record((*items)[0].variables[0]), L"k|c||0|0|0|0|||0||");
 }
 
 TEST(ItemFile, TakesNegativeVariableCountsAsNone) {
-  const auto items = parse_item_file("[Items]\nCount=1\nCount=-5\nSettings=5\n", kCodec);
+  const auto items = parsed("[Items]\nCount=1\nCount=-5\nSettings=5\n");
   ASSERT_TRUE(items);
   EXPECT_TRUE((*items)[0].variables.empty());
 }
 
 TEST(ItemFile, KeepsRepeatedKeysForTheCollectionsToJudge) {
-  const auto items =
-      parse_item_file("[Items]\nCount=2\nCount=0\nSettings=5|1\nCount=0\nSettings=5|2\n", kCodec);
+  const auto items = parsed("[Items]\nCount=2\nCount=0\nSettings=5|1\nCount=0\nSettings=5|2\n");
   ASSERT_TRUE(items);
   ASSERT_EQ(items->size(), 2U);
   EXPECT_EQ((*items)[1].item.item_id, 2);
@@ -139,7 +141,7 @@ TEST(ItemFile, ReadsLineFeedsAndAMissingLastLineEnd) {
   const std::string whole = bytes;
   bytes.erase(std::remove(bytes.begin(), bytes.end(), '\r'), bytes.end());
   bytes.pop_back();
-  const auto items = parse_item_file(bytes, kCodec);
+  const auto items = parsed(bytes);
   ASSERT_TRUE(items);
   EXPECT_EQ(format_item_file(*items, kStamp, kCodec, L'.'), whole);
 }
@@ -153,7 +155,7 @@ std::size_t variable_count(const std::vector<LoadedItem>& items) {
 TEST(ItemFile, CannotBeMadeToFillMemoryByCountsAlone) {
   std::string bytes = "[Items]\nCount=32767\n";
   for (int i = 0; i < 32767; ++i) bytes += "Count=32767\n";
-  const auto items = parse_item_file(bytes, kCodec);
+  const auto items = parsed(bytes);
   ASSERT_TRUE(items);
   EXPECT_EQ(items->size(), 32767U);
   EXPECT_EQ((*items)[0].variables.size(), 32767U);
@@ -163,7 +165,7 @@ TEST(ItemFile, CannotBeMadeToFillMemoryByCountsAlone) {
 TEST(ItemFile, CannotBeMadeToFillMemoryByItemsWithoutVariableLines) {
   std::string bytes = "[Items]\nCount=32767\n";
   for (int i = 0; i < 32767; ++i) bytes += "Count=32767\nSettings=\nVAR1=\n";
-  const auto items = parse_item_file(bytes, kCodec);
+  const auto items = parsed(bytes);
   ASSERT_TRUE(items);
   EXPECT_EQ(items->size(), 32767U);
   EXPECT_EQ(variable_count(*items), 32767U + 32766U);
@@ -183,13 +185,13 @@ TEST(ItemFile, SurvivesRandomBytes) {
     for (int i = 0; i < count; ++i) {
       bytes += kPieces[std::uniform_int_distribution<std::size_t>(0, kPieces.size() - 1)(random)];
     }
-    const auto items = parse_item_file(bytes, kCodec);
+    const auto items = parsed(bytes);
     if (!items) continue;
     ++read;
     ASSERT_LE(items->size(), 3U) << bytes;
     // No text of a record can hold a separator or a line end, so what was read is stable.
     const std::string written = format_item_file(*items, kStamp, kCodec, L'.');
-    const auto again = parse_item_file(written, kCodec);
+    const auto again = parsed(written);
     ASSERT_TRUE(again);
     ASSERT_EQ(format_item_file(*again, kStamp, kCodec, L'.'), written) << bytes;
   }

@@ -4,11 +4,13 @@
 
 #include <string>
 
+#include "tests/unit/items/plain_boolean.h"
+
 namespace pv {
 namespace {
 
 TEST(ItemRecord, ReadsEightFieldsInOrder) {
-  const ItemRecord item = parse_item_record(L"A7|17|-1|1234|0|-1|0,5|4|");
+  const ItemRecord item = parse_item_record(L"A7|17|-1|1234|0|-1|0,5|4|", plain_boolean);
   EXPECT_EQ(item.key, L"A7");
   EXPECT_EQ(item.item_id, 17);
   EXPECT_TRUE(item.by_meaning);
@@ -20,7 +22,7 @@ TEST(ItemRecord, ReadsEightFieldsInOrder) {
 }
 
 TEST(ItemRecord, TakesMissingFieldsAsEmptyText) {
-  const ItemRecord item = parse_item_record(L"x|3");
+  const ItemRecord item = parse_item_record(L"x|3", plain_boolean);
   EXPECT_EQ(item.key, L"x");
   EXPECT_EQ(item.item_id, 3);
   EXPECT_FALSE(item.by_meaning);
@@ -29,11 +31,11 @@ TEST(ItemRecord, TakesMissingFieldsAsEmptyText) {
   EXPECT_FALSE(item.restore);
   EXPECT_EQ(item.smart_wait, 0.0F);
   EXPECT_EQ(item.length, 0);
-  EXPECT_EQ(parse_item_record(L"").key, L"");
+  EXPECT_EQ(parse_item_record(L"", plain_boolean).key, L"");
 }
 
 TEST(ItemRecord, ConvertsTextsThatDoNotFitAsTheyStand) {
-  const ItemRecord item = parse_item_record(L"59|59|4|True|0|True|False|0|4|");
+  const ItemRecord item = parse_item_record(L"59|59|4|True|0|True|False|0|4|", plain_boolean);
   EXPECT_EQ(item.key, L"59");
   EXPECT_EQ(item.item_id, 59);
   EXPECT_TRUE(item.by_meaning);
@@ -45,22 +47,22 @@ TEST(ItemRecord, ConvertsTextsThatDoNotFitAsTheyStand) {
 }
 
 TEST(ItemRecord, ReadsNumbersOutOfRangeAsZero) {
-  const ItemRecord item = parse_item_record(L"k|40000|0|-32769|0|0|1e39|99999|");
+  const ItemRecord item = parse_item_record(L"k|40000|0|-32769|0|0|1e39|99999|", plain_boolean);
   EXPECT_EQ(item.item_id, 0);
   EXPECT_EQ(item.access, 0);
   EXPECT_EQ(item.smart_wait, 0.0F);
   EXPECT_EQ(item.length, 0);
-  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1e999|").smart_wait, 0.0F);
+  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1e999|", plain_boolean).smart_wait, 0.0F);
 }
 
 TEST(ItemRecord, RoundsNumbersHalfToEven) {
-  EXPECT_EQ(parse_item_record(L"k|2,5").item_id, 2);
-  EXPECT_EQ(parse_item_record(L"k|3.5").item_id, 4);
+  EXPECT_EQ(parse_item_record(L"k|2,5", plain_boolean).item_id, 2);
+  EXPECT_EQ(parse_item_record(L"k|3.5", plain_boolean).item_id, 4);
 }
 
 TEST(ItemRecord, ReadsSmartWaitWithEitherSeparator) {
-  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1,25|").smart_wait, 1.25F);
-  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1.25|").smart_wait, 1.25F);
+  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1,25|", plain_boolean).smart_wait, 1.25F);
+  EXPECT_EQ(parse_item_record(L"k|1|0|0|0|0|1.25|", plain_boolean).smart_wait, 1.25F);
 }
 
 TEST(ItemRecord, WritesBooleansAsIntegersAndEndsEveryField) {
@@ -81,7 +83,7 @@ TEST(ItemRecord, ComesBackAsWritten) {
   for (const wchar_t decimal : {L'.', L','}) {
     for (const float wait : {0.0F, 0.5F, 0.1F, -3.25F, 1e10F, 1e-10F}) {
       const ItemRecord item{L"Key", 5, true, 77, true, false, wait, 9};
-      const ItemRecord back = parse_item_record(format_item_record(item, decimal));
+      const ItemRecord back = parse_item_record(format_item_record(item, decimal), plain_boolean);
       EXPECT_EQ(format_item_record(back, decimal), format_item_record(item, decimal));
       EXPECT_EQ(back.smart_wait, wait);
     }
@@ -91,7 +93,7 @@ TEST(ItemRecord, ComesBackAsWritten) {
 TEST(ItemRecord, DoesNotEscapeTheSeparator) {
   ItemRecord item;
   item.key = L"a|9";
-  const ItemRecord back = parse_item_record(format_item_record(item, L'.'));
+  const ItemRecord back = parse_item_record(format_item_record(item, L'.'), plain_boolean);
   EXPECT_EQ(back.key, L"a");
   EXPECT_EQ(back.item_id, 9);
 }
@@ -165,26 +167,36 @@ TEST(VariableRecord, KeepsTheListAsWritten) {
   EXPECT_EQ(parse_variable_record(L"1|||0|0|0|0|| 3 kg |4|").record.list_id, L" 3 kg ");
 }
 
-TEST(BooleanOf, KnowsTheTwoWordsInAnyCase) {
-  for (const wchar_t* text : {L"True", L"true", L"TRUE", L"tRuE"}) EXPECT_TRUE(parse_boolean(text));
-  for (const wchar_t* text : {L"False", L"FALSE", L"Tru", L"Truee", L"True ", L""}) {
-    EXPECT_FALSE(parse_boolean(text));
+// Fails the test when it is asked.
+bool unasked(std::wstring_view text) {
+  ADD_FAILURE() << testing::PrintToString(std::wstring(text));
+  return false;
+}
+
+TEST(BooleanOf, KnowsTheUsualTextsItself) {
+  for (const wchar_t* text : {L"True", L"true", L"TRUE", L"tRuE", L"-1", L"1", L"4", L"007"}) {
+    EXPECT_TRUE(parse_boolean(text, unasked));
+  }
+  for (const wchar_t* text : {L"False", L"FALSE", L"fAlSe", L"0", L"-0", L"000"}) {
+    EXPECT_FALSE(parse_boolean(text, unasked));
   }
 }
 
-TEST(BooleanOf, TakesNumbersOtherThanZeroAsTrue) {
-  for (const wchar_t* text : {L"-1", L"1", L"4", L"0.5", L"0,5", L" 1 ", L"1e-300"}) {
-    EXPECT_TRUE(parse_boolean(text));
-  }
-  for (const wchar_t* text : {L"0", L"-0", L"0,0", L"0e5", L"1e-400"}) {
-    EXPECT_FALSE(parse_boolean(text));
+TEST(BooleanOf, IsThePlatformsForAnyOtherText) {
+  for (const wchar_t* text :
+       {L"", L" ", L"Tru", L"Truee", L"True ", L"#TRUE#", L"&H1", L"$1", L"(1)", L"0.5", L"0,0",
+        L" 1 ", L"1e-300", L"yes", L"1 kg", L"-", L"1234567890", L"1|", L"Wahr"}) {
+    EXPECT_TRUE(parse_boolean(text, [](std::wstring_view) { return true; }));
+    EXPECT_FALSE(parse_boolean(text, [](std::wstring_view) { return false; }));
   }
 }
 
-TEST(BooleanOf, TakesAnyOtherTextAsFalse) {
-  for (const wchar_t* text : {L"yes", L"1 kg", L"-", L"1e999", L"1|"}) {
-    EXPECT_FALSE(parse_boolean(text));
-  }
+TEST(BooleanOf, HandsTheWholeTextToThePlatform) {
+  const auto is_the_text = [](std::wstring_view text) { return text == L" #TRUE# "; };
+  const ItemRecord item = parse_item_record(L"k|1| #TRUE# |1|#TRUE#| #TRUE# |0|4|", is_the_text);
+  EXPECT_TRUE(item.by_meaning);
+  EXPECT_FALSE(item.historian);
+  EXPECT_TRUE(item.restore);
 }
 
 }  // namespace
