@@ -34,32 +34,32 @@ std::wstring text_file_of(const std::wstring& file) {
   return make_full_name(name);
 }
 
-bool write_item_texts(const std::wstring& file, long position, CItem& item, short variable) {
-  const auto& variables = item.variables();
+bool write_item_texts(ProfileChanges& file, long position, CItem& item, short variable) {
+  const Ref<_CVariables> variables = item.variables();
   const long count = result_of(variables, &_CVariables::get_Count);
   if (variable != kAllVariables && (variable < 1 || variable > count)) return false;
   bool written = true;
   for (long j = 1; j <= count; ++j) {
     if (variable != kAllVariables && variable != j) continue;
     const auto each = result_of(variables, &_CVariables::get_Item, Variant(j));
-    written &= write_profile(file, item_section(position), L"VAR" + format_integer(j),
-                             result_of(each, &_CVariable::get_Caption) + L"|" +
-                                 result_of(each, &_CVariable::get_Description));
+    written &= file.write(item_section(position), L"VAR" + format_integer(j),
+                          result_of(each, &_CVariable::get_Caption) + L"|" +
+                              result_of(each, &_CVariable::get_Description));
   }
   return written;
 }
 
-bool write_head(const std::wstring& file, long count) {
+bool write_head(ProfileChanges& file, std::size_t count) {
   const FileStamp stamp = library_stamp();
-  bool written = write_profile(file, L"Items", L"Count", format_integer(count));
-  written &= write_profile(file, L"Items", L"Version", stamp.version);
-  return write_profile(file, L"Items", L"Date", stamp.comments) && written;
+  bool written = file.write(L"Items", L"Count", format_integer(static_cast<long>(count)));
+  written &= file.write(L"Items", L"Version", stamp.version);
+  return file.write(L"Items", L"Date", stamp.comments) && written;
 }
 
-bool clear_recorded_items(const std::wstring& file) {
+bool clear_recorded_items(ProfileChanges& file) {
   bool cleared = true;
-  const long recorded = lenient_integer<short>(read_profile(file, L"Items", L"Count", L"0"));
-  for (long i = 1; i <= recorded; ++i) cleared &= clear_profile_section(file, item_section(i));
+  const long recorded = lenient_integer<short>(file.read(L"Items", L"Count", L"0"));
+  for (long i = 1; i <= recorded; ++i) cleared &= file.clear_section(item_section(i));
   return cleared;
 }
 
@@ -129,23 +129,24 @@ STDMETHODIMP CItems::ChangeKey(VARIANT old_key, VARIANT new_key, VARIANT_BOOL* r
   });
 }
 
-bool CItems::save_texts(const std::wstring& file, _CItem* item, short variable) const {
+bool CItems::save_texts(const std::wstring& file_name, _CItem* item, short variable) const {
+  const std::vector<Ref<CItem>> items = present_items();
+  ProfileChanges file(file_name);
+  bool written = false;
   if (!item) {
-    bool written = clear_recorded_items(file);
-    written &= write_head(file, list_.size());
+    written = clear_recorded_items(file);
+    written &= write_head(file, items.size());
     long position = 0;
-    for (const auto& each : list_) {
-      written &= write_item_texts(file, ++position, *each, variable);
-    }
-    return written;
+    for (const auto& each : items) written &= write_item_texts(file, ++position, *each, variable);
+  } else {
+    const short id = result_of(item, &_CItem::get_ItemID);
+    const auto found = std::find_if(items.begin(), items.end(), [&](const Ref<CItem>& each) {
+      return each->record().item_id == id;
+    });
+    written = found != items.end() &&
+              write_item_texts(file, found - items.begin() + 1, **found, variable);
   }
-  const short id = result_of(item, &_CItem::get_ItemID);
-  long position = 0;
-  for (const auto& each : list_) {
-    ++position;
-    if (each->record().item_id == id) return write_item_texts(file, position, *each, variable);
-  }
-  return false;
+  return file.save() && written;
 }
 
 STDMETHODIMP CItems::SaveTextSettings(BSTR file_name, _CItem* item, short variable,
@@ -164,8 +165,8 @@ STDMETHODIMP CItems::LoadItemSymbols(IDispatch* control, BSTR path, long* result
     if (type_name_of(control) != L"ImageList") return 0L;
     const ImageList images{control};
     bool complete = true;
-    for (const auto& item : list_) {
-      const auto& variables = item->variables();
+    for (const auto& item : present_items()) {
+      const Ref<_CVariables> variables = item->variables();
       const long count = result_of(variables, &_CVariables::get_Count);
       for (long j = 1; j <= count; ++j) {
         complete &= attempt([&] {
