@@ -5,8 +5,8 @@ add_library(pv_test_options INTERFACE)
 target_link_libraries(pv_test_options INTERFACE pv_options)
 target_compile_options(pv_test_options INTERFACE -O1)
 
-# What they share: late-bound clients, fakes of host objects, the main function, and the headers that
-# nearly every file starts with, compiled once for all.
+# What they share: late-bound clients, fakes of host objects, views of the type library, the main
+# function, and the headers that nearly every file starts with, compiled once for all.
 file(GLOB sources CONFIGURE_DEPENDS support/*.cpp)
 add_library(test_support STATIC EXCLUDE_FROM_ALL ${sources})
 target_link_libraries(test_support PRIVATE pv_test_options PUBLIC pv_host pv_contract gtest)
@@ -65,13 +65,10 @@ target_link_libraries(faults_helper PRIVATE test_support)
 target_link_options(faults_helper PRIVATE -static)
 add_dependencies(faults_tests faults_helper)
 
-# The caller without manners goes by the type library, too.
 add_windows_tests(hostile)
-target_sources(hostile_tests PRIVATE abi/type_library.cpp)
 
 # The library as a part of the program: all its allocations go through the program's own functions.
 add_windows_tests(memory)
-target_sources(memory_tests PRIVATE abi/type_library.cpp)
 target_link_libraries(memory_tests PRIVATE pv_library pv_resources)
 
 # Server and simulated transmitter over a serial line.

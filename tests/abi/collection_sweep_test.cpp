@@ -20,7 +20,7 @@ bool is_collection(const ClassInfo& entry) {
 std::vector<std::string> collection_names() {
   std::vector<std::string> names;
   for (const ClassInfo& entry : classes_of(Module().type_library().get())) {
-    if (is_collection(entry)) names.emplace_back(entry.name.begin(), entry.name.end());
+    if (is_collection(entry)) names.push_back(entry.plain_name());
   }
   return names;
 }
@@ -71,8 +71,8 @@ class CollectionSweep : public ClassTest {
  private:
   void add(const Object& collection, const FunctionInfo& function, int number) const {
     std::vector<Value> values;
-    for (const ParameterInfo& parameter : function.parameters()) {
-      if (!parameter.is_result()) values.push_back(distinct_value(parameter, number));
+    for (const ParameterInfo& input : function.inputs()) {
+      values.push_back(distinct_value(input, number));
     }
     const std::vector<VARIANT> reversed(values.rbegin(), values.rend());
     const Outcome outcome =

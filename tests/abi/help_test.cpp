@@ -7,9 +7,9 @@
 #include <map>
 #include <regex>
 
-#include "tests/abi/type_library.h"
 #include "tests/support/module.h"
 #include "tests/support/source_tree.h"
+#include "tests/support/type_library.h"
 #include "tests/support/value.h"
 
 namespace pv::test {

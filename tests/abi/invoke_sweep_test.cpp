@@ -2,6 +2,7 @@
 // call runs nothing and changes no reference count.
 
 #include "tests/abi/sweep.h"
+#include "tests/support/sample_values.h"
 
 namespace pv::test {
 namespace {
@@ -15,34 +16,16 @@ class InvokeSweep : public ClassTest {
     std::vector<DISPID> extra;  // names of further arguments
   };
 
-  static bool is_put(const FunctionInfo& function) {
-    return function.description().invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF);
-  }
-
-  static std::size_t count_of(const FunctionInfo& function) {
-    const auto& parameters = function.parameters();
-    const bool has_result = !parameters.empty() && parameters.back().is_result();
-    return parameters.size() - (has_result ? 1 : 0);
-  }
-
   // "Variables(2)" means the default member of the result: there surplus arguments have a use.
   bool passes_arguments_on(const FunctionInfo& function) const {
-    return function.description().invkind == INVOKE_PROPERTYGET && count_of(function) == 0 &&
+    return function.description().invkind == INVOKE_PROPERTYGET && function.inputs().empty() &&
            plain_type_of(function.parameters().back()).type == VT_DISPATCH;
-  }
-
-  std::vector<Value> proper_values(const FunctionInfo& function) const {
-    std::vector<Value> values;
-    for (std::size_t i = 0; i < count_of(function); ++i) {
-      values.push_back(samples_for(function.parameters()[i]).front());
-    }
-    return values;
   }
 
   static Outcome invoke(const Object& object, const FunctionInfo& function, const Given& given) {
     std::vector<VARIANT> reversed(given.values.rbegin(), given.values.rend());
     std::vector<DISPID> names;
-    if (is_put(function) && !given.values.empty()) names.push_back(DISPID_PROPERTYPUT);
+    if (function.is_put() && !given.values.empty()) names.push_back(DISPID_PROPERTYPUT);
     for (DISPID name : given.extra) {
       reversed.insert(reversed.begin() + static_cast<std::ptrdiff_t>(names.size()), Value(1));
       names.push_back(name);
@@ -80,7 +63,7 @@ TEST_P(InvokeSweep, EveryMemberIsFoundByNameWhateverItsCase) {
 
 TEST_P(InvokeSweep, EveryParameterIsFoundByName) {
   for_each_function([&](const Object& object, const FunctionInfo& function) {
-    for (std::size_t i = 0; i < count_of(function); ++i) {
+    for (std::size_t i = 0; i < function.inputs().size(); ++i) {
       std::wstring member = function.name(), parameter = function.parameters()[i].name;
       if (parameter.empty()) continue;  // the new value of a property
       LPOLESTR names[] = {member.data(), parameter.data()};
@@ -93,13 +76,13 @@ TEST_P(InvokeSweep, EveryParameterIsFoundByName) {
 
 TEST_P(InvokeSweep, TooManyArgumentsAreRefused) {
   for_each_function([&](const Object& object, const FunctionInfo& function) {
-    std::vector<Value> values = proper_values(function);
+    std::vector<Value> values = harmless_values(function);
     if (passes_arguments_on(function)) {
       EXPECT_FALSE(invoke(object, function, {std::vector<Value>(9, Value(1)), {}}).worked());
       return;
     }
     values.insert(values.begin(), Value(1));
-    const UINT surplus = is_put(function) ? 1u : 0u;
+    const UINT surplus = function.is_put() ? 1u : 0u;
     expect_refused(object, function, {values, {}}, DISP_E_BADPARAMCOUNT, surplus);
   });
 }
@@ -107,8 +90,8 @@ TEST_P(InvokeSweep, TooManyArgumentsAreRefused) {
 TEST_P(InvokeSweep, TooFewArgumentsAreRefused) {
   for_each_function([&](const Object& object, const FunctionInfo& function) {
     bool any_mandatory = false;
-    for (std::size_t i = 0; i < count_of(function); ++i) {
-      any_mandatory = any_mandatory || !function.parameters()[i].is_optional();
+    for (const ParameterInfo& input : function.inputs()) {
+      any_mandatory = any_mandatory || !input.is_optional();
     }
     if (any_mandatory) expect_refused(object, function, {}, DISP_E_BADPARAMCOUNT);
   });
@@ -116,9 +99,9 @@ TEST_P(InvokeSweep, TooFewArgumentsAreRefused) {
 
 TEST_P(InvokeSweep, MissingMandatoryArgumentIsRefused) {
   for_each_function([&](const Object& object, const FunctionInfo& function) {
-    for (std::size_t i = 0; i < count_of(function); ++i) {
+    for (std::size_t i = 0; i < function.inputs().size(); ++i) {
       if (function.parameters()[i].is_optional()) continue;
-      std::vector<Value> values = proper_values(function);
+      std::vector<Value> values = harmless_values(function);
       values[i] = Value::missing();
       expect_refused(object, function, {values, {}}, DISP_E_PARAMNOTOPTIONAL,
                      static_cast<UINT>(values.size() - 1 - i));
@@ -127,13 +110,11 @@ TEST_P(InvokeSweep, MissingMandatoryArgumentIsRefused) {
 }
 
 TEST_P(InvokeSweep, WrongTypesAreRefused) {
-  Value wrong;
-  wrong.parray = SafeArrayCreateVector(VT_I4, 0, 1);
-  wrong.vt = VT_ARRAY | VT_I4;
+  const Value wrong = array_of(VT_I4, 1);
   for_each_function([&](const Object& object, const FunctionInfo& function) {
-    for (std::size_t i = 0; i < count_of(function); ++i) {
+    for (std::size_t i = 0; i < function.inputs().size(); ++i) {
       if (plain_type_of(function.parameters()[i]).type == VT_VARIANT) continue;
-      std::vector<Value> values = proper_values(function);
+      std::vector<Value> values = harmless_values(function);
       values[i] = wrong;
       expect_refused(object, function, {values, {}}, DISP_E_TYPEMISMATCH,
                      static_cast<UINT>(values.size() - 1 - i));
@@ -144,10 +125,10 @@ TEST_P(InvokeSweep, WrongTypesAreRefused) {
 TEST_P(InvokeSweep, ObjectsOfOtherClassesAreRefused) {
   const Value stranger(object_for(IID_IDispatch));
   for_each_function([&](const Object& object, const FunctionInfo& function) {
-    for (std::size_t i = 0; i < count_of(function); ++i) {
+    for (std::size_t i = 0; i < function.inputs().size(); ++i) {
       const PlainType type = plain_type_of(function.parameters()[i]);
       if (type.type != VT_DISPATCH || type.iid == IID_IDispatch) continue;
-      std::vector<Value> values = proper_values(function);
+      std::vector<Value> values = harmless_values(function);
       values[i] = stranger;
       expect_refused(object, function, {values, {}}, DISP_E_TYPEMISMATCH,
                      static_cast<UINT>(values.size() - 1 - i));
@@ -158,8 +139,8 @@ TEST_P(InvokeSweep, ObjectsOfOtherClassesAreRefused) {
 TEST_P(InvokeSweep, UnknownNamesOfArgumentsAreRefused) {
   for_each_function([&](const Object& object, const FunctionInfo& function) {
     if (passes_arguments_on(function)) return;
-    const UINT named = is_put(function) ? 1u : 0u;
-    expect_refused(object, function, {proper_values(function), {kUnknownName}},
+    const UINT named = function.is_put() ? 1u : 0u;
+    expect_refused(object, function, {harmless_values(function), {kUnknownName}},
                    DISP_E_PARAMNOTFOUND, named);
   });
 }

@@ -5,7 +5,7 @@
 #include <sstream>
 #include <vector>
 
-#include "tests/abi/type_library.h"
+#include "tests/support/type_library.h"
 #include "tests/support/value.h"
 
 namespace pv::test {

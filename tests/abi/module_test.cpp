@@ -7,9 +7,9 @@
 #include <thread>
 
 #include "pvItems32.h"
-#include "tests/abi/type_library.h"
 #include "tests/support/module.h"
 #include "tests/support/object.h"
+#include "tests/support/type_library.h"
 #include "tests/support/value.h"
 
 namespace pv::test {

@@ -8,9 +8,9 @@
 #include <fstream>
 #include <set>
 
-#include "tests/abi/type_library.h"
 #include "tests/support/module.h"
 #include "tests/support/object.h"
+#include "tests/support/type_library.h"
 
 namespace pv::test {
 namespace {

@@ -1,14 +1,12 @@
 #include "tests/hostile/world.h"
 
-#include <cmath>
-#include <cstring>
 #include <mutex>
 #include <set>
-#include <stdexcept>
 
 #include "com/variant.h"
-#include "com/vtable_call.h"
 #include "tests/hostile/stranger.h"
+#include "tests/support/raw_call.h"
+#include "tests/support/sample_values.h"
 
 namespace pv::test {
 namespace {
@@ -21,30 +19,6 @@ constexpr std::size_t kMostConnections = 12;
 const std::set<std::wstring> kSlow = {L"pvMsgBox", L"ItemAccessEdit", L"ItemSymbolEdit",
                                       L"ShowMe",   L"ShowMePW",       L"ShowMeDT",
                                       L"Edit",     L"GetFileList"};
-
-bool is_put(const FunctionInfo& function) {
-  return function.description().invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF);
-}
-
-std::size_t input_count(const FunctionInfo& function) {
-  const auto& parameters = function.parameters();
-  const bool has_result = !parameters.empty() && parameters.back().is_result();
-  return parameters.size() - (has_result ? 1 : 0);
-}
-
-Value with_type(VARTYPE type, double number) {
-  Value value(number);
-  Value typed;
-  if (FAILED(VariantChangeType(&typed, &value, 0, type))) typed.vt = type;
-  return typed;
-}
-
-Value array(VARTYPE type, ULONG length) {
-  Value value;
-  value.parray = SafeArrayCreateVector(type, 0, length);
-  value.vt = static_cast<VARTYPE>(VT_ARRAY | type);
-  return value;
-}
 
 }  // namespace
 
@@ -69,7 +43,7 @@ struct World::Arguments {
   std::vector<VARIANT> passed;
 };
 
-World::World(unsigned seed) : classes_(classes_of(module_.type_library().get())), engine_(seed) {
+World::World(unsigned seed) : Dice(seed), classes_(classes_of(module_.type_library().get())) {
   for (const ClassInfo& each : classes_)
     kinds_.push_back({&each, functions_of(each.interface_type)});
   for (const Kind& kind : kinds_) keep(Object::create(kind.info->prog_id()).as<IDispatch>());
@@ -111,7 +85,7 @@ void World::invoke_something() {
   const FunctionInfo& function = any_of(holding.kind->functions);
   const auto turn = turn_to_call(function);
   if (!turn) return;
-  Arguments arguments(input_count(function));
+  Arguments arguments(function.inputs().size());
   fill(holding, function, arguments);
   std::vector<VARIANT> reversed(arguments.passed.rbegin(), arguments.passed.rend());
   if (chance(4) && !reversed.empty()) reversed.pop_back();
@@ -120,7 +94,7 @@ void World::invoke_something() {
   auto flags = static_cast<WORD>(function.description().invkind);
   if (chance(5)) flags = static_cast<WORD>(1u << random(4));
   std::vector<DISPID> names;
-  if (is_put(function) && !reversed.empty()) names.push_back(DISPID_PROPERTYPUT);
+  if (function.is_put() && !reversed.empty()) names.push_back(DISPID_PROPERTYPUT);
   if (chance(2) && !reversed.empty()) names.assign(1, static_cast<DISPID>(random(5)));
   Outcome outcome =
       Object(holding.object).invoke(function.description().memid, flags, reversed, names);
@@ -141,39 +115,19 @@ void World::call_something_raw() {
   Ref<IUnknown> object;
   holding.object->QueryInterface(owner.attributes().guid, reinterpret_cast<void**>(object.put()));
   if (!object) return;
-  CallWords words;
-  words.push(object.get());
   std::vector<Value> inputs;
-  inputs.reserve(function.parameters().size());
-  alignas(8) unsigned char result[sizeof(VARIANT)] = {};
-  PlainType result_type;
-  for (const ParameterInfo& parameter : function.parameters()) {
-    const PlainType type = plain_type_of(owner, parameter.type);
-    if (parameter.is_result()) {
-      result_type = type;
-      words.push(chance(3) ? nullptr : result);
-      continue;
-    }
-    Value& input = inputs.emplace_back(value_for(type));
-    void* const payload =
-        type.type == VT_VARIANT ? static_cast<void*>(static_cast<VARIANT*>(&input)) : &input.lVal;
-    if (type.pointers > 0) {
-      words.push(chance(5) ? nullptr : payload);
-      continue;
-    }
-    words.push_value(payload, size_of(type.type));
+  std::vector<std::size_t> nulls;
+  for (const ParameterInfo& input : function.inputs()) {
+    const PlainType type = plain_type_of(owner, input.type);
+    inputs.push_back(value_for(type));
+    if (type.pointers > 0 && chance(5)) nulls.push_back(inputs.size() - 1);
   }
-  const auto slot = static_cast<std::size_t>(function.description().oVft) / sizeof(void*);
-  if (FAILED(call_vtable(object.get(), slot, words))) ++tally_.refused;
-  Value taken;
-  if (result_type.type == VT_VARIANT) {
-    std::memcpy(static_cast<VARIANT*>(&taken), result, sizeof(VARIANT));
-  } else if (result_type.type == VT_BSTR || result_type.is_interface()) {
-    taken.vt = result_type.type;
-    std::memcpy(&taken.byref, result, sizeof taken.byref);
-  }
-  keep(taken);
-  for (const Value& input : inputs) keep(input);
+  RawCall call(owner, function, std::move(inputs));
+  for (std::size_t position : nulls) call.pass_null(position);
+  if (function.has_result() && chance(3)) call.pass_null_result();
+  if (FAILED(call.on(object.get()))) ++tally_.refused;
+  keep(call.take_result());
+  for (const Value& input : call.inputs()) keep(input);
 }
 
 void World::create_something() {
@@ -234,58 +188,6 @@ void World::fill(const Holding& holding, const FunctionInfo& function, Arguments
   }
 }
 
-std::wstring World::text() {
-  using namespace std::string_view_literals;
-  static const std::vector<std::wstring> kTexts = {L"",
-                                                   L"1",
-                                                   L"2",
-                                                   L"3",
-                                                   L"10",
-                                                   L"-1",
-                                                   L"1,5",
-                                                   L"2.5e3",
-                                                   L"1e999",
-                                                   L"text",
-                                                   L"a|b|c|",
-                                                   L"|",
-                                                   L"hostile.ini",
-                                                   L"hostile.itm",
-                                                   L"hostile",
-                                                   L"hostile.dim",
-                                                   L"hostile.lst",
-                                                   L"S1:P1024",
-                                                   L"9600,n,8,1",
-                                                   L"*.*",
-                                                   L"[a-z]*",
-                                                   L"?",
-                                                   std::wstring(L"nul\0inside"sv),
-                                                   L"\x150\x171\xD83D",
-                                                   L"Symbol",
-                                                   std::wstring(300, L'x'),
-                                                   std::wstring(5000, L'7'),
-                                                   L"12/31/2026",
-                                                   L" ",
-                                                   L"\r\n"};
-  if (chance(80)) return any_of(kTexts);
-  std::wstring made;
-  for (unsigned left = random(30); left > 0; --left)
-    made += static_cast<wchar_t>(chance(80) ? 32 + random(96) : random(65536));
-  return made;
-}
-
-Value World::number(VARTYPE type) {
-  static const std::vector<double> kNumbers = {0,   1,     2,      3,     -1,    5,
-                                               100, 32767, -32768, 65536, 2e9,   -2147483648.0,
-                                               0.5, -0.5,  1e38,   1e300, -1e300};
-  if (chance(3) && (type == VT_R4 || type == VT_R8 || type == VT_DATE)) {
-    Value value = with_type(type, 0);
-    if (type == VT_R4) value.fltVal = std::nanf("");
-    if (type != VT_R4) value.dblVal = chance(50) ? std::nan("") : HUGE_VAL;
-    return value;
-  }
-  return with_type(type, any_of(kNumbers));
-}
-
 Ref<IDispatch> World::any_object() {
   if (chance(15)) return {};
   if (chance(30)) {
@@ -333,7 +235,7 @@ Value World::any_value() {
     case 4:
       return Value(any_object());
     case 5:
-      return array(chance(50) ? VT_VARIANT : VT_I4, random(4));
+      return array_of(chance(50) ? VT_VARIANT : VT_I4, random(4));
     case 6:
       return Value(chance(50));
     case 7:
@@ -379,10 +281,10 @@ void World::spoil(VARIANT& reference) {
   switch (reference.vt & ~VT_BYREF) {
     case VT_I2:
     case VT_BOOL:
-      *reference.piVal = static_cast<short>(engine_());
+      *reference.piVal = static_cast<short>(random());
       return;
     case VT_I4:
-      *reference.plVal = static_cast<long>(engine_());
+      *reference.plVal = static_cast<long>(random());
       return;
     case VT_R4:
       *reference.pfltVal = 1e38f;
@@ -450,7 +352,7 @@ void World::untie(const Holding& holding) {
   for (const FunctionInfo& function : holding.kind->functions) {
     const auto& parameters = function.parameters();
     if (function.name() == L"Clear" && parameters.empty()) object.try_call(L"Clear");
-    if (!is_put(function) || parameters.size() != 1) continue;
+    if (!function.is_put() || parameters.size() != 1) continue;
     const PlainType type =
         plain_type_of(holding.kind->info->interface_type, parameters.front().type);
     if (type.is_interface()) object.try_set(function.name(), Value::nothing());

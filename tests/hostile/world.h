@@ -1,16 +1,15 @@
 #pragma once
 
-#include <array>
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
-#include "tests/abi/type_library.h"
+#include "tests/hostile/dice.h"
 #include "tests/support/module.h"
 #include "tests/support/object.h"
+#include "tests/support/type_library.h"
 
 namespace pv::test {
 
@@ -18,7 +17,7 @@ namespace pv::test {
 /// random members of random objects with random arguments, through Invoke and through the vtable,
 /// with servers and listeners that fail, call back, release and disconnect. What it holds is let go
 /// at the end, references in circles included.
-class World {
+class World : private Dice {
  public:
   explicit World(unsigned seed);
   ~World();
@@ -50,13 +49,6 @@ class World {
   };
   struct Arguments;
 
-  unsigned random(unsigned limit) { return engine_() % limit; }
-  bool chance(unsigned percent) { return random(100) < percent; }
-  template <class T>
-  const T& any_of(const std::vector<T>& values) {
-    return values[random(static_cast<unsigned>(values.size()))];
-  }
-
   void call_once();
   void invoke_something();
   void call_something_raw();
@@ -73,8 +65,6 @@ class World {
   void fill(const Holding& holding, const FunctionInfo& function, Arguments& arguments);
   Value any_value();
   Value value_for(const PlainType& type);
-  Value number(VARTYPE type);
-  std::wstring text();
   Ref<IDispatch> any_object();
   Ref<IDispatch> object_for(REFIID iid);
 
@@ -91,7 +81,6 @@ class World {
   std::vector<Kind> kinds_;
   std::vector<Holding> holdings_;
   std::vector<Connection> connections_;
-  std::mt19937 engine_;
   int depth_ = 0;
   Tally tally_;
 };

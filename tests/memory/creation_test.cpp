@@ -6,11 +6,11 @@
 #include "com/module.h"
 #include "com/type_library.h"
 #include "pvItems32.h"
-#include "tests/abi/type_library.h"
 #include "tests/memory/failing_memory.h"
 #include "tests/memory/host.h"
 #include "tests/memory/tables.h"
 #include "tests/support/allocation_spy.h"
+#include "tests/support/type_library.h"
 
 namespace pv::test {
 namespace {
@@ -69,11 +69,11 @@ TEST(TheTableOfMembers, IsMadeWholeOrNotAtAll) {
       for (const FunctionInfo& function : functions) {
         const DISPID id = function.description().memid;
         EXPECT_EQ(table->id_of(function.name()), id) << printable(function.name());
-        for (std::size_t i = 0; i < function.parameters().size(); ++i) {
-          const ParameterInfo& parameter = function.parameters()[i];
-          if (parameter.is_result() || parameter.name.empty()) continue;
-          EXPECT_EQ(table->parameter_id(id, parameter.name), static_cast<DISPID>(i))
-              << printable(parameter.name);
+        const auto inputs = function.inputs();
+        for (std::size_t i = 0; i < inputs.size(); ++i) {
+          if (inputs[i].name.empty()) continue;
+          EXPECT_EQ(table->parameter_id(id, inputs[i].name), static_cast<DISPID>(i))
+              << printable(inputs[i].name);
         }
       }
       return true;

@@ -6,11 +6,12 @@
 
 #include "com/module.h"
 #include "com/type_library.h"
-#include "tests/abi/type_library.h"
 #include "tests/memory/host.h"
 #include "tests/memory/tables.h"
 #include "tests/memory/trial.h"
 #include "tests/support/module.h"
+#include "tests/support/sample_values.h"
+#include "tests/support/type_library.h"
 
 namespace pv::test {
 namespace {
@@ -23,66 +24,44 @@ const std::set<std::wstring> kLeftOut = {
 /// Every member of a class with arguments that it takes, on an object with something in it.
 class EveryMember : public testing::TestWithParam<std::string> {
  protected:
-  EveryMember() : classes_(classes_of(own_type_library().get())) {
-    for (const ClassInfo& each : classes_) {
-      if (std::string(each.name.begin(), each.name.end()) == GetParam()) tested_ = &each;
-    }
+  EveryMember()
+      : classes_(classes_of(own_type_library().get())), tested_(class_named(classes_, GetParam())) {
     SetCurrentDirectoryW(scratch_folder().c_str());
   }
   ~EveryMember() override { SetCurrentDirectoryW(program_folder().c_str()); }
 
-  static std::size_t inputs_of(const FunctionInfo& function) {
-    const auto& parameters = function.parameters();
-    return parameters.size() - (!parameters.empty() && parameters.back().is_result() ? 1 : 0);
-  }
-
   /// `key` is the text or number that values of any kind are.
   std::vector<Value> arguments_of(const FunctionInfo& function, const Value& key) const {
     std::vector<Value> arguments;
-    for (std::size_t i = 0; i < inputs_of(function); ++i)
-      arguments.push_back(argument_for(function.parameters()[i], key));
+    for (const ParameterInfo& input : function.inputs()) {
+      arguments.push_back(argument_for(input, key));
+    }
     return arguments;
   }
 
   Object tested_object(const std::vector<FunctionInfo>& functions) const {
-    const Object object = create(tested_->name);
+    const Object object = create(tested_.name);
     for (const FunctionInfo& function : functions) {
       if (function.name() == L"Add") add_to(object, function);
     }
     return object;
   }
 
-  const ClassInfo& tested() const { return *tested_; }
+  const ClassInfo& tested() const { return tested_; }
 
  private:
   Value argument_for(const ParameterInfo& parameter, const Value& key) const {
-    const PlainType type = plain_type_of(tested_->interface_type, parameter.type);
-    switch (type.type) {
-      case VT_BSTR:
-        return Value(scratch_folder() + L"memory.txt");
-      case VT_VARIANT:
-        return key;
-      case VT_BOOL:
-        return Value(true);
-      case VT_R4:
-      case VT_R8:
-      case VT_DATE:
-        return Value(2.5);
-      case VT_DISPATCH:
-        return object_for(type.iid);
-      default:
-        return Value(1);
-    }
+    const PlainType type = plain_type_of(tested_.interface_type, parameter.type);
+    if (type.is_interface()) return object_for(type.iid);
+    return type.type == VT_VARIANT ? key : usual_value(type.type);
   }
 
   Value object_for(REFIID iid) const {
     if (iid == IID_IDispatch) {
       return host_object([](const std::wstring&, const HostArguments&) { return Value(L"1"); });
     }
-    for (const ClassInfo& each : classes_) {
-      if (each.interface_type.attributes().guid == iid) return create(each.name);
-    }
-    return Value::nothing();
+    const ClassInfo* const found = class_with(classes_, iid);
+    return found ? Value(create(found->name)) : Value::nothing();
   }
 
   void add_to(const Object& object, const FunctionInfo& add) const {
@@ -92,7 +71,7 @@ class EveryMember : public testing::TestWithParam<std::string> {
   }
 
   std::vector<ClassInfo> classes_;
-  const ClassInfo* tested_ = nullptr;
+  const ClassInfo& tested_;
 };
 
 TEST_P(EveryMember, RunsOutOfMemoryCleanly) {
@@ -112,9 +91,8 @@ TEST_P(EveryMember, RunsOutOfMemoryCleanly) {
 
 std::vector<std::string> names_of_classes() {
   std::vector<std::string> names;
-  for (const ClassEntry& entry : library().classes) {
-    const std::wstring_view name(entry.name);
-    names.emplace_back(name.begin(), name.end());
+  for (const ClassInfo& each : classes_of(own_type_library().get())) {
+    names.push_back(each.plain_name());
   }
   return names;
 }

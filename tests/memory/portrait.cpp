@@ -4,7 +4,7 @@
 
 #include "com/module.h"
 #include "com/type_library.h"
-#include "tests/abi/type_library.h"
+#include "tests/support/type_library.h"
 
 namespace pv::test {
 namespace {
@@ -20,9 +20,8 @@ using Properties = std::vector<Property>;
 std::wstring words_for(const VARIANT& value, int depth);
 
 bool is_readable(const FunctionInfo& function) {
-  const auto& parameters = function.parameters();
-  return function.description().invkind == INVOKE_PROPERTYGET && parameters.size() == 1 &&
-         parameters.front().is_result() && function.description().memid != DISPID_NEWENUM;
+  return function.description().invkind == INVOKE_PROPERTYGET && function.has_result() &&
+         function.inputs().empty() && function.description().memid != DISPID_NEWENUM;
 }
 
 struct Described {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "com/automation.h"
@@ -54,6 +56,11 @@ class FunctionInfo {
   const FUNCDESC& description() const { return *description_; }
   const std::wstring& name() const { return name_; }
   const std::vector<ParameterInfo>& parameters() const { return parameters_; }
+  bool has_result() const { return !parameters_.empty() && parameters_.back().is_result(); }
+  /// The parameters except the result.
+  std::span<const ParameterInfo> inputs() const;
+  /// Sets a property, by value or by reference.
+  bool is_put() const;
 
  private:
   Ref<ITypeInfo> owner_;
@@ -89,8 +96,15 @@ struct ClassInfo {
   IID source = IID_NULL;    // of its events, IID_NULL for none
 
   std::wstring prog_id() const { return L"pvItems32." + name; }
+  /// The name as parameterised tests have it.
+  std::string plain_name() const { return {name.begin(), name.end()}; }
 };
 std::vector<ClassInfo> classes_of(ITypeLib* library);
+
+/// The class of this plain name; throws std::runtime_error when there is none.
+const ClassInfo& class_named(const std::vector<ClassInfo>& classes, std::string_view plain_name);
+/// The class with this default interface, null for none.
+const ClassInfo* class_with(const std::vector<ClassInfo>& classes, REFIID default_interface);
 
 std::wstring text_of_guid(REFGUID guid);
 

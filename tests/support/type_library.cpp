@@ -1,4 +1,4 @@
-#include "tests/abi/type_library.h"
+#include "tests/support/type_library.h"
 
 #include <array>
 #include <stdexcept>
@@ -68,7 +68,7 @@ FunctionInfo::FunctionInfo(const TypeInfo& owner, UINT index) : owner_(owner.get
     const USHORT flags = element.paramdesc.wParamFlags;
     const bool has_default = (flags & PARAMFLAG_FHASDEFAULT) != 0;
     // The names of a member are those of its first kind; a new value has none of its own.
-    const bool is_new_value = (description_->invkind & kPuts) && i + 1 == description_->cParams;
+    const bool is_new_value = is_put() && i + 1 == description_->cParams;
     std::wstring name = taken(std::exchange(names[static_cast<std::size_t>(i) + 1], nullptr));
     if (is_new_value) name.clear();
     parameters_.push_back(
@@ -86,6 +86,12 @@ FunctionInfo::FunctionInfo(FunctionInfo&& other) noexcept
 FunctionInfo::~FunctionInfo() {
   if (description_) owner_->ReleaseFuncDesc(description_);
 }
+
+std::span<const ParameterInfo> FunctionInfo::inputs() const {
+  return std::span(parameters_).first(parameters_.size() - (has_result() ? 1 : 0));
+}
+
+bool FunctionInfo::is_put() const { return (description_->invkind & kPuts) != 0; }
 
 std::vector<TypeInfo> types_of(ITypeLib* library) {
   std::vector<TypeInfo> types;
@@ -167,6 +173,20 @@ std::vector<ClassInfo> classes_of(ITypeLib* library) {
         {type.name(), attributes.guid, type, vtable_view_of(TypeInfo(default_interface)), source});
   }
   return classes;
+}
+
+const ClassInfo& class_named(const std::vector<ClassInfo>& classes, std::string_view plain_name) {
+  for (const ClassInfo& each : classes) {
+    if (each.plain_name() == plain_name) return each;
+  }
+  throw std::runtime_error("there is no class " + std::string(plain_name));
+}
+
+const ClassInfo* class_with(const std::vector<ClassInfo>& classes, REFIID default_interface) {
+  for (const ClassInfo& each : classes) {
+    if (each.interface_type.attributes().guid == default_interface) return &each;
+  }
+  return nullptr;
 }
 
 std::wstring text_of_guid(REFGUID guid) {
