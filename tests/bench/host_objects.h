@@ -1,32 +1,14 @@
 // Objects of a host that do as little as such an object can.
 #pragma once
 
-#include <atomic>
-
 #include "tests/bench/subject.h"
+#include "tests/support/counted.h"
 
 namespace pv::bench {
 
 /// The part of an automation object that all of these share.
-class HostObject : public IDispatch {
+class HostObject : public test::Counted<IDispatch> {
  public:
-  HostObject() = default;
-  HostObject(const HostObject&) = delete;
-  HostObject& operator=(const HostObject&) = delete;
-  virtual ~HostObject() = default;
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch;
-    *object = known ? static_cast<IDispatch*>(this) : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
     *count = 0;
     return S_OK;
@@ -35,9 +17,6 @@ class HostObject : public IDispatch {
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
     return DISP_E_UNKNOWNNAME;
   }
-
- private:
-  std::atomic<ULONG> references_{0};
 };
 
 /// A compiled transmitter server that answers every exchange with True and does nothing.

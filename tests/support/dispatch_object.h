@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "tests/support/counted.h"
 #include "tests/support/value.h"
 
 namespace pv::test {
@@ -12,26 +13,17 @@ namespace pv::test {
 /// Script objects have the extended dispatch interface, and know their members only there.
 enum class ObjectKind { kCompiled, kScript };
 
-/// The part that the automation objects of the tests share: counted, without type information;
-/// members by name. What a member does is the derived class's matter.
-class DispatchObject : public IDispatchEx {
+/// The part that the automation objects of the tests share: no type information, members by name.
+/// What a member does is the derived class's matter.
+class DispatchObject : public Counted<IDispatchEx> {
  public:
   /// `events` is a dispatch interface that the object answers to besides IDispatch.
   explicit DispatchObject(ObjectKind kind = ObjectKind::kCompiled, const IID* events = nullptr)
       : kind_(kind), events_(events) {}
-  DispatchObject(const DispatchObject&) = delete;
-  DispatchObject& operator=(const DispatchObject&) = delete;
-  virtual ~DispatchObject() = default;
 
   bool is_script() const { return kind_ == ObjectKind::kScript; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
     *count = 0;
@@ -66,7 +58,6 @@ class DispatchObject : public IDispatchEx {
 
   const ObjectKind kind_;
   const IID* const events_;
-  ULONG references_ = 0;
 };
 
 /// An error as an object answers it to its caller.
