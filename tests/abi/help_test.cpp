@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
+#include <string>
 
 #include "tests/support/module.h"
 #include "tests/support/source_tree.h"
@@ -61,15 +61,23 @@ TEST(Help, EveryValueOfAnEnumerationHasOne) {
   });
 }
 
-TEST(Help, OfValuesIsWhatTheContractSays) {
+// From declarations such as ENUM_VALUE(edtBit, 1, "One bit.").
+std::map<std::string, std::string> declared_help_of_values() {
   std::ifstream file(source_file("typelib/pvItems32.idl"));
   const std::string contract((std::istreambuf_iterator<char>(file)), {});
+  const std::string declaration = "ENUM_VALUE(";
   std::map<std::string, std::string> texts;
-  const std::regex declaration(R"re(ENUM_VALUE\(\s*(\w+)\s*,[^,]*,\s*"([^"]*)"\s*\))re");
-  for (std::sregex_iterator found(contract.begin(), contract.end(), declaration), end; found != end;
-       ++found) {
-    texts[(*found)[1]] = (*found)[2];
+  for (std::size_t name = 0; (name = contract.find(declaration, name)) != std::string::npos;) {
+    name += declaration.size();
+    const std::size_t text = contract.find('"', name) + 1;
+    texts[contract.substr(name, contract.find(',', name) - name)] =
+        contract.substr(text, contract.find('"', text) - text);
   }
+  return texts;
+}
+
+TEST(Help, OfValuesIsWhatTheContractSays) {
+  std::map<std::string, std::string> texts = declared_help_of_values();
   EXPECT_GT(texts.size(), 0u);
   for_each_type(TKIND_ENUM, [&](const TypeInfo& type) {
     for (UINT i = 0; i < type.attributes().cVars; ++i) {

@@ -4,8 +4,8 @@
 
 #include <fstream>
 #include <map>
-#include <regex>
 #include <set>
+#include <sstream>
 
 #include "tests/dialogs/driver/dialog_state.h"
 #include "tests/dialogs/driver/every_form.h"
@@ -22,14 +22,17 @@ std::string narrow(const std::wstring& ascii) { return {ascii.begin(), ascii.end
 std::map<std::string, Controls> documented() {
   std::ifstream page(test::source_file("docs/dialogs.md"));
   EXPECT_TRUE(page.is_open());
-  const std::regex heading("## (frm\\w+)\\r?");
-  const std::regex row("\\| (\\d+) \\| [^|]* \\| (\\w+) \\|.*");
   std::map<std::string, Controls> forms;
   std::string form;
   for (std::string line; std::getline(page, line);) {
-    std::smatch match;
-    if (std::regex_match(line, match, heading)) form = match[1];
-    if (std::regex_match(line, match, row)) forms[form].insert({std::stoi(match[1]), match[2]});
+    if (line.starts_with("## frm")) std::istringstream(line.substr(3)) >> form;
+    std::istringstream cells(line);
+    char bar = 0;
+    int id = 0;
+    std::string name, window_class;
+    const bool is_row = cells >> bar >> id >> bar && bar == '|' && std::getline(cells, name, '|') &&
+                        cells >> window_class;
+    if (is_row) forms[form].insert({id, window_class});
   }
   return forms;
 }
