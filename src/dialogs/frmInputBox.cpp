@@ -83,7 +83,8 @@ Control* frmInputBox::first_focus() {
   return &dtDate_;
 }
 
-// Whole days of the one picker, time of day of the other, whatever its own date.
+// Whole days of the one picker, time of day of the other, whatever its own date. Days before day
+// zero are negative, and the time of day is then counted away from zero, too.
 double frmInputBox::entered_moment() const {
   SYSTEMTIME date = dtDate_.value();
   date.wHour = date.wMinute = date.wSecond = date.wMilliseconds = 0;
@@ -92,7 +93,8 @@ double frmInputBox::entered_moment() const {
   time.wYear = 1899;
   time.wMonth = 12;
   time.wDay = 30;
-  return variant_time(date) + std::fabs(variant_time(time));
+  const double days = variant_time(date);
+  return days + std::copysign(variant_time(time), days);
 }
 
 void frmInputBox::confirm() {

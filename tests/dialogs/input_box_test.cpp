@@ -244,6 +244,28 @@ TEST_F(InputBox, ADefaultMayBeADateANumberOrADateText) {
   EXPECT_NEAR(moment_of(L"2023-03-15 18:00:00").real(), 45000.75, kSecond / 100);
 }
 
+// Of a moment before day zero the days are negative, but the time of day still counts forwards.
+TEST_F(InputBox, ADefaultBeforeDayZeroComesBackAsItWasShown) {
+  for (const double moment : {-0.75, -1.25, -1.0, -36522.5, -0.0, 0.25}) {
+    const double shown = moment == -0.75 ? 0.75 : moment;  // a day zero of its own sign
+    EXPECT_NEAR(moment_of(date_value(moment)).real(), shown, kSecond / 100) << moment;
+  }
+}
+
+TEST_F(InputBox, ANullDefaultIsNoDefaultInEveryKindOfBox) {
+  for (const wchar_t* method : {L"ShowMe", L"ShowMePW"}) {
+    EXPECT_TRUE(ask(
+        [](const Dialog& dialog) {
+          EXPECT_EQ(dialog.text(kText), L"");
+          dialog.click(kOk);
+        },
+        method, L"?", L"", Value::null()));
+    EXPECT_EQ(value(), L"");
+  }
+  const double before = now();
+  EXPECT_NEAR(moment_of(Value::null()).real(), before, 10 * kSecond);
+}
+
 TEST_F(InputBox, WithoutADefaultItIsNow) {
   for (const Value& nothing :
        {Value(), Value::missing(), Value(L""), Value(L"no date"), Value(1e300), Value::null()}) {

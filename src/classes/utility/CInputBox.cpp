@@ -9,13 +9,20 @@ template ClassEntry class_entry<CInputBox>();
 
 namespace {
 
+// A missing default and Null are none.
+Variant initial_value(const VARIANT& given) {
+  Variant initial = dereferenced(given);
+  if (is_missing(initial) || initial.vt == VT_NULL) return Variant();
+  return initial;
+}
+
 bool show(InputKind kind, const VARIANT& prompt, const VARIANT& title, const VARIANT& initial,
           const VARIANT& unit, IDispatch* owner) {
   InputRequest request;
   request.kind = kind;
   request.prompt = optional_text(prompt);
   request.title = optional_text(title);
-  request.initial = is_missing(initial) ? Variant() : dereferenced(initial);
+  request.initial = initial_value(initial);
   request.unit = optional_text(unit);
   request.owner = owner_window(owner);
   return show_input_box(request);
