@@ -160,7 +160,7 @@ void Control::protect(const std::function<void()>& reaction) const { form_.prote
 void Control::move_window(const Metrics& metrics) {
   if (!window_) return;
   SetWindowPos(window_, nullptr, metrics.pixels(box_.left), metrics.pixels(box_.top),
-               metrics.pixels(box_.width), metrics.pixels(box_.height),
+               metrics.pixels(box_.width), metrics.pixels(window_height(metrics)),
                SWP_NOZORDER | SWP_NOACTIVATE);
   InvalidateRect(window_, nullptr, TRUE);
   on_moved();
@@ -181,7 +181,10 @@ Icon::Icon(Form& form, int id, LPCWSTR platform_icon)
 
 void Icon::fill_window() {
   const int size = form_.metrics().pixels(kIconSize);
-  icon_.reset(static_cast<HICON>(LoadImageW(nullptr, platform_icon_, IMAGE_ICON, size, size, 0)));
+  // By number the platform gives the shared icon only, in one size; copies may have any.
+  const HANDLE shared =
+      LoadImageW(nullptr, platform_icon_, IMAGE_ICON, 0, 0, LR_SHARED | LR_DEFAULTSIZE);
+  icon_.reset(static_cast<HICON>(CopyImage(shared, IMAGE_ICON, size, size, LR_COPYFROMRESOURCE)));
   send(STM_SETICON, reinterpret_cast<WPARAM>(icon_.get()));
 }
 
@@ -346,6 +349,13 @@ void DropDownList::refresh_texts() {
 
 DateTimePicker::DateTimePicker(Form& form, int id, Kind kind)
     : Control(form, id, DATETIMEPICK_CLASSW,
+// The platform counts the open list to the window of the closed one.
+Twips DropDownList::window_height(const Metrics& metrics) const {
+  const auto entry = static_cast<int>(send(CB_GETITEMHEIGHT, 0));
+  const auto entries = static_cast<Twips>(entries_.size());
+  return box().height + entries * metrics.twips(entry) + metrics.twips(2);
+}
+
               WS_TABSTOP | (kind == Kind::kDate ? DTS_SHORTDATEFORMAT : DTS_TIMEFORMAT)),
       kind_(kind) {
   GetLocalTime(&value_);

@@ -64,6 +64,8 @@ class Control {
   virtual void refresh_texts();
   /// The window has its new place.
   virtual void on_moved() {}
+  /// The height that the window is given.
+  virtual Twips window_height(const Metrics&) const { return box_.height; }
   /// The window tells that something happened; `code` belongs to its window class.
   virtual void on_notification(WORD) {}
 
@@ -241,6 +243,7 @@ class DropDownList : public Control {
 };
 
 /// A date, or a time of day, in the user's own format.
+  Twips window_height(const Metrics& metrics) const override;
 class DateTimePicker : public Control {
  public:
   enum class Kind { kDate, kTime };

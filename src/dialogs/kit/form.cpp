@@ -18,8 +18,9 @@ namespace {
 
 constexpr DWORD kFormStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 
-// A dialog template with no controls, no menu and the dialog class itself.
-struct EmptyTemplate {
+// A dialog template with no controls, no menu and the dialog class itself. Templates begin at a
+// double word, though their parts are packed to words.
+struct alignas(DWORD) EmptyTemplate {
   // The extended style keeps a form whose border is none of a dialog without an icon.
   explicit EmptyTemplate(DWORD border) {
     header.style = kFormStyle | border;
