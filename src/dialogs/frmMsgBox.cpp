@@ -41,6 +41,12 @@ constexpr Twips kButtonGap = 120;
 constexpr Twips kBelowButtons = 120;
 constexpr Twips kBesideScrollBar = 120;
 
+constexpr std::size_t kLongestLine = 80;  // characters that the eye follows with ease
+
+bool has_key_of_its_own(short result) {
+  constexpr short kOk = 1;
+  return result == kOk || result == kCancel;
+}
 short known_set(short buttons) {
   return buttons >= 0 && buttons < static_cast<short>(std::size(kButtonSets)) ? buttons : short{0};
 }
@@ -69,6 +75,7 @@ void frmMsgBox::prepare_buttons() {
     const ButtonRow& row = kButtonSets[set_][i];
     tags_[i] = row.result;
     bBut_[i].set_visible(row.text_id != 0);
+    bBut_[i].set_access_key(!has_key_of_its_own(row.result));
     if (row.text_id) {
       bBut_[i].set_caption(row.text_id);
     } else {

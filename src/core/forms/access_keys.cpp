@@ -16,23 +16,27 @@ bool is_accented(wchar_t c) { return c >= 0xC0 && c <= 0x24F && c != 0xD7 && c !
 
 bool is_word(wchar_t c) { return is_plain(c) || is_accented(c); }
 
-// Positions that may carry the mark, best first. Accented letters come last: they are hard to type
-// on the keyboard of another language.
+// Letters that cross the line that marks the key.
+bool has_descender(wchar_t c) {
+  return std::wstring_view(L"gjpqy").find(c) != std::wstring_view::npos;
+}
+
+// How well a position suits the mark; smaller is better. Accented letters come last: they are hard
+// to type on the keyboard of another language.
+int rank(std::wstring_view caption, std::size_t position) {
+  const wchar_t c = caption[position];
+  if (is_accented(c)) return 4;
+  const bool initial = position == 0 || !is_word(caption[position - 1]);
+  return (has_descender(c) ? 2 : 0) + (initial ? 0 : 1);
+}
+
+// Positions that may carry the mark, best first.
 std::vector<std::size_t> candidates(std::wstring_view caption) {
-  std::vector<std::size_t> initials;
-  std::vector<std::size_t> inner;
-  std::vector<std::size_t> accented;
-  for (std::size_t i = 0; i < caption.size(); ++i) {
-    if (is_accented(caption[i])) {
-      accented.push_back(i);
-    } else if (is_plain(caption[i])) {
-      const bool initial = i == 0 || !is_word(caption[i - 1]);
-      (initial ? initials : inner).push_back(i);
-    }
-  }
-  initials.insert(initials.end(), inner.begin(), inner.end());
-  initials.insert(initials.end(), accented.begin(), accented.end());
-  return initials;
+  std::vector<std::size_t> positions;
+  for (std::size_t i = 0; i < caption.size(); ++i)
+    if (is_word(caption[i])) positions.push_back(i);
+  std::ranges::stable_sort(positions, {}, [&](std::size_t at) { return rank(caption, at); });
+  return positions;
 }
 
 // Gives every caption a key of its own. When all keys of a caption are taken, the holders of those

@@ -13,8 +13,9 @@ namespace pv {
 std::wstring without_access_key(std::wstring_view caption);
 
 /// The captions of one form, each with '&' before its access key; every key occurs once. Initials
-/// of the caption are preferred, then initials of its words, then any letter. A caption for which
-/// no letter or digit is left gets none.
+/// of the caption are preferred, then initials of its words, then any letter; letters that reach
+/// below the line come after those that do not. A caption for which no letter or digit is left gets
+/// none.
 std::vector<std::wstring> with_access_keys(const std::vector<std::wstring>& captions,
                                            const KeyCase& keys);
 

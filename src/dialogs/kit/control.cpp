@@ -109,10 +109,16 @@ void Control::set_visible(bool visible) {
   visible_ = visible;
   if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
 }
+  show_enabled();
 
 void Control::set_enabled(bool enabled) {
   enabled_ = enabled;
-  if (window_) EnableWindow(window_, enabled);
+  show_enabled();
+}
+
+// The platform looks for access keys among hidden controls, too.
+void Control::show_enabled() const {
+  if (window_) EnableWindow(window_, enabled_ && visible_);
 }
 
 void Control::focus() {
@@ -136,7 +142,7 @@ LRESULT Control::send(UINT message, WPARAM w, LPARAM l) const {
 void Control::create_window(HWND form, const Metrics& metrics) {
   DWORD style = style_ | WS_CHILD;
   if (visible_) style |= WS_VISIBLE;
-  if (!enabled_) style |= WS_DISABLED;
+  if (!enabled_ || !visible_) style |= WS_DISABLED;
   window_ = CreateWindowExW(extended_style_, window_class_, L"", style, 0, 0, 0, 0, form,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)), module_instance(),
                             nullptr);

@@ -43,6 +43,7 @@ class Control {
 
   bool visible() const { return visible_; }
   void set_visible(bool visible);
+  /// A hidden control is disabled as well, and shows no access key after the next refresh.
   bool enabled() const { return enabled_; }
   void set_enabled(bool enabled);
   void focus();
@@ -82,6 +83,7 @@ class Control {
 
   void create_window(HWND form, const Metrics& metrics);
   void drop_window();
+  void show_enabled() const;
   void move_window(const Metrics& metrics);
 
   int id_;
@@ -140,15 +142,20 @@ class Button : public Control {
  public:
   Button(Form& form, int id, std::function<void()> clicked);
 
+  /// OK and Cancel have none: Enter and Esc press them. Not for a form that is shown.
+  void set_access_key(bool has) { has_access_key_ = has; }
  protected:
   Button(Form& form, int id, DWORD style, std::function<void()> clicked);
-  Caption caption() const override { return Caption::kMnemonic; }
+  Caption caption() const override {
+    return has_access_key_ ? Caption::kMnemonic : Caption::kEscaped;
+  }
   TwipSize measure(const Metrics& metrics, Twips width) const override;
   void on_notification(WORD code) override;
 
  private:
   std::function<void()> clicked_;
 };
+  bool has_access_key_ = true;
 
 class CheckBox : public Control {
  public:

@@ -89,6 +89,7 @@ void Form::finish(bool ok) {
 void Form::set_answers(Button& ok, Button& cancel) {
   ok.set_caption(TEXT_OK);
   cancel.set_caption(TEXT_CANCEL);
+  for (Button* const answer : {&ok, &cancel}) answer->set_access_key(false);
   set_default(ok);
 }
 
@@ -186,6 +187,7 @@ void Form::open(HWND owner) {
 
 void Form::show_captions() {
   const auto has_mnemonic = [](const Control* control) {
+// Hidden controls keep their keys without showing them, so that no key moves when they appear.
     return control->caption() == Control::Caption::kMnemonic;
   };
   std::vector<std::wstring> captions;
@@ -194,8 +196,9 @@ void Form::show_captions() {
   const std::vector<std::wstring> marked = with_access_keys(captions, key_case());
   auto next = marked.begin();
   for (Control* control : controls_) {
-    if (has_mnemonic(control)) control->show_text(*next++);
-    if (control->caption() == Control::Caption::kEscaped)
+    const std::wstring* const with_key = has_mnemonic(control) ? &*next++ : nullptr;
+    if (with_key && control->visible()) control->show_text(*with_key);
+    if (control->caption() == Control::Caption::kEscaped || (with_key && !control->visible()))
       control->show_text(without_access_key(control->text()));
     if (control->caption() == Control::Caption::kLiteral) control->show_text(control->text());
   }

@@ -46,7 +46,16 @@ TEST(AccessKeys, UpperAndLowerCaseAreOneKey) {
 }
 
 TEST(AccessKeys, AccentedLettersComeLast) {
-  EXPECT_EQ(marked({L"Újra", L"Írás"}), (Captions{L"Ú&jra", L"Í&rás"}));
+  EXPECT_EQ(marked({L"Úton", L"Írás"}), (Captions{L"Ú&ton", L"Í&rás"}));
+}
+
+TEST(AccessKeys, LettersThatReachBelowTheLineComeAfterThoseThatDoNot) {
+  EXPECT_EQ(marked({L"Újra"}), (Captions{L"Új&ra"}));
+  EXPECT_EQ(marked({L"gap", L"yes", L"quit", L"jump", L"page"}),
+            (Captions{L"g&ap", L"y&es", L"q&uit", L"ju&mp", L"&page"}));
+  EXPECT_EQ(marked({L"Yes", L"Page", L"Join", L"Quit", L"Go"}),
+            (Captions{L"&Yes", L"&Page", L"&Join", L"&Quit", L"&Go"}));
+  EXPECT_EQ(marked({L"gyp"}), (Captions{L"&gyp"}));
 }
 
 TEST(AccessKeys, AnAccentedLetterServesWhenNothingElseIsLeft) {
