@@ -146,14 +146,20 @@ Twips frmMsgBox::row_width(const TwipSize& button) const {
   return width;
 }
 
-// Long prompts break at five eighths of the screen's width, longer ones at its full width, and what
-// is still too high for the screen scrolls: the buttons never leave it.
+// Prompts break where lines get hard to read. Longer ones break at five eighths of the screen's
+// width or at its full width, and what is still too high for the screen scrolls: the buttons never
+// leave it.
 TwipBox frmMsgBox::fit_prompt(Twips height_below) {
   const TwipSize area = work_area();
   const Twips beside = kPromptLeft + kAfterPrompt;
   const Twips highest = area.height - kPromptTop - height_below;
-  TwipSize size = pInfo_.natural_size(area.width * 5 / 8 - beside);
-  if (size.height > highest) size = pInfo_.natural_size(area.width - beside);
+  const Twips readable = metrics().text_size(std::wstring(kLongestLine, L'x'), DT_SINGLELINE).width;
+  const Twips usual = area.width * 5 / 8 - beside;
+  TwipSize size;
+  for (const Twips widest : {std::min(readable, usual), usual, area.width - beside}) {
+    size = pInfo_.natural_size(widest);
+    if (size.height <= highest) break;
+  }
   const bool scrolls = size.height > highest;
   if (scrolls) {
     const Twips bar = metrics().twips(GetSystemMetrics(SM_CXVSCROLL)) + kBesideScrollBar;

@@ -201,6 +201,23 @@ TEST_P(MessageBoxLayout, AVeryLongLineIsBrokenBeforeTheEdgeOfTheScreen) {
   }
 }
 
+// Longer lines are hard to follow back to their beginnings.
+TEST_P(MessageBoxLayout, LinesAreAboutEightyCharactersLongAtMost) {
+  for (const wchar_t* word : {L"many words ", L"unbroken"}) {
+    show(utility_, {.prompt = repeated(word, 30)}, [&](const Dialog& box) {
+      const SIZE line =
+          needed(box.control(kPromptId), std::wstring(80, L'x'), DT_SINGLELINE | DT_NOPREFIX);
+      const RECT prompt = box.pixels(kPromptId);
+      EXPECT_LE(prompt.right - prompt.left, line.cx + 1);
+      if (dpi() == 96) {
+        EXPECT_GE(prompt.right - prompt.left, line.cx * 3 / 4);
+      }
+      expect_nothing_clipped(box);
+      expect_layout(box, dpi());
+    });
+  }
+}
+
 TEST_P(MessageBoxLayout, APromptThatIsHigherThanTheScreenScrolls) {
   const long result =
       show(utility_, {.prompt = repeated(L"line\n", 300), .buttons = 3}, [&](const Dialog& box) {
