@@ -11,8 +11,8 @@ namespace pv {
 /// user confirmed: `symbol` is the new text then; it is left alone otherwise.
 bool edit_symbol(std::wstring& symbol);
 
-/// The picture that the symbol editor makes of a symbol text; no window is shown. Errors of an
-/// editor that is not ours pass to the caller.
+/// The picture that the symbol editor makes of a symbol text, or none when the text is of another
+/// editor; no window is shown. Errors of an editor that is not ours pass to the caller.
 Ref<IPictureDisp> picture_of_symbol(const std::wstring& symbol);
 
 }  // namespace pv

@@ -143,12 +143,12 @@ TEST_F(SymbolControl, AFailingControlGivesNothingForAPicture) {
 TEST_F(SymbolControl, WithoutAUsableControlTheLibrarysOwnEditorTakesItsPlace) {
   for (const Kind kind : {Kind::kCannotBeCreated, Kind::kWithoutPictures}) {
     const RegisteredPictureControl control(kind);
-    item_.put(L"Symbol", L"");
+    item_.put(L"Symbol", L"of the control");
     EXPECT_TRUE(edit([&](const Dialog& dialog) {
       EXPECT_NE(dialog.control(kGrid), nullptr);
       dialog.click(kOk);
     }));
-    EXPECT_EQ(item_.get(L"Symbol"), L"S1:P1024");
+    EXPECT_EQ(item_.get(L"Symbol"), L"of the control");
     EXPECT_EQ(control.log().living, 0);
   }
 }

@@ -20,7 +20,7 @@ constexpr int kPencil = 1100, kLine = 1101, kRectangle = 1102, kFill = 1103, kEr
 constexpr int kGrid = 1106, kPalette = 1108, kPreview = 1110;
 constexpr int kUndo = 1111, kClear = 1112, kMirrorAcross = 1113, kMirrorUpright = 1114;
 constexpr std::uint8_t kBlack = 0, kRed = 12, kWhite = 15;
-constexpr wchar_t kEmptySymbol[] = L"S1:P1024";
+constexpr int kDrawingLabel = 1105;
 
 /// A settings file of its own for each test, known to the library as the application's.
 class SettingsFile {
@@ -123,7 +123,8 @@ class SymbolEditor : public testing::Test {
       script(editor, dialog);
       editor.confirm();
     }));
-    return parse_symbol(item.get(L"Symbol").text());
+    const std::wstring text = item.get(L"Symbol").text();
+    return text.empty() ? Symbol() : parse_symbol(text);
   }
 
   Utility utility_;
@@ -149,7 +150,7 @@ TEST_F(SymbolEditor, AnEmptySymbolOpensAnEmptyDrawing) {
     EXPECT_FALSE(dialog.enabled(kUndo));
     Editor(dialog).confirm();
   }));
-  EXPECT_EQ(item.get(L"Symbol"), kEmptySymbol);
+  EXPECT_EQ(item.get(L"Symbol"), L"") << "nothing drawn is no symbol";
 }
 
 TEST_F(SymbolEditor, EveryWayOfCancellingKeepsTheSymbol) {
@@ -351,11 +352,37 @@ TEST_F(SymbolEditor, ThePreviewFollowsTheDrawingAtItsRealSize) {
   });
 }
 
-TEST_F(SymbolEditor, TextsOfAnotherFormOpenAnEmptyDrawing) {
-  for (const wchar_t* symbol : {L"FLOW", L"S2:P1024", L"S1:P1023", L"|"}) {
+TEST_F(SymbolEditor, AnEmptyDrawingIsNoSymbol) {
+  const Object item = new_item(L"S1:AP1023");
+  EXPECT_TRUE(edit(item, [&](const Dialog& dialog) {
+    dialog.ask(kClear, BM_CLICK);
+    Editor(dialog).confirm();
+  }));
+  EXPECT_EQ(item.get(L"Symbol"), L"");
+  item.put(L"Symbol", L"S1:P1024");
+  EXPECT_TRUE(edit(item, [&](const Dialog& dialog) { Editor(dialog).confirm(); }));
+  EXPECT_EQ(item.get(L"Symbol"), L"");
+}
+
+constexpr const wchar_t* kForeign[] = {L"FLOW", L"S2:P1024", L"S1:P1023", L"|", L" "};
+
+TEST_F(SymbolEditor, ASymbolOfAnotherEditorIsShownAsSuchAndComesBackUnchanged) {
+  const std::wstring own_label = utility_.text(7030), foreign_label = utility_.text(7033);
+  EXPECT_NE(foreign_label, own_label);
+  for (const wchar_t* symbol : kForeign) {
     const Object item = new_item(symbol);
-    EXPECT_TRUE(edit(item, [&](const Dialog& dialog) { Editor(dialog).confirm(); }));
-    EXPECT_EQ(item.get(L"Symbol"), kEmptySymbol);
+    EXPECT_TRUE(edit(item, [&](const Dialog& dialog) {
+      EXPECT_EQ(dialog.caption(kDrawingLabel), foreign_label);
+      dialog.ask(kMirrorAcross, BM_CLICK);
+      Editor(dialog).pick(kRed);
+      Editor(dialog).draw({{1, 1}});
+      EXPECT_EQ(dialog.caption(kDrawingLabel), own_label);
+      dialog.ask(kUndo, BM_CLICK);
+      EXPECT_EQ(dialog.caption(kDrawingLabel), foreign_label);
+      EXPECT_EQ(dialog.layout_faults(), "");
+      Editor(dialog).confirm();
+    }));
+    EXPECT_EQ(item.get(L"Symbol"), symbol);
   }
 }
 
@@ -395,6 +422,22 @@ TEST_F(SymbolEditor, RemembersTheColoursOnlyAfterOk) {
   });
   EXPECT_EQ(settings_.value(L"Settings"), L"nothing");
   edit(new_item(), [](const Dialog& dialog) {
+TEST_F(SymbolEditor, WhatIsDrawnTakesThePlaceOfASymbolOfAnotherEditor) {
+  const Object item = new_item(L"FLOW");
+  EXPECT_TRUE(edit(item, [](const Dialog& dialog) {
+    Editor(dialog).draw({{0, 0}});
+    Editor(dialog).confirm();
+  }));
+  EXPECT_EQ(item.get(L"Symbol"), L"S1:AP1023");
+  item.put(L"Symbol", L"FLOW");
+  EXPECT_TRUE(edit(item, [](const Dialog& dialog) {
+    dialog.ask(kClear, BM_CLICK);
+    EXPECT_TRUE(dialog.enabled(kUndo));
+    Editor(dialog).confirm();
+  }));
+  EXPECT_EQ(item.get(L"Symbol"), L"");
+}
+
     Editor(dialog).pick(kRed);
     Editor(dialog).pick(3, true);
     Editor(dialog).confirm();
@@ -482,7 +525,7 @@ TEST_F(SymbolEditor, NothingOfTheLastShowIsLeft) {
     EXPECT_FALSE(dialog.enabled(kUndo));
     Editor(dialog).confirm();
   }));
-  EXPECT_EQ(item.get(L"Symbol"), kEmptySymbol);
+  EXPECT_EQ(item.get(L"Symbol"), L"");
 }
 
 TEST_F(SymbolEditor, IsNotOpenedTwiceButStillMakesPictures) {

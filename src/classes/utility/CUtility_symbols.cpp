@@ -24,14 +24,14 @@ std::wstring symbol_key(_CTxm* txm, _CItem* item, short variable) {
   return key;
 }
 
-// The picture of a symbol that the editor cannot show is Nothing.
+// A text of an editor that is not there looks like no symbol; an editor that fails gives Nothing.
 Ref<IPictureDisp> picture_of(_CItem* item, short variable) {
   std::wstring symbol;
   attempt([&] { symbol = result_of(item, &_CItem::get_Symbol, variable); });
   if (symbol.empty()) return resource_bitmap(kNoSymbolPicture);
   Ref<IPictureDisp> picture;
-  attempt([&] { picture = picture_of_symbol(symbol); });
-  return picture;
+  const bool answered = attempt([&] { picture = picture_of_symbol(symbol); });
+  return answered && !picture ? resource_bitmap(kNoSymbolPicture) : picture;
 }
 
 bool edit(_CItem* item, short index) {

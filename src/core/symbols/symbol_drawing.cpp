@@ -16,10 +16,16 @@ SymbolPoint kept_near(SymbolPoint at) {
 
 }  // namespace
 
+SymbolDrawing SymbolDrawing::unreadable() {
+  SymbolDrawing drawing;
+  drawing.now_.unreadable = true;
+  return drawing;
+}
+
 void SymbolDrawing::begin(SymbolTool tool, SymbolPoint at, std::uint8_t colour) {
   end();
   const SymbolPoint start = kept_near(at);
-  stroke_ = Stroke{tool, start, start, colour, symbol_};
+  stroke_ = Stroke{tool, start, start, colour, now_};
   if (tool == SymbolTool::kFill) {
     fill(start, colour);
   } else {
@@ -39,26 +45,26 @@ void SymbolDrawing::end() {
 
 void SymbolDrawing::cancel() {
   if (!stroke_) return;
-  symbol_ = stroke_->before;
+  now_ = stroke_->before;
   stroke_.reset();
 }
 
-void SymbolDrawing::clear() { change_to(Symbol()); }
+void SymbolDrawing::clear() { change_to(State()); }
 
 // An open stroke is part of what is mirrored.
 void SymbolDrawing::mirror_left_right() {
-  Symbol mirrored = symbol_;
+  State mirrored = now_;
   for (int y = 0; y < Symbol::kSide; ++y)
     for (int x = 0; x < Symbol::kSide; ++x)
-      mirrored.at(x, y) = symbol_.at(Symbol::kSide - 1 - x, y);
+      mirrored.symbol.at(x, y) = now_.symbol.at(Symbol::kSide - 1 - x, y);
   change_to(mirrored);
 }
 
 void SymbolDrawing::mirror_top_bottom() {
-  Symbol mirrored = symbol_;
+  State mirrored = now_;
   for (int y = 0; y < Symbol::kSide; ++y)
     for (int x = 0; x < Symbol::kSide; ++x)
-      mirrored.at(x, y) = symbol_.at(x, Symbol::kSide - 1 - y);
+      mirrored.symbol.at(x, y) = now_.symbol.at(x, Symbol::kSide - 1 - y);
   change_to(mirrored);
 }
 
@@ -68,7 +74,7 @@ bool SymbolDrawing::undo() {
     return true;
   }
   if (former_.empty()) return false;
-  symbol_ = former_.back();
+  now_ = former_.back();
   former_.pop_back();
   return true;
 }
@@ -79,11 +85,11 @@ void SymbolDrawing::draw_to(SymbolPoint at) {
       draw_line(stroke_->last, at, stroke_->colour);
       break;
     case SymbolTool::kLine:
-      symbol_ = stroke_->before;
+      now_ = stroke_->before;
       draw_line(stroke_->start, at, stroke_->colour);
       break;
     case SymbolTool::kRectangle:
-      symbol_ = stroke_->before;
+      now_ = stroke_->before;
       draw_rectangle(stroke_->start, at, stroke_->colour);
       break;
     case SymbolTool::kFill:
@@ -93,7 +99,9 @@ void SymbolDrawing::draw_to(SymbolPoint at) {
 }
 
 void SymbolDrawing::plot(SymbolPoint at, std::uint8_t colour) {
-  if (Symbol::contains(at.x, at.y)) symbol_.at(at.x, at.y) = colour;
+  if (!Symbol::contains(at.x, at.y)) return;
+  now_.symbol.at(at.x, at.y) = colour;
+  now_.unreadable = false;
 }
 
 // Bresenham's line: the error tells which axis is due for a step.
@@ -127,29 +135,30 @@ void SymbolDrawing::draw_rectangle(SymbolPoint from, SymbolPoint to, std::uint8_
 
 void SymbolDrawing::fill(SymbolPoint from, std::uint8_t colour) {
   if (!Symbol::contains(from.x, from.y)) return;
-  const std::uint8_t replaced = symbol_.at(from.x, from.y);
+  now_.unreadable = false;
+  const std::uint8_t replaced = now_.symbol.at(from.x, from.y);
   if (replaced == colour) return;
   std::vector<SymbolPoint> open{from};
   while (!open.empty()) {
     const SymbolPoint at = open.back();
     open.pop_back();
-    if (!Symbol::contains(at.x, at.y) || symbol_.at(at.x, at.y) != replaced) continue;
-    symbol_.at(at.x, at.y) = colour;
+    if (!Symbol::contains(at.x, at.y) || now_.symbol.at(at.x, at.y) != replaced) continue;
+    now_.symbol.at(at.x, at.y) = colour;
     for (const SymbolPoint next : {SymbolPoint{at.x - 1, at.y}, SymbolPoint{at.x + 1, at.y},
                                    SymbolPoint{at.x, at.y - 1}, SymbolPoint{at.x, at.y + 1}})
       open.push_back(next);
   }
 }
 
-void SymbolDrawing::change_to(const Symbol& changed) {
+void SymbolDrawing::change_to(const State& changed) {
   end();
-  const Symbol before = symbol_;
-  symbol_ = changed;
+  const State before = now_;
+  now_ = changed;
   remember(before);
 }
 
-void SymbolDrawing::remember(const Symbol& before) {
-  if (before == symbol_) return;
+void SymbolDrawing::remember(const State& before) {
+  if (before == now_) return;
   if (former_.size() == kUndoSteps) former_.erase(former_.begin());
   former_.push_back(before);
 }

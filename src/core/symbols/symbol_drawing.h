@@ -23,10 +23,14 @@ struct SymbolPoint {
 class SymbolDrawing {
  public:
   SymbolDrawing() = default;
-  explicit SymbolDrawing(const Symbol& symbol) : symbol_(symbol) {}
+  explicit SymbolDrawing(const Symbol& symbol) : now_{symbol, false} {}
+  /// In the place of a symbol that cannot be read: empty, and known as such until something is
+  /// drawn or the drawing is cleared.
+  static SymbolDrawing unreadable();
 
   /// As it looks now, an open stroke included.
-  const Symbol& symbol() const { return symbol_; }
+  const Symbol& symbol() const { return now_.symbol; }
+  bool is_unreadable() const { return now_.unreadable; }
   bool is_drawing() const { return stroke_.has_value(); }
 
   /// A stroke that is still open ends first. The colour must be one of the palette.
@@ -45,12 +49,17 @@ class SymbolDrawing {
   bool can_undo() const { return stroke_ || !former_.empty(); }
 
  private:
+  struct State {
+    Symbol symbol;
+    bool unreadable = false;
+    bool operator==(const State&) const = default;
+  };
   struct Stroke {
     SymbolTool tool;
     SymbolPoint start;
     SymbolPoint last;
     std::uint8_t colour;
-    Symbol before;
+    State before;
   };
 
   void draw_to(SymbolPoint at);
@@ -58,12 +67,12 @@ class SymbolDrawing {
   void draw_line(SymbolPoint from, SymbolPoint to, std::uint8_t colour);
   void draw_rectangle(SymbolPoint from, SymbolPoint to, std::uint8_t colour);
   void fill(SymbolPoint from, std::uint8_t colour);
-  void change_to(const Symbol& changed);
-  void remember(const Symbol& before);
+  void change_to(const State& changed);
+  void remember(const State& before);
 
-  Symbol symbol_;
+  State now_;
   std::optional<Stroke> stroke_;
-  std::vector<Symbol> former_;
+  std::vector<State> former_;
 };
 
 }  // namespace pv

@@ -33,6 +33,13 @@ SIZE Canvas::inner_size() const {
   return {inside.right, inside.bottom};
 }
 
+void Canvas::paint_hatch(HDC device, const RECT& area) {
+  const HBRUSH brush = CreateHatchBrush(HS_BDIAGONAL, GetSysColor(COLOR_GRAYTEXT));
+  SetBkColor(device, GetSysColor(COLOR_BTNFACE));
+  FillRect(device, &area, brush);
+  DeleteObject(brush);
+}
+
 void Canvas::paint_buffered() {
   PAINTSTRUCT painting;
   const HDC device = BeginPaint(window(), &painting);

@@ -18,6 +18,8 @@ class Canvas : public Control {
 
   bool has_focus() const { return window() && GetFocus() == window(); }
   SIZE inner_size() const;
+  /// In the place of what cannot be shown.
+  static void paint_hatch(HDC device, const RECT& area);
 
   /// Paints the whole inside of the control; what was there before is gone.
   virtual void paint(HDC device, const SIZE& size) = 0;

@@ -89,6 +89,7 @@ Control::Control(Form& form, int id, const wchar_t* window_class, DWORD style, D
 }
 
 void Control::set_caption(int text_id) {
+  if (text_id_ == text_id) return;
   text_id_ = text_id;
   refresh_texts();
   if (window_) form_.refresh();

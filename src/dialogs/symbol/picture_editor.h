@@ -27,11 +27,11 @@ class PictureEditor {
 
   virtual void start_empty() = 0;
   virtual std::wstring symbol() const = 0;
-  /// A text that the editor does not understand gives an empty symbol.
   virtual void load(const std::wstring& symbol) = 0;
   virtual EditorSettings settings() const = 0;
   virtual void apply(const EditorSettings& settings) = 0;
-  /// The picture of any symbol text, `size` pixels wide and high; the one being drawn stays.
+  /// The picture of any symbol text, `size` pixels wide and high; the one being drawn stays. None
+  /// for a text of another editor.
   virtual Ref<IPictureDisp> picture(const std::wstring& symbol, long size) = 0;
 
   /// The smallest size that shows everything; only while the form is shown.

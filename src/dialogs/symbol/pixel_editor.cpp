@@ -7,12 +7,6 @@
 #include "resources/text_ids.h"
 
 namespace pv {
-namespace {
-
-Symbol symbol_of(const std::wstring& text) { return parse_symbol(text).value_or(Symbol()); }
-
-}  // namespace
-
 PixelEditor::PixelEditor(Form& form)
     : optPencil_(form, 1100, true, [this] { choose(Tool::kPencil); }),
       optLine_(form, 1101, false, [this] { choose(Tool::kLine); }),
@@ -34,7 +28,6 @@ PixelEditor::PixelEditor(Form& form)
   optRectangle_.set_caption(TEXT_SYMBOL_RECTANGLE);
   optFill_.set_caption(TEXT_SYMBOL_FILL);
   optEraser_.set_caption(TEXT_SYMBOL_ERASER);
-  lblGrid_.set_caption(TEXT_SYMBOL_DRAWING);
   lblPalette_.set_caption(TEXT_SYMBOL_COLORS);
   lblPreview_.set_caption(TEXT_SYMBOL_PREVIEW);
   cmdUndo_.set_caption(TEXT_SYMBOL_UNDO);
@@ -44,14 +37,23 @@ PixelEditor::PixelEditor(Form& form)
   choose(Tool::kPencil);
 }
 
-void PixelEditor::start_empty() { open(Symbol()); }
+void PixelEditor::start_empty() { open(SymbolDrawing()); }
 
-std::wstring PixelEditor::symbol() const { return format_symbol(drawing_.symbol()); }
+// An empty drawing is no symbol.
+std::wstring PixelEditor::symbol() const {
+  if (drawing_.is_unreadable()) return loaded_;
+  return drawing_.symbol() == Symbol() ? std::wstring() : format_symbol(drawing_.symbol());
+}
 
-void PixelEditor::load(const std::wstring& symbol) { open(symbol_of(symbol)); }
+void PixelEditor::load(const std::wstring& symbol) {
+  if (symbol.empty()) return start_empty();
+  loaded_ = symbol;
+  const auto readable = parse_symbol(symbol);
+  open(readable ? SymbolDrawing(*readable) : SymbolDrawing::unreadable());
+}
 
-void PixelEditor::open(const Symbol& symbol) {
-  drawing_ = SymbolDrawing(symbol);
+void PixelEditor::open(const SymbolDrawing& drawing) {
+  drawing_ = drawing;
   grid_.reset();
   show_drawing();
 }
@@ -59,7 +61,8 @@ void PixelEditor::open(const Symbol& symbol) {
 void PixelEditor::apply(const EditorSettings& settings) { palette_.choose(settings); }
 
 Ref<IPictureDisp> PixelEditor::picture(const std::wstring& symbol, long size) {
-  return symbol_picture(symbol_of(symbol), size);
+  const auto readable = parse_symbol(symbol);
+  return readable ? symbol_picture(*readable, size) : Ref<IPictureDisp>();
 }
 
 void PixelEditor::choose(Tool tool) {
@@ -92,6 +95,7 @@ void PixelEditor::show_drawing() {
   grid_.repaint();
   preview_.repaint();
   cmdUndo_.set_enabled(drawing_.can_undo());
+  lblGrid_.set_caption(drawing_.is_unreadable() ? TEXT_SYMBOL_FOREIGN : TEXT_SYMBOL_DRAWING);
 }
 
 void PixelEditor::change(void (SymbolDrawing::*operation)()) {

@@ -9,7 +9,8 @@ namespace pv {
 
 /// The library's own editor. Its control ids: 1100 to 1104 pencil, line, rectangle, fill and
 /// eraser; 1105 and 1106 label and grid; 1107 and 1108 label and palette; 1109 and 1110 label and
-/// preview; 1111 undo, 1112 clear, 1113 and 1114 mirror left-right and top-bottom.
+/// preview; 1111 undo, 1112 clear, 1113 and 1114 mirror left-right and top-bottom. A text that it
+/// cannot read is shown as that of another editor and kept until something is drawn.
 class PixelEditor final : public PictureEditor {
  public:
   explicit PixelEditor(Form& form);
@@ -29,7 +30,7 @@ class PixelEditor final : public PictureEditor {
  private:
   enum class Tool { kPencil, kLine, kRectangle, kFill, kEraser };
 
-  void open(const Symbol& symbol);
+  void open(const SymbolDrawing& drawing);
   void choose(Tool tool);
   void update_pen();
   void show_drawing();
@@ -38,6 +39,7 @@ class PixelEditor final : public PictureEditor {
   Twips tool_width() const;
   Twips side_width() const;
 
+  std::wstring loaded_;
   SymbolDrawing drawing_;
   Tool tool_ = Tool::kPencil;
 

@@ -71,7 +71,12 @@ void PixelGrid::paint_lines(HDC device, int cell) const {
 
 void PixelGrid::paint(HDC device, const SIZE& size) {
   const int side = cell(size);
-  paint_symbol(device, drawing_.symbol(), 0, 0, Symbol::kSide * side);
+  const int all = Symbol::kSide * side;
+  if (drawing_.is_unreadable()) {
+    paint_hatch(device, {0, 0, all, all});
+  } else {
+    paint_symbol(device, drawing_.symbol(), 0, 0, all);
+  }
   if (side >= kCellWithLines) paint_lines(device, side);
   if (has_focus()) paint_frame(device, cursor_, side);
 }

@@ -22,6 +22,9 @@ TwipSize SymbolPreview::measure(const Metrics& metrics, Twips) const {
 void SymbolPreview::paint(HDC device, const SIZE& size) {
   const int left = static_cast<int>(size.cx - Symbol::kSide) / 2;
   const int top = static_cast<int>(size.cy - Symbol::kSide) / 2;
+  if (drawing_.is_unreadable()) {
+    return paint_hatch(device, {left, top, left + Symbol::kSide, top + Symbol::kSide});
+  }
   paint_symbol(device, drawing_.symbol(), left, top, Symbol::kSide);
 }
 

@@ -131,12 +131,18 @@ TEST_F(Symbols, WithoutASymbolThePictureIsTheOneForIt) {
   EXPECT_TRUE(Shown(utility_.call(L"ItemSymbolGetPicture", Value::nothing())) == no_symbol());
 }
 
-TEST_F(Symbols, TextsOfAnotherFormShowAnEmptySymbol) {
-  const Shown empty = picture(item_with({L"S1:P1024"}));
+TEST_F(Symbols, TextsThatCannotBeReadShowThePictureForNoSymbol) {
   for (const wchar_t* text : {L"FLOW", L"S2:P1024", L"|", L" "}) {
-    EXPECT_TRUE(picture(item_with({text})) == empty) << printable(text);
+    EXPECT_TRUE(picture(item_with({text})) == no_symbol()) << printable(text);
   }
-  EXPECT_FALSE(empty == no_symbol());
+  EXPECT_FALSE(picture(item_with({L"S1:P1024"})) == no_symbol());
+}
+
+TEST_F(Symbols, TheManagerShowsThemSoUnderTheirOwnKeys) {
+  const ImageListControl images;
+  EXPECT_EQ(manage(images, transmitter(1), item_with({L"FLOW"})), L"SYM1.120.1");
+  ASSERT_EQ(images.keys(), (Texts{L"NOSYMBOL", L"SYM1.120.1"}));
+  EXPECT_TRUE(Shown(images.images()[1].picture) == no_symbol());
 }
 
 TEST_F(Symbols, AnyTextMakesAPicture) {

@@ -40,6 +40,38 @@ TEST(SymbolDrawing, BeginsEmptyAndWithoutAnythingToUndo) {
   EXPECT_FALSE(drawing.undo());
 }
 
+TEST(SymbolDrawing, WhatCannotBeReadIsSoUntilSomethingIsDrawn) {
+  SymbolDrawing drawing = SymbolDrawing::unreadable();
+  EXPECT_TRUE(drawing.is_unreadable());
+  EXPECT_EQ(drawing.symbol(), Symbol());
+  drawing.mirror_left_right();
+  drawing.begin(SymbolTool::kPencil, {-1, 5}, kBlack);  // outside
+  drawing.end();
+  drawing.begin(SymbolTool::kFill, {-1, 5}, kBlack);
+  drawing.end();
+  EXPECT_TRUE(drawing.is_unreadable());
+  EXPECT_FALSE(drawing.can_undo());
+  drawing.begin(SymbolTool::kPencil, {5, 5}, Symbol::kEmpty);  // looks the same, but is drawn
+  EXPECT_FALSE(drawing.is_unreadable());
+  drawing.cancel();
+  EXPECT_TRUE(drawing.is_unreadable());
+  drawing.begin(SymbolTool::kFill, {5, 5}, Symbol::kEmpty);
+  drawing.end();
+  EXPECT_FALSE(drawing.is_unreadable());
+  EXPECT_TRUE(drawing.undo());
+  EXPECT_TRUE(drawing.is_unreadable());
+}
+
+TEST(SymbolDrawing, ClearingWhatCannotBeReadIsAStep) {
+  SymbolDrawing drawing = SymbolDrawing::unreadable();
+  drawing.clear();
+  EXPECT_FALSE(drawing.is_unreadable());
+  EXPECT_TRUE(drawing.undo());
+  EXPECT_TRUE(drawing.is_unreadable());
+  EXPECT_FALSE(SymbolDrawing().is_unreadable());
+  EXPECT_FALSE(SymbolDrawing(Symbol()).is_unreadable());
+}
+
 TEST(SymbolDrawing, ThePencilDrawsWhereItWent) {
   SymbolDrawing drawing;
   drawing.begin(SymbolTool::kPencil, {3, 4}, kBlack);
