@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dialogs/kit/clipboard.h"
 #include "resources/text_ids.h"
 #include "resources/version.h"
 
@@ -40,13 +41,13 @@ constexpr Twips kBelowPrompt = 360;
 constexpr Twips kButtonGap = 120;
 constexpr Twips kBelowButtons = 120;
 constexpr Twips kBesideScrollBar = 120;
-
 constexpr std::size_t kLongestLine = 80;  // characters that the eye follows with ease
 
 bool has_key_of_its_own(short result) {
   constexpr short kOk = 1;
   return result == kOk || result == kCancel;
 }
+
 short known_set(short buttons) {
   return buttons >= 0 && buttons < static_cast<short>(std::size(kButtonSets)) ? buttons : short{0};
 }
@@ -74,8 +75,8 @@ void frmMsgBox::prepare_buttons() {
   for (int i = 0; i < kButtons; ++i) {
     const ButtonRow& row = kButtonSets[set_][i];
     tags_[i] = row.result;
-    bBut_[i].set_visible(row.text_id != 0);
     bBut_[i].set_access_key(!has_key_of_its_own(row.result));
+    bBut_[i].set_visible(row.text_id != 0);
     if (row.text_id) {
       bBut_[i].set_caption(row.text_id);
     } else {
@@ -87,7 +88,31 @@ void frmMsgBox::prepare_buttons() {
 }
 
 void frmMsgBox::prepare_icon(short picture) {
-  for (short i = 0; i < 4; ++i) Image1_[i].set_visible(picture == 16 * (i + 1));
+  for (short i = 0; i < 4; ++i) {
+    const bool shown = picture == 16 * (i + 1);
+    Image1_[i].set_visible(shown);
+    if (shown) sound_ = static_cast<UINT>(picture);  // the platform's sounds have the same numbers
+  }
+}
+
+void frmMsgBox::on_opening() {
+  if (sound_) MessageBeep(sound_);
+}
+
+// As the platform's own boxes do.
+bool frmMsgBox::preview_key(WPARAM key, bool down) {
+  if (!down || key != 'C' || GetKeyState(VK_CONTROL) >= 0 || pInfo_.has_selection()) return false;
+  copy_to_clipboard(window(), spoken());
+  return true;
+}
+
+std::wstring frmMsgBox::spoken() const {
+  const std::wstring line = std::wstring(27, L'-') + L"\r\n";
+  std::wstring buttons;
+  for (const Button& button : bBut_)
+    if (button.visible()) buttons += button.text() + L"   ";
+  return line + title() + L"\r\n" + line + pInfo_.text() + L"\r\n" + line + buttons + L"\r\n" +
+         line;
 }
 
 bool frmMsgBox::has_cancel() const {

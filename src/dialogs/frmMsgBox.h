@@ -19,6 +19,8 @@ class frmMsgBox final : public Form {
 
  protected:
   void layout() override;
+  void on_opening() override;
+  bool preview_key(WPARAM key, bool down) override;
   void on_close() override;
   Control* first_focus() override { return &bBut_[0]; }
 
@@ -27,6 +29,7 @@ class frmMsgBox final : public Form {
 
   void prepare_buttons();
   void prepare_icon(short picture);
+  std::wstring spoken() const;
   void press(int index);
   bool has_cancel() const;
   TwipSize button_size() const;
@@ -35,6 +38,7 @@ class frmMsgBox final : public Form {
 
   short set_;
   short result_ = 0;
+  UINT sound_ = 0;
   Icon Image1_[4];
   LongText pInfo_;
   Button bBut_[kButtons];

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "tests/dialogs/driver/dialog_driver.h"
+#include "tests/dialogs/driver/platform_call.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -213,6 +214,52 @@ TEST_F(MessageBoxAnswer, AnOmittedPictureIsTheInformationIcon) {
   show(utility_, {.prompt = L"Question"}, [](const Dialog& box) {
     for (int icon = 0; icon < 4; ++icon) EXPECT_EQ(box.shows(kIconId + icon), icon == 3);
   });
+}
+
+std::vector<UINT> sounds;
+
+BOOL WINAPI hear(UINT sound) {
+  sounds.push_back(sound);
+  return TRUE;
+}
+
+TEST_F(MessageBoxAnswer, EachIconComesWithItsSound) {
+  const PlatformCall beep("MessageBeep", &hear);
+  for (const short picture : {16, 32, 48, 64, 0, 17}) {
+    sounds.clear();
+    show(utility_, {.prompt = L"Question", .picture = picture}, [](const Dialog&) {});
+    const bool has_icon = picture != 0 && picture != 17;
+    EXPECT_EQ(sounds,
+              has_icon ? std::vector<UINT>{static_cast<UINT>(picture)} : std::vector<UINT>{})
+        << "picture " << picture;
+  }
+}
+
+std::wstring clipboard_text() {
+  if (!OpenClipboard(nullptr)) return L"the clipboard is in use";
+  std::wstring text;
+  if (const HANDLE memory = GetClipboardData(CF_UNICODETEXT)) {
+    text = static_cast<const wchar_t*>(GlobalLock(memory));
+    GlobalUnlock(memory);
+  }
+  CloseClipboard();
+  return text;
+}
+
+TEST_F(MessageBoxAnswer, ControlCCopiesWhatTheBoxSays) {
+  const std::wstring line = L"---------------------------\r\n";
+  for (const bool scrolls : {false, true}) {
+    std::wstring prompt = L"Save & go?\r\nAgain?";
+    for (int i = 0; scrolls && i < 300; ++i) prompt += L"\r\nline";
+    const Box box{.prompt = prompt, .buttons = 3, .title = L"A title"};
+    show(utility_, box, [&](const Dialog& dialog) {
+      const std::wstring expected = line + L"A title\r\n" + line + prompt + L"\r\n" + line +
+                                    L"Yes   No   Cancel   \r\n" + line;
+      EXPECT_TRUE(dialog.stroke('C', VK_CONTROL, [&] { return clipboard_text() == expected; }))
+          << test::printable(clipboard_text());
+      EXPECT_TRUE(dialog.open());
+    });
+  }
 }
 
 TEST_F(MessageBoxAnswer, TheTitleIsShown) {

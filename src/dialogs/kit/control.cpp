@@ -109,8 +109,8 @@ void Control::set_text(std::wstring text) {
 void Control::set_visible(bool visible) {
   visible_ = visible;
   if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
-}
   show_enabled();
+}
 
 void Control::set_enabled(bool enabled) {
   enabled_ = enabled;
@@ -279,6 +279,18 @@ void TextBox::set_locked(bool locked) {
 
 void TextBox::select_all() { send(EM_SETSEL, 0, -1); }
 
+std::pair<DWORD, DWORD> TextBox::selection() const {
+  DWORD first = 0;
+  DWORD end = 0;
+  send(EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&end));
+  return {first, end};
+}
+
+bool TextBox::has_selection() const {
+  const auto [first, end] = selection();
+  return first != end;
+}
+
 TwipSize TextBox::measure(const Metrics& metrics, Twips width) const {
   return {width, field_size(metrics, 0).height};
 }
@@ -304,9 +316,7 @@ void TextBox::on_notification(WORD code) {
 // The dialog manager selects a text as a whole before it gives it the focus, also when a dialog
 // opens: a long one would stand at its end. What the user selected stays.
 void TextBox::show_beginning() {
-  DWORD first = 0;
-  DWORD end = 0;
-  send(EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&end));
+  const auto [first, end] = selection();
   if (first != 0 || end != static_cast<DWORD>(GetWindowTextLengthW(window()))) return;
   send(EM_SETSEL, 0, 0);
   send(EM_SCROLLCARET);
@@ -339,6 +349,13 @@ TwipSize DropDownList::measure(const Metrics& metrics, Twips) const {
   return field_size(metrics, width + arrow_width(metrics));
 }
 
+// The platform counts the open list to the window of the closed one.
+Twips DropDownList::window_height(const Metrics& metrics) const {
+  const auto entry = static_cast<int>(send(CB_GETITEMHEIGHT, 0));
+  const auto entries = static_cast<Twips>(entries_.size());
+  return box().height + entries * metrics.twips(entry) + metrics.twips(2);
+}
+
 void DropDownList::fill_window() {
   send(CB_RESETCONTENT);
   for (const int entry : entries_)
@@ -356,13 +373,6 @@ void DropDownList::refresh_texts() {
 
 DateTimePicker::DateTimePicker(Form& form, int id, Kind kind)
     : Control(form, id, DATETIMEPICK_CLASSW,
-// The platform counts the open list to the window of the closed one.
-Twips DropDownList::window_height(const Metrics& metrics) const {
-  const auto entry = static_cast<int>(send(CB_GETITEMHEIGHT, 0));
-  const auto entries = static_cast<Twips>(entries_.size());
-  return box().height + entries * metrics.twips(entry) + metrics.twips(2);
-}
-
               WS_TABSTOP | (kind == Kind::kDate ? DTS_SHORTDATEFORMAT : DTS_TIMEFORMAT)),
       kind_(kind) {
   GetLocalTime(&value_);

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "dialogs/kit/metrics.h"
@@ -42,8 +43,8 @@ class Control {
   const std::wstring& text() const { return text_; }
 
   bool visible() const { return visible_; }
-  void set_visible(bool visible);
   /// A hidden control is disabled as well, and shows no access key after the next refresh.
+  void set_visible(bool visible);
   bool enabled() const { return enabled_; }
   void set_enabled(bool enabled);
   void focus();
@@ -63,10 +64,10 @@ class Control {
   virtual void read_window() {}
   /// The language changed.
   virtual void refresh_texts();
-  /// The window has its new place.
-  virtual void on_moved() {}
   /// The height that the window is given.
   virtual Twips window_height(const Metrics&) const { return box_.height; }
+  /// The window has its new place.
+  virtual void on_moved() {}
   /// The window tells that something happened; `code` belongs to its window class.
   virtual void on_notification(WORD) {}
 
@@ -82,8 +83,8 @@ class Control {
   friend class Form;
 
   void create_window(HWND form, const Metrics& metrics);
-  void drop_window();
   void show_enabled() const;
+  void drop_window();
   void move_window(const Metrics& metrics);
 
   int id_;
@@ -141,9 +142,9 @@ class Icon : public Control {
 class Button : public Control {
  public:
   Button(Form& form, int id, std::function<void()> clicked);
-
   /// OK and Cancel have none: Enter and Esc press them. Not for a form that is shown.
   void set_access_key(bool has) { has_access_key_ = has; }
+
  protected:
   Button(Form& form, int id, DWORD style, std::function<void()> clicked);
   Caption caption() const override {
@@ -154,8 +155,8 @@ class Button : public Control {
 
  private:
   std::function<void()> clicked_;
-};
   bool has_access_key_ = true;
+};
 
 class CheckBox : public Control {
  public:
@@ -211,6 +212,7 @@ class TextBox : public Control {
   /// The text can be read and copied but not changed.
   void set_locked(bool locked);
   void select_all();
+  bool has_selection() const;
 
  protected:
   Caption caption() const override { return Caption::kNone; }
@@ -220,6 +222,7 @@ class TextBox : public Control {
   void on_notification(WORD code) override;
 
  private:
+  std::pair<DWORD, DWORD> selection() const;
   void show_beginning();
 
   Kind kind_;
@@ -240,6 +243,7 @@ class DropDownList : public Control {
  protected:
   Caption caption() const override { return Caption::kNone; }
   TwipSize measure(const Metrics& metrics, Twips width) const override;
+  Twips window_height(const Metrics& metrics) const override;
   void fill_window() override;
   void read_window() override;
   void refresh_texts() override;
@@ -250,7 +254,6 @@ class DropDownList : public Control {
 };
 
 /// A date, or a time of day, in the user's own format.
-  Twips window_height(const Metrics& metrics) const override;
 class DateTimePicker : public Control {
  public:
   enum class Kind { kDate, kTime };

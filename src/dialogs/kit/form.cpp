@@ -106,6 +106,8 @@ void Form::set_caption(int text_id) {
   refresh();
 }
 
+std::wstring Form::title() const { return caption_id_ ? localized(caption_id_) : title_; }
+
 void Form::set_title(std::wstring title) {
   caption_id_ = 0;
   title_ = std::move(title);
@@ -185,9 +187,9 @@ void Form::open(HWND owner) {
   focus_first();
 }
 
+// Hidden controls keep their keys without showing them, so that no key moves when they appear.
 void Form::show_captions() {
   const auto has_mnemonic = [](const Control* control) {
-// Hidden controls keep their keys without showing them, so that no key moves when they appear.
     return control->caption() == Control::Caption::kMnemonic;
   };
   std::vector<std::wstring> captions;
@@ -202,7 +204,7 @@ void Form::show_captions() {
       control->show_text(without_access_key(control->text()));
     if (control->caption() == Control::Caption::kLiteral) control->show_text(control->text());
   }
-  SetWindowTextW(window_, (caption_id_ ? localized(caption_id_) : title_).c_str());
+  SetWindowTextW(window_, title().c_str());
 }
 
 void Form::move_windows() {

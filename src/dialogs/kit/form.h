@@ -47,6 +47,7 @@ class Form : public ThreadBound {
  protected:
   void set_caption(int text_id);
   void set_title(std::wstring title);
+  std::wstring title() const;
   /// Ends the show with the user's answer.
   void finish(bool ok);
   /// Captions of the two buttons that most forms have; Enter presses OK.

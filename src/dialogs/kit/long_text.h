@@ -14,6 +14,9 @@ class LongText {
   LongText(Form& form, int id, int scrolled_id);
 
   void set_text(const std::wstring& text);
+  const std::wstring& text() const { return full_.text(); }
+  /// Whether the user marked a part of it, to copy it.
+  bool has_selection() const { return scrolled_.visible() && scrolled_.has_selection(); }
   /// The size of the text in full; lines break at `width`, or with 0 where the text says so.
   TwipSize natural_size(Twips width = 0) const { return full_.natural_size(width); }
   void place(const TwipBox& box, bool scrolls);

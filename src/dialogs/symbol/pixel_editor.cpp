@@ -7,6 +7,7 @@
 #include "resources/text_ids.h"
 
 namespace pv {
+
 PixelEditor::PixelEditor(Form& form)
     : optPencil_(form, 1100, true, [this] { choose(Tool::kPencil); }),
       optLine_(form, 1101, false, [this] { choose(Tool::kLine); }),

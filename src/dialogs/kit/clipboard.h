@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "com/automation.h"
+
+namespace pv {
+
+/// Puts a text on the clipboard in the place of what is there. Nothing happens while another
+/// program uses the clipboard, or when memory is short.
+void copy_to_clipboard(HWND owner, const std::wstring& text);
+
+}  // namespace pv
