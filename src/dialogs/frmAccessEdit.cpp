@@ -7,6 +7,7 @@
 #include "core/text/number_text.h"
 #include "dialogs/access_editor.h"
 #include "dialogs/kit/form_layout.h"
+#include "dialogs/kit/host_window.h"
 #include "dialogs/kit/thread_form.h"
 #include "resources/text_ids.h"
 
@@ -98,7 +99,7 @@ bool edit_access(_CTxm* txm, _CItem* item) {
   if (is_in_use<frmAccessEdit>()) return false;  // asked again from within the editor
   const FormUse<frmAccessEdit> form;
   form->prepare(txm, item);  // the editor opens with what could be filled in
-  form->show_modal(nullptr);
+  form->show_modal(host_window());
   return form->ok();
 }
 

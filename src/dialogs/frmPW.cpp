@@ -6,6 +6,7 @@
 #include "apartment/shared_objects.h"
 #include "com/call.h"
 #include "dialogs/kit/form_layout.h"
+#include "dialogs/kit/host_window.h"
 #include "dialogs/kit/thread_form.h"
 #include "dialogs/message_box.h"
 #include "dialogs/password_dialog.h"
@@ -160,7 +161,7 @@ bool edit_password(_CPasswords* passwords, const VARIANT& index) {
   if (is_in_use<frmPW>()) return false;  // asked again from within the dialog
   const FormUse<frmPW> form;
   if (!form->prepare(passwords, index)) return false;
-  form->show_modal(nullptr);
+  form->show_modal(host_window());
   return form->ok();
 }
 

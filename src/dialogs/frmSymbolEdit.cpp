@@ -6,6 +6,7 @@
 #include "core/symbols/symbol_text.h"
 #include "core/text/number_text.h"
 #include "dialogs/kit/form_layout.h"
+#include "dialogs/kit/host_window.h"
 #include "dialogs/kit/thread_form.h"
 #include "dialogs/symbol_editor.h"
 #include "host/window_memory.h"
@@ -106,7 +107,7 @@ bool edit_symbol(std::wstring& symbol) {
   if (is_in_use<frmSymbolEdit>()) return false;  // asked again from within the editor
   const FormUse<frmSymbolEdit> form;
   form->prepare(symbol);
-  form->show_modal(nullptr);
+  form->show_modal(host_window());
   if (form->ok()) symbol = form->symbol();
   return form->ok();
 }

@@ -1,6 +1,7 @@
 #include "dialogs/frmTechName.h"
 
 #include "dialogs/kit/form_layout.h"
+#include "dialogs/kit/host_window.h"
 #include "dialogs/kit/thread_form.h"
 #include "resources/text_ids.h"
 
@@ -58,7 +59,7 @@ bool is_technician_prompt_open() { return is_in_use<frmTechName>(); }
 std::optional<TechnicianNote> ask_technician(const std::wstring& item_label) {
   const FormUse<frmTechName> form;
   form->prepare(item_label);
-  form->show_modal(nullptr);
+  form->show_modal(host_window());
   return form->note();
 }
 

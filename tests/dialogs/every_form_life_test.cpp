@@ -71,11 +71,13 @@ TEST_P(EveryFormLife, TheWindowsOfItsThreadAreBlockedUntilItEnds) {
   const HostWindow host;
   const HostWindow other;
   for (const HWND owner : {HWND{}, host.window()}) {
+    const HWND active = GetActiveWindow();
+    EXPECT_TRUE(active);
     EXPECT_TRUE(show(
         [&](const Dialog& dialog) {
           EXPECT_FALSE(IsWindowEnabled(host.window()));
           EXPECT_FALSE(IsWindowEnabled(other.window()));
-          EXPECT_EQ(GetWindow(dialog.window(), GW_OWNER), GetParam().takes_owner ? owner : nullptr);
+          EXPECT_EQ(GetWindow(dialog.window(), GW_OWNER), GetParam().takes_owner ? owner : active);
           confirm(dialog);
         },
         owner));
@@ -84,22 +86,48 @@ TEST_P(EveryFormLife, TheWindowsOfItsThreadAreBlockedUntilItEnds) {
   }
 }
 
+bool stands_above(HWND upper, HWND lower) {
+  HWND below = upper;
+  while (below && below != lower) below = GetWindow(below, GW_HWNDNEXT);
+  return below == lower;
+}
+
+TEST_P(EveryFormLife, DoesNotGetLostBehindItsHost) {
+  const HostWindow host;
+  show(
+      [&](const Dialog& dialog) {
+        // Owned windows have no button of their own in the task bar, unless they ask for one.
+        EXPECT_EQ(GetWindow(dialog.window(), GW_OWNER), host.window());
+        EXPECT_FALSE(GetWindowLongW(dialog.window(), GWL_EXSTYLE) & WS_EX_APPWINDOW);
+        SetWindowPos(host.window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+        EXPECT_TRUE(stands_above(dialog.window(), host.window()));
+      },
+      host.window());
+}
+
+// An owned dialog would not be seen with it.
+TEST_P(EveryFormLife, AHostThatIsMinimisedOrHiddenDoesNotTakeItAlong) {
+  if (GetParam().takes_owner) return;
+  for (const int how : {SW_MINIMIZE, SW_HIDE}) {
+    const HostWindow host;
+    ShowWindow(host.window(), how);
+    EXPECT_TRUE(show([](const Dialog& dialog) {
+      EXPECT_EQ(GetWindow(dialog.window(), GW_OWNER), nullptr);
+      confirm(dialog);
+    }));
+  }
+}
+
 TEST_P(EveryFormLife, TheEndOfItsOwnerIsItsEnd) {
   const HostWindow host;
-  const bool ends = GetParam().takes_owner;
   const bool confirmed = show(
       [&](const Dialog& dialog) {
         SendMessageW(host.window(), WM_CLOSE, 0, 0);
         EXPECT_FALSE(IsWindow(host.window()));
-        if (ends) {
-          EXPECT_TRUE(dialog.wait_closed());
-        } else {
-          dialog.drain();
-          confirm(dialog);
-        }
+        EXPECT_TRUE(dialog.wait_closed());
       },
       host.window());
-  EXPECT_EQ(confirmed, !ends);
+  EXPECT_FALSE(confirmed);
   EXPECT_TRUE(show(confirm)) << "and it can be shown again";
 }
 
