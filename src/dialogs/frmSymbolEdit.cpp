@@ -8,6 +8,7 @@
 #include "dialogs/kit/form_layout.h"
 #include "dialogs/kit/host_window.h"
 #include "dialogs/kit/thread_form.h"
+#include "dialogs/message_box.h"
 #include "dialogs/symbol_editor.h"
 #include "host/window_memory.h"
 #include "platform/profile.h"
@@ -18,6 +19,9 @@ namespace {
 
 constexpr const wchar_t* kSection = L"SymbolEditor";
 constexpr const wchar_t* kSettingsKey = L"Settings";
+
+// The question before a changed drawing is dropped.
+constexpr int kDiscard = 7034;
 
 // Without a settings file nothing is remembered.
 bool can_remember() { return !thread_state().ini_file.empty(); }
@@ -60,6 +64,29 @@ void frmSymbolEdit::prepare(const std::wstring& symbol) {
     symbol_ = pedMisc_->symbol();
   }
   pedMisc_->load(symbol_);
+  attempt([this] { opened_ = pedMisc_->symbol(); });
+}
+
+bool frmSymbolEdit::is_changed() const {
+  bool changed = false;
+  attempt([&] { changed = pedMisc_->symbol() != opened_; });
+  return changed;
+}
+
+bool frmSymbolEdit::may_discard() const {
+  constexpr short kOkCancel = 1, kQuestionPicture = 32, kOk = 1;
+  MessageBoxRequest question;
+  question.prompt = localized(kDiscard);
+  question.title = title();
+  question.buttons = kOkCancel;
+  question.picture = kQuestionPicture;
+  question.owner = window();
+  return show_message_box(question) == kOk;
+}
+
+// A key that is easily struck; the button and the close box are meant.
+void frmSymbolEdit::on_escape() {
+  if (!is_changed() || may_discard()) on_close();
 }
 
 void frmSymbolEdit::confirm() {

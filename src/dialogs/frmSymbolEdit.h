@@ -20,16 +20,20 @@ class frmSymbolEdit final : public Form {
   Control* first_focus() override { return pedMisc_->main_control(); }
   void on_opening() override;
   void on_closing() override;
+  void on_escape() override;
   bool preview_message(MSG& message) override { return pedMisc_->translate(message); }
 
  private:
   void confirm();
+  bool is_changed() const;
+  bool may_discard() const;
 
   std::unique_ptr<PictureEditor> pedMisc_;
   Button cmdOK_;
   Button cmdCancel_;
 
   std::wstring symbol_;
+  std::wstring opened_;  // as the editor itself writes the symbol
 };
 
 }  // namespace pv

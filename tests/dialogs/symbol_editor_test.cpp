@@ -158,7 +158,6 @@ TEST_F(SymbolEditor, EveryWayOfCancellingKeepsTheSymbol) {
       [](const Dialog& dialog) { dialog.click(kCancel); },
       [](const Dialog& dialog) { dialog.close(); },
       [](const Dialog& dialog) { dialog.press_close_box(); },
-      [](const Dialog& dialog) { dialog.press_key(VK_ESCAPE); },
   };
   for (const wchar_t* symbol : {L"", L"S1:A1024", L"of another editor"}) {
     const Object item = new_item(symbol);
@@ -170,6 +169,39 @@ TEST_F(SymbolEditor, EveryWayOfCancellingKeepsTheSymbol) {
       }));
       EXPECT_EQ(item.get(L"Symbol"), symbol);
     }
+  }
+}
+
+TEST_F(SymbolEditor, EscapeAsksBeforeAChangedDrawingIsDropped) {
+  const std::wstring question = utility_.text(7034);
+  for (const bool drops : {false, true}) {
+    const Object item = new_item(L"FLOW");
+    EXPECT_EQ(edit(item,
+                   [&](const Dialog& dialog) {
+                     Editor(dialog).draw({{0, 0}});
+                     dialog.press_key(VK_ESCAPE);
+                     const DWORD thread = GetWindowThreadProcessId(dialog.window(), nullptr);
+                     const Dialog box = wait_for_dialog(thread);
+                     EXPECT_EQ(box.text(1010), question);
+                     EXPECT_EQ(box.title(), dialog.title());
+                     box.click(drops ? kOk : kCancel);
+                     EXPECT_TRUE(box.wait_closed());
+                     if (!drops) dialog.click(kOk);
+                     EXPECT_TRUE(dialog.wait_closed());
+                   }),
+              !drops);
+    EXPECT_EQ(item.get(L"Symbol"), drops ? L"FLOW" : L"S1:AP1023");
+  }
+}
+
+TEST_F(SymbolEditor, EscapeDoesNotAskWhenNothingIsChanged) {
+  for (const wchar_t* symbol : {L"", L"FLOW", L"S1:P1024", L"s1:ap1023"}) {
+    EXPECT_FALSE(edit(new_item(symbol), [](const Dialog& dialog) {
+      Editor(dialog).draw({{1, 1}, {5, 5}});
+      dialog.ask(kUndo, BM_CLICK);
+      dialog.press_key(VK_ESCAPE);
+      EXPECT_TRUE(dialog.wait_closed());
+    }));
   }
 }
 
@@ -386,6 +418,22 @@ TEST_F(SymbolEditor, ASymbolOfAnotherEditorIsShownAsSuchAndComesBackUnchanged) {
   }
 }
 
+TEST_F(SymbolEditor, WhatIsDrawnTakesThePlaceOfASymbolOfAnotherEditor) {
+  const Object item = new_item(L"FLOW");
+  EXPECT_TRUE(edit(item, [](const Dialog& dialog) {
+    Editor(dialog).draw({{0, 0}});
+    Editor(dialog).confirm();
+  }));
+  EXPECT_EQ(item.get(L"Symbol"), L"S1:AP1023");
+  item.put(L"Symbol", L"FLOW");
+  EXPECT_TRUE(edit(item, [](const Dialog& dialog) {
+    dialog.ask(kClear, BM_CLICK);
+    EXPECT_TRUE(dialog.enabled(kUndo));
+    Editor(dialog).confirm();
+  }));
+  EXPECT_EQ(item.get(L"Symbol"), L"");
+}
+
 TEST_F(SymbolEditor, EditsTheVariableThatWasAskedFor) {
   const Object item = new_item(L"S1:A1024");
   item.get_object(L"Variables")
@@ -422,22 +470,6 @@ TEST_F(SymbolEditor, RemembersTheColoursOnlyAfterOk) {
   });
   EXPECT_EQ(settings_.value(L"Settings"), L"nothing");
   edit(new_item(), [](const Dialog& dialog) {
-TEST_F(SymbolEditor, WhatIsDrawnTakesThePlaceOfASymbolOfAnotherEditor) {
-  const Object item = new_item(L"FLOW");
-  EXPECT_TRUE(edit(item, [](const Dialog& dialog) {
-    Editor(dialog).draw({{0, 0}});
-    Editor(dialog).confirm();
-  }));
-  EXPECT_EQ(item.get(L"Symbol"), L"S1:AP1023");
-  item.put(L"Symbol", L"FLOW");
-  EXPECT_TRUE(edit(item, [](const Dialog& dialog) {
-    dialog.ask(kClear, BM_CLICK);
-    EXPECT_TRUE(dialog.enabled(kUndo));
-    Editor(dialog).confirm();
-  }));
-  EXPECT_EQ(item.get(L"Symbol"), L"");
-}
-
     Editor(dialog).pick(kRed);
     Editor(dialog).pick(3, true);
     Editor(dialog).confirm();
