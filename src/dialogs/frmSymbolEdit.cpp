@@ -20,9 +20,6 @@ namespace {
 constexpr const wchar_t* kSection = L"SymbolEditor";
 constexpr const wchar_t* kSettingsKey = L"Settings";
 
-// The question before a changed drawing is dropped.
-constexpr int kDiscard = 7034;
-
 // Without a settings file nothing is remembered.
 bool can_remember() { return !thread_state().ini_file.empty(); }
 
@@ -76,7 +73,7 @@ bool frmSymbolEdit::is_changed() const {
 bool frmSymbolEdit::may_discard() const {
   constexpr short kOkCancel = 1, kQuestionPicture = 32, kOk = 1;
   MessageBoxRequest question;
-  question.prompt = localized(kDiscard);
+  question.prompt = localized(TEXT_SYMBOL_DISCARD);
   question.title = title();
   question.buttons = kOkCancel;
   question.picture = kQuestionPicture;
