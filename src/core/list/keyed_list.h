@@ -123,7 +123,7 @@ class KeyedList {
   template <class KeyOf>
   void reorder(const std::vector<std::size_t>& order, KeyOf&& key_of) {
     KeyedList sorted(index_.keys());
-    sorted.make_room(entries_.size());
+    sorted.raise_capacity(entries_.size());
     for (std::size_t place = 0; place < order.size(); ++place) {
       const Entry& former = *entries_[order[place]];
       auto entry = order[place] == place
