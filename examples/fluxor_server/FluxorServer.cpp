@@ -97,8 +97,7 @@ FluxorServer::FluxorServer() {
   offer_pictures_and_functions();
 }
 
-// --- What the library calls by name
-// -----------------------------------------------------------------
+// --- What the library calls by name --------------------------------------------------------------
 
 void FluxorServer::offer_data() {
   property(L"Items", [this](Arguments&) { return object_value(items_.Get()); });
@@ -167,8 +166,7 @@ void FluxorServer::offer_pictures_and_functions() {
   });
 }
 
-// --- Settings
-// ---------------------------------------------------------------------------------------
+// --- Settings ------------------------------------------------------------------------------------
 
 bool FluxorServer::load(const std::wstring& name) {
   file_name_ = name;
@@ -203,8 +201,7 @@ bool FluxorServer::save(const std::wstring& name) {
          get(versions, &_CVersions::SaveSettingsNew, bstr(common + L".ver"));
 }
 
-// --- Exchanges
-// --------------------------------------------------------------------------------------
+// --- Exchanges -----------------------------------------------------------------------------------
 
 ComPtr<_CProtocol> FluxorServer::active_protocol(short port, const std::wstring& settings) {
   const ProtocolTypes wanted = get(protocols_, &_CProtocols::get_ActiveProtocol);

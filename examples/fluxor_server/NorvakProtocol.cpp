@@ -28,7 +28,7 @@ ComErrorsType outcome_of(short answer_error) {
   }
 }
 
-// Characters travel in the code page of the system.
+// Characters are transmitted in the code page of the system.
 std::string to_line(const std::wstring& text) {
   const int size = WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()),
                                        nullptr, 0, nullptr, nullptr);
@@ -94,8 +94,7 @@ void NorvakProtocol::set_error(ComErrorsType error) {
   answer_error_ = 0;
 }
 
-// --- Commands
-// ---------------------------------------------------------------------------------------
+// --- Commands ------------------------------------------------------------------------------------
 
 bool NorvakProtocol::read(short address, const ComPtr<_CItem>& item) {
   std::wstring data;
@@ -143,8 +142,7 @@ bool NorvakProtocol::read_raw(short address, short item, std::size_t room, std::
   return done;
 }
 
-// --- One exchange
-// -----------------------------------------------------------------------------------
+// --- One exchange --------------------------------------------------------------------------------
 
 bool NorvakProtocol::exchange(const Command& command, std::size_t room, Answer& answer) {
   if (busy_) return false;  // a listener of the exchange that runs asks for another one
@@ -274,7 +272,7 @@ ComPtr<_CComDetail> NorvakProtocol::new_detail(const Command& command,
   return detail;
 }
 
-// Gives the transmitter its time after a write. A listener may cut it short.
+// Waits while the transmitter stores a write. A listener may shorten the wait.
 void NorvakProtocol::wait(float seconds) {
   const Flag busy(busy_);
   while ((seconds = progress_.waiting(seconds)) > 0) {

@@ -31,7 +31,7 @@ class NorvakProtocol final : public AutomationObject {
   bool write(short address, const ComPtr<_CItem>& item);
   bool read_display(short address, std::wstring& text);
   bool read_password_level(short address, short& level);
-  /// The data of an item as it travels, which is `room` characters long.
+  /// The data of an item as transmitted; `room` is its expected length in characters.
   bool read_raw(short address, short item, std::size_t room, std::wstring& data);
 
   ComErrorsType error() const { return error_; }

@@ -6,7 +6,7 @@
 
 namespace fluxor {
 
-/// Tells the listeners of the event hub how an exchange goes; without a hub, nobody.
+/// Reports the progress of an exchange to the listeners of the event hub, if there is one.
 class Progress {
  public:
   void set_hub(ComPtr<_CTxmEvents> hub) { hub_ = std::move(hub); }

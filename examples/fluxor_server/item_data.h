@@ -6,9 +6,9 @@
 
 namespace fluxor {
 
-// How the variables of an item travel in the data of a telegram, one after the other.
+// How the variables of an item are encoded in the data of a telegram, one after the other.
 
-/// Characters that a variable of a data type takes; 0 for an unknown data type.
+/// Length in characters of an encoded variable of a data type; 0 for an unknown data type.
 std::size_t room_of(short data_type);
 
 std::wstring encode(const ComPtr<_CItem>& item, const ComUtility& codes);

@@ -55,8 +55,8 @@ ComPtr<Interface> query(IUnknown* object) {
   return result;
 }
 
-/// Room for the result of a call, and what the caller gets of it: texts as std::wstring, objects as
-/// ComPtr, everything else as it is.
+/// Storage for the result of a call, and what the caller gets of it: texts as std::wstring, objects
+/// as ComPtr, everything else as it is.
 template <class T>
 struct Result {
   T value{};

@@ -49,7 +49,7 @@ Class MiniServer
         Items.Versions.LoadSettingsNew(settingsName & ".ver")
   End Function
 
-  ' What came in as the text of the port goes out as the version of the transmitter's software.
+  ' By reference: the text of the port comes in, the version of the transmitter's software is returned.
   Public Function AutoConnect(changeBaud, address, comPort, comSettings, softwareVersion)
     Name = "Memory"
     Settings = comSettings

@@ -12,7 +12,7 @@ struct Faults {
   int noise = 0;     // answers between garbage characters, one of their own characters replaced
   int half = 0;      // answers that break off in the middle
   int checksum = 0;  // answers whose checksum is wrong
-  int delay = 0;     // milliseconds until an answer goes out
+  int delay = 0;     // milliseconds before an answer is sent
   int pulled = 0;    // not 0: nothing passes in either direction
 };
 

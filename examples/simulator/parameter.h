@@ -9,7 +9,7 @@
 
 namespace fluxor {
 
-/// One variable of a parameter: a number or a text, in the room that its data type has on the line.
+/// One variable of a parameter: a number or a text, in the encoding of its data type.
 struct Field {
   int data_type = 0;
   std::variant<double, std::string> value = 0.0;
@@ -25,7 +25,7 @@ struct Parameter {
 /// By item ID.
 using Parameters = std::map<int, Parameter>;
 
-/// How the values of a data type travel.
+/// How the values of a data type are encoded.
 enum class Coding { kInteger, kSignedInteger, kFloat, kText };
 
 struct DataTypeRoom {

@@ -24,7 +24,7 @@ struct Contract<test::CProbe> {
 namespace test {
 
 /// A class of the automation layer that exists for the tests only: it records and changes what its
-/// members get, so that the way of every argument can be watched.
+/// members get, so that the tests can follow every argument.
 class CProbe final : public EventSource<AutomationObject<CProbe>> {
  public:
   STDMETHODIMP get_Item(VARIANT index, VARIANT* result) noexcept override;

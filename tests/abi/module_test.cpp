@@ -157,7 +157,7 @@ TEST(Unloading, WaitsForFactoriesLocksAndObjects) {
   EXPECT_EQ(copy->can_unload(), S_OK);
 }
 
-// What the objects of a thread share goes with the thread's use of COM.
+// What the objects of a thread share is freed when the thread leaves COM.
 void use_on_a_thread(const Module& module, const CLSID& clsid) {
   std::thread([&] {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);

@@ -59,8 +59,8 @@ TEST(Apartments, FourCallersWithoutMannersDoNoHarm) {
   SetCurrentDirectoryW(scratch_folder().c_str());
   {
     const SilentStreams silence;
-    // The platform loads what a type library refers to without caring for threads: it is there
-    // then.
+    // The platform's loading of the libraries that a type library refers to is not thread-safe, so
+    // it happens before the threads start.
     World first(999);
     first.call_many(1000);
     in_four_apartments([](int number) {
@@ -142,8 +142,8 @@ void answer(HWND box) {
   for (int look = 0; look < 4000 && IsWindow(box); ++look) Sleep(5);
 }
 
-// All boxes are open at the same time, but they come and go one after the other: this platform's
-// text boxes share a cache that does not care for threads.
+// All boxes are open at the same time, but they open and close one after the other: this platform's
+// text boxes share a cache that is not thread-safe.
 TEST(Apartments, EachShowsItsFormsInItsOwnLanguage) {
   std::vector<Texts> expected;
   for (int number = 0; number < kApartments; ++number)

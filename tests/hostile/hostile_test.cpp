@@ -1,5 +1,5 @@
-// Many calls of a caller without manners: nothing may crash, hang or leak. The allocation balance
-// and the object count are looked at when the program ends.
+// Many random calls: nothing may crash, hang or leak. The allocation balance and the object count
+// are checked when the program ends.
 
 #include <gtest/gtest.h>
 

@@ -50,7 +50,7 @@ World::World(unsigned seed) : Dice(seed), classes_(classes_of(module_.type_libra
 }
 
 World::~World() {
-  depth_ = kDeepest;  // nobody makes mischief any more
+  depth_ = kDeepest;  // callbacks do nothing from now on
   while (!connections_.empty()) disconnect_something();
   for (const Holding& holding : holdings_) untie(holding);
 }
@@ -70,8 +70,8 @@ void World::call_once() {
   disconnect_something();
 }
 
-// All threads open windows in turns: this platform's text boxes share a cache that is not made for
-// threads. A thread may open more than one, as what it is asked for meanwhile may open others.
+// One thread at a time opens windows: this platform's text boxes share a cache that is not
+// thread-safe. Recursive, as a callback during the call may open another window.
 std::optional<World::Turn> World::turn_to_call(const FunctionInfo& function) {
   static std::recursive_mutex windows;
   if (!kSlow.contains(function.name())) return Turn();
@@ -346,7 +346,7 @@ const World::Kind* World::kind_of(IDispatch* object) const {
   return nullptr;
 }
 
-// Takes everything out of an object that may refer to others.
+// Breaks circular references: takes everything out of an object that may refer to others.
 void World::untie(const Holding& holding) {
   const Object object(holding.object);
   for (const FunctionInfo& function : holding.kind->functions) {

@@ -13,10 +13,10 @@
 
 namespace pv::test {
 
-/// A caller who does with the library's objects whatever comes to mind, the same for the same seed:
+/// A caller who makes random calls of the library's objects, the same ones for the same seed:
 /// random members of random objects with random arguments, through Invoke and through the vtable,
-/// with servers and listeners that fail, call back, release and disconnect. What it holds is let go
-/// at the end, references in circles included.
+/// with servers and listeners that fail, call back, release and disconnect. The destructor releases
+/// everything, circular references included.
 class World : private Dice {
  public:
   explicit World(unsigned seed);
@@ -58,7 +58,7 @@ class World : private Dice {
   void disconnect_something();
   void walk(IEnumVARIANT* enumerator);
 
-  /// Held for the call of a member; nothing when the member is not called this time.
+  /// Locked during the call of a member; nothing when the member is not called this time.
   using Turn = std::unique_lock<std::recursive_mutex>;
   std::optional<Turn> turn_to_call(const FunctionInfo& function);
 

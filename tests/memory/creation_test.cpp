@@ -15,8 +15,8 @@
 namespace pv::test {
 namespace {
 
-/// Calls `make` with every one of its allocations failing; it tells whether it worked, and lets go
-/// of what it made.
+/// Calls `make` with every one of its allocations failing. `make` returns whether it succeeded, and
+/// releases what it made.
 template <class Make>
 void make_with_each_failing(Make&& make) {
   EXPECT_TRUE(make(0));
@@ -51,7 +51,7 @@ TEST(CreatingAnObject, TakesItsMemoryOrLeavesNothing) {
   }
 }
 
-// A table that lacked a name would lack it as long as the library is loaded.
+// The tables are cached: a missing name would be missing as long as the library is loaded.
 TEST(TheTableOfMembers, IsMadeWholeOrNotAtAll) {
   const Ref<ITypeLib> library = own_type_library();  // loaded before and all the time
   for (const ClassInfo& each : classes_of(library.get())) {

@@ -1,4 +1,4 @@
-// Tables with a little in them, and texts that take memory.
+// Collections with a few members, whose texts are too long for a string's internal buffer.
 #pragma once
 
 #include "tests/memory/portrait.h"

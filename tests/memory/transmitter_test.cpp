@@ -56,7 +56,7 @@ struct ObjectVariable {
   IDispatch* held;
 };
 
-/// A transmitter, and an item that goes by reference before the other arguments.
+/// A transmitter, and an item that is passed by reference before the other arguments.
 Scene with_item(const Object& txm, std::vector<Value> arguments, bool historian = false) {
   const Object item = txm.get_object(L"Items").get_object(L"Item", 1);
   item.put(L"Historian", historian);

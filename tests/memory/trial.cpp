@@ -117,7 +117,7 @@ int fail_everywhere(const Trial& trial) {
         EXPECT_EQ(printable(seen.after), printable(normal.after));
       }
     }
-    if (testing::Test::HasFailure()) break;  // the report of a failure takes memory, too
+    if (testing::Test::HasFailure()) break;  // the report of a failure allocates, too
     EXPECT_EQ(living_blocks(), blocks);
     EXPECT_EQ(living_objects(), objects);
     EXPECT_EQ(texts.difference(), 0) << texts.report();

@@ -23,16 +23,16 @@ struct Trial {
   std::function<Scene()> prepare;
   std::wstring member;
   WORD kind = DISPATCH_METHOD;
-  /// Of a call with very many allocations, only every so-manieth after the first hundreds.
+  /// For calls with very many allocations: after the first hundreds, only every n-th of them fails.
   long step = 1;
-  /// With all memory it works, too, unless it is meant to fail.
+  /// Whether the call succeeds when no allocation fails.
   bool works = true;
   /// What the call may change besides the object and its arguments, in words.
   std::function<std::wstring()> surroundings = {};
 };
 
 /// Expects of each of these calls either error 7 and nothing changed, or the result and the effect
-/// that it has with all the memory it wants; and that nothing is left behind either way. Gives the
+/// that it has when no allocation fails; and that nothing leaks either way. Gives the
 /// number of calls that ended with error 7.
 int fail_everywhere(const Trial& trial);
 

@@ -4,12 +4,12 @@
 
 namespace pv::test {
 
-/// The IUnknown of an object of a test. It answers to its automation interface, and goes with its
-/// last reference.
+/// IUnknown for the objects of the tests: answers to its automation interface and deletes itself
+/// with the last reference. For use in one thread.
 template <class Interface>
 class Counted : public Interface {
  public:
-  /// `iid`: the interface that clients know it by, where that is another one than the compiler's.
+  /// `iid`: a further interface that it answers to, such as a dispatch interface of events.
   explicit Counted(REFIID iid = __uuidof(Interface)) : iid_(iid) {}
   Counted(const Counted&) = delete;
   Counted& operator=(const Counted&) = delete;

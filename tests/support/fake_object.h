@@ -60,7 +60,7 @@ class FakeDispatch;
 
 /// An object of the host, as the library sees one. Every call is declared beforehand, in order,
 /// with its arguments and its answer; any other call fails the test, and so does an expected one
-/// that never comes (at the latest when the FakeObject goes).
+/// that never comes (at the latest in the destructor).
 ///
 ///   FakeObject list;
 ///   list.expect_call(L"Clear");

@@ -19,7 +19,7 @@ class TestFolder {
   std::wstring file(std::wstring_view name) const { return path_ + std::wstring(name); }
   /// Writes a file and gives its full name.
   std::wstring write(std::wstring_view name, std::string_view bytes) const;
-  /// Whether the file system has room for such a name: some have none beyond ASCII.
+  /// Whether the file system can store such a name: some accept ASCII only.
   bool takes(const std::wstring& name) const;
   /// Names of the files in it, sorted.
   std::vector<std::wstring> names() const;
