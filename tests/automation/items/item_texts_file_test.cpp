@@ -179,7 +179,7 @@ TEST(FileOfItemTexts, IsThePlatformsWhateverItHeldBefore) {
                                 "\"",       "VAR3=",   "k=",
                                 "Version=", "Date"};
   std::mt19937 random(11);
-  for (int round = 0; round < 150; ++round) {
+  for (int round = 0; round < 60; ++round) {
     std::string before;
     for (std::size_t i = 0, count = 1 + random() % 40; i < count; ++i) {
       before += pieces[random() % std::size(pieces)];
