@@ -94,6 +94,21 @@ TEST(SavingWithoutMemory, LeavesTheFormerFileOrTheNewOne) {
   }
 }
 
+TEST(SavingWithoutMemory, LeavesTheFormerTextsOrTheNewOnes) {
+  const OwnFile file(L"a.001");
+  Trial trial;
+  trial.prepare = [&] {
+    file.fill("[Items]\r\nCount=1\r\n[ITEM1]\r\nVAR1=a former text that is not short\r\n");
+    return Scene{two_items(), {file}};
+  };
+  trial.member = L"SaveTextSettings";
+  trial.surroundings = [&] {
+    const std::string bytes = file.bytes();
+    return std::wstring(bytes.begin(), bytes.end());
+  };
+  EXPECT_GT(fail_everywhere(trial), 10);
+}
+
 TEST(LoadingWithoutMemory, TakesAllPasswordsOrNone) {
   const auto passwords = [] {
     const Object store = create(L"CPasswords");
