@@ -122,20 +122,21 @@ void frmInputBox::layout() {
   const TwipSize unit = unit_size();
   const Twips unit_room = unit.width ? kFormGap + unit.width : 0;
   const Twips field_height = txtInput_.natural_size().height;
-  const Twips row = std::max(field_height, unit.height);
+  const Control& first = asks_for_text() ? static_cast<const Control&>(txtInput_) : dtDate_;
+  const Twips unit_below = first.text_top(0);
+  const Twips row = std::max(field_height, unit_below + unit.height);
   const Twips around_prompt = 2 * kFormMargin + row + 3 * kFormGap + butOK_.natural_size().height;
   const Twips highest_prompt = work_area().height - frame().height - around_prompt;
 
   const Column column = fit_column(unit_room, highest_prompt);
   const Twips top = place_long_text(lblPrompt_, column, kFormMargin, highest_prompt);
-  const Twips field_top = top + (row - field_height) / 2;
   const Twips field_width = column.width - unit_room;
+  const Twips picker_height = dtDate_.natural_size().height;
   const Twips half = (field_width - kFormGap) / 2;
-  txtInput_.place({column.left, field_top, field_width, field_height});
-  dtDate_.place({column.left, field_top, half, field_height});
-  dtTime_.place({column.left + half + kFormGap, field_top, half, field_height});
-  lblUnit_.place(
-      {column.right() - unit.width, top + (row - unit.height) / 2, unit.width, unit.height});
+  txtInput_.place({column.left, top, field_width, field_height});
+  dtDate_.place({column.left, top, half, picker_height});
+  dtTime_.place({column.left + half + kFormGap, top, half, picker_height});
+  lblUnit_.place({column.right() - unit.width, first.text_top(top), unit.width, unit.height});
   const Twips bottom = place_buttons({&butOK_, &butCancel_}, column, top + row + 2 * kFormGap);
   resize_inner({column.right() + kFormMargin, bottom + kFormMargin});
 }

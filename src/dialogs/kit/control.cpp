@@ -45,6 +45,9 @@ TwipSize field_size(const Metrics& metrics, Twips text_width) {
   return {text_width + edges + 2 * kFieldMargin, metrics.line_height() + edges + kFieldMargin};
 }
 
+// Inside the edge of a field the platform leaves one pixel free.
+int edge_inset() { return GetSystemMetrics(SM_CYEDGE) + 1; }
+
 Twips arrow_width(const Metrics& metrics) {
   return metrics.twips(GetSystemMetrics(SM_CXVSCROLL)) + 2 * kFieldMargin;
 }
@@ -127,6 +130,12 @@ void Control::focus() {
 }
 
 TwipSize Control::natural_size(Twips width) const { return measure(form_.metrics(), width); }
+
+// In whole pixels, so that both are rounded alike.
+Twips Control::text_top(Twips top) const {
+  const Metrics& metrics = form_.metrics();
+  return metrics.twips(metrics.pixels(top) + text_inset(metrics));
+}
 
 TwipSize Control::measure(const Metrics& metrics, Twips) const {
   return metrics.text_size(text_, DT_NOPREFIX);
@@ -279,6 +288,8 @@ void TextBox::set_locked(bool locked) {
 
 void TextBox::select_all() { send(EM_SETSEL, 0, -1); }
 
+int TextBox::text_inset(const Metrics&) const { return edge_inset(); }
+
 std::pair<DWORD, DWORD> TextBox::selection() const {
   DWORD first = 0;
   DWORD end = 0;
@@ -356,7 +367,21 @@ Twips DropDownList::window_height(const Metrics& metrics) const {
   return box().height + entries * metrics.twips(entry) + metrics.twips(2);
 }
 
+// In the middle of the part that shows the choice; the platform decides on its height.
+int DropDownList::text_inset(const Metrics& metrics) const {
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  GetComboBoxInfo(window(), &parts);
+  const RECT& choice = parts.rcItem;
+  return static_cast<int>(choice.top + choice.bottom - metrics.pixels(metrics.line_height())) / 2;
+}
+
 void DropDownList::fill_window() {
+  if (window()) {  // its parts take their places only when there is space for them
+    const TwipSize size = natural_size();
+    SetWindowPos(window(), nullptr, 0, 0, form_.metrics().pixels(size.width),
+                 form_.metrics().pixels(size.height), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
   send(CB_RESETCONTENT);
   for (const int entry : entries_)
     send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(localized(entry).c_str()));
@@ -389,7 +414,8 @@ void DateTimePicker::set_value(const SYSTEMTIME& value) {
   fill_window();
 }
 
-// Room for the widest of a year and a day in the user's format.
+// The widest of a year and a day in the user's format. With the same inset above and below it does
+// not matter whether the platform puts the text at the top or in the middle.
 TwipSize DateTimePicker::measure(const Metrics& metrics, Twips) const {
   Twips width = 0;
   for (WORD i = 0; i < 12; ++i) {
@@ -403,8 +429,11 @@ TwipSize DateTimePicker::measure(const Metrics& metrics, Twips) const {
                             0};
     width = std::max(width, metrics.text_size(user_text(sample, kind_), DT_NOPREFIX).width);
   }
-  return field_size(metrics, width + kPickerPadding + arrow_width(metrics));
+  return {field_size(metrics, width + kPickerPadding + arrow_width(metrics)).width,
+          metrics.line_height() + metrics.twips(2 * edge_inset())};
 }
+
+int DateTimePicker::text_inset(const Metrics&) const { return edge_inset(); }
 
 void DateTimePicker::fill_window() {
   if (window()) DateTime_SetSystemtime(window(), GDT_VALID, &value_);

@@ -54,10 +54,15 @@ class Control {
   void place(const TwipBox& box) { box_ = box; }
   /// The size that shows everything; texts that may break do so at `width`.
   TwipSize natural_size(Twips width = 0) const;
+  /// Where the control's text begins when the control itself, in its natural height, begins at
+  /// `top`. A label that begins there shares the base line. Only while the form is shown.
+  Twips text_top(Twips top) const;
 
  protected:
   virtual Caption caption() const { return Caption::kLiteral; }
   virtual TwipSize measure(const Metrics& metrics, Twips width) const;
+  /// Pixels between the upper edge and the text.
+  virtual int text_inset(const Metrics&) const { return 0; }
   /// The window was created: it takes over the state.
   virtual void fill_window() {}
   /// The window is about to go: the state takes over what the user did.
@@ -222,6 +227,7 @@ class TextBox : public Control {
   void on_notification(WORD code) override;
 
  private:
+  int text_inset(const Metrics& metrics) const override;
   std::pair<DWORD, DWORD> selection() const;
   void show_beginning();
 
@@ -244,6 +250,7 @@ class DropDownList : public Control {
   Caption caption() const override { return Caption::kNone; }
   TwipSize measure(const Metrics& metrics, Twips width) const override;
   Twips window_height(const Metrics& metrics) const override;
+  int text_inset(const Metrics& metrics) const override;
   void fill_window() override;
   void read_window() override;
   void refresh_texts() override;
@@ -265,6 +272,7 @@ class DateTimePicker : public Control {
  protected:
   Caption caption() const override { return Caption::kNone; }
   TwipSize measure(const Metrics& metrics, Twips width) const override;
+  int text_inset(const Metrics& metrics) const override;
   void fill_window() override;
   void read_window() override;
 

@@ -19,12 +19,11 @@ Twips place_text(Control& text, const Column& column, Twips top) {
 Twips place_field(Control& label, Control& field, const Column& column, Twips top) {
   const Twips field_height = field.natural_size().height;
   const Twips label_height = label.natural_size().height;
-  const Twips height = std::max(field_height, label_height);
+  const Twips label_top = field.text_top(top);
   const Twips field_left = column.left + column.label_width + kFormGap;
-  label.place({column.left, top + (height - label_height) / 2, column.label_width, label_height});
-  field.place(
-      {field_left, top + (height - field_height) / 2, column.right() - field_left, field_height});
-  return top + height + kFormGap;
+  label.place({column.left, label_top, column.label_width, label_height});
+  field.place({field_left, top, column.right() - field_left, field_height});
+  return std::max(top + field_height, label_top + label_height) + kFormGap;
 }
 
 namespace {

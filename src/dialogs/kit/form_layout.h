@@ -25,7 +25,7 @@ struct Column {
 /// Places a text over the whole width; returns where the next row begins.
 Twips place_text(Control& text, const Column& column, Twips top);
 
-/// Places a field with its label before it; returns where the next row begins.
+/// Places a field with its label before it, on one base line; returns where the next row begins.
 Twips place_field(Control& label, Control& field, const Column& column, Twips top);
 
 /// The width of a row of buttons, all as wide as the widest.

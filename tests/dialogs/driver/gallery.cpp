@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/dialogs/driver/every_form.h"
+#include "tests/dialogs/driver/photograph.h"
 #include "tests/dialogs/driver/picture_control.h"
 
 namespace pv::dialogs_test {
@@ -15,55 +16,15 @@ namespace {
 constexpr int kResolutions[] = {96, 144};
 constexpr const char* kLanguages[] = {"us", "hu", "ger", "ita", "fra", "nl"};
 
-/// The colours of a rectangle of the screen, 24 bits each, bottom row first.
-struct Picture {
-  LONG width = 0;
-  LONG height = 0;
-  std::vector<char> bits;
-
-  bool operator==(const Picture&) const = default;
-};
-
-BITMAPINFOHEADER header_of(const Picture& picture) {
-  BITMAPINFOHEADER header{};
-  header.biSize = sizeof header;
-  header.biWidth = picture.width;
-  header.biHeight = picture.height;
-  header.biPlanes = 1;
-  header.biBitCount = 24;
-  return header;
-}
-
-Picture photograph(HWND window) {
-  RECT place{};
-  GetWindowRect(window, &place);
-  Picture picture{place.right - place.left, place.bottom - place.top, {}};
-  BITMAPINFO description{};
-  description.bmiHeader = header_of(picture);
-  const HDC screen = GetDC(nullptr);
-  const HDC memory = CreateCompatibleDC(screen);
-  void* bits = nullptr;
-  const HBITMAP bitmap = CreateDIBSection(screen, &description, DIB_RGB_COLORS, &bits, nullptr, 0);
-  const HGDIOBJ previous = SelectObject(memory, bitmap);
-  BitBlt(memory, 0, 0, picture.width, picture.height, screen, place.left, place.top, SRCCOPY);
-  GdiFlush();
-  const auto row = static_cast<std::size_t>((picture.width * 3 + 3) / 4 * 4);
-  const auto first = static_cast<const char*>(bits);
-  picture.bits.assign(first, first + row * static_cast<std::size_t>(picture.height));
-  SelectObject(memory, previous);
-  DeleteObject(bitmap);
-  DeleteDC(memory);
-  ReleaseDC(nullptr, screen);
-  return picture;
-}
-
 // The screen follows the window with a delay: until two looks are the same, it still changes.
 Picture photograph_when_painted(HWND window) {
   Picture picture;
+  RECT place{};
+  GetWindowRect(window, &place);
   wait_until([&] {
     RedrawWindow(window, nullptr, nullptr, RDW_ALLCHILDREN | RDW_INVALIDATE | RDW_UPDATENOW);
     Sleep(100);
-    const Picture next = photograph(window);
+    const Picture next = photograph(place);
     const bool same = next == picture;
     picture = next;
     return same;
