@@ -64,7 +64,7 @@ void CItem::copy_to(_CItem* dest) {
   for (long i = 1; i <= count; ++i) {
     copy_variable(result_of(variables(), &_CVariables::get_Item, Variant(i)).get(), copies);
   }
-  call(dest, &_CItem::put_Key, Bstr(record_.key));  // the last step that takes memory
+  call(dest, &_CItem::put_Key, Bstr(record_.key));  // the last step that allocates
   give_members(copies, target, [](const Ref<_CVariables>& variables, CVariable& copy) {
     copy_variable(&copy, variables);
   });

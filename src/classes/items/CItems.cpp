@@ -27,7 +27,7 @@ void report_refused_variable(const std::wstring& key) {
   show_message_box(message);
 }
 
-// Into a text that is there already: its room is used again.
+// Into an existing text, whose capacity is reused.
 void read_text(std::wstring& text, const Ref<_CVariable>& variable,
                HRESULT (STDMETHODCALLTYPE _CVariable::*property)(BSTR*)) {
   Variant value;
@@ -162,7 +162,7 @@ bool CItems::load(const std::wstring& file_name, std::vector<std::wstring>& refu
   Members items = no_members();
   items.reserve(static_cast<std::size_t>(file.count()));
   for (LoadedItem loaded; file.next(loaded);) add_from_file(items, loaded, refused);
-  std::swap(list_, items);  // the former ones go when the new ones are there
+  std::swap(list_, items);  // the former ones are released once the new ones are there
   changed_ = false;
   return true;
 }

@@ -63,7 +63,8 @@ bool clear_recorded_items(ProfileChanges& file) {
   return cleared;
 }
 
-// Where a renamed item goes: a numeric key, even numeric text, is a position; any other is the end.
+// The new position of a renamed item: a numeric key, even numeric text, is a position; any other is
+// the end.
 double new_position(const VARIANT& old_key) {
   double position = std::numeric_limits<double>::infinity();
   attempt([&] { position = std::nearbyint(to_double(old_key)); });

@@ -29,7 +29,7 @@ void CVariable::assign(VariableRecord record) {
   // Values are never part of a record: a float starts as number, everything else as text.
   Variant value = record.data_type == edtFloat ? Variant(0.0f) : Variant(L"0");
   Variant list_id(lenient_integer<short>(record.list_id));
-  // From here on nothing needs memory.
+  // From here on nothing is allocated.
   key_ = std::move(record.key);
   caption_ = std::move(record.caption);
   description_ = std::move(record.description);

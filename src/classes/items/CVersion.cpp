@@ -21,7 +21,7 @@ void CVersion::copy_to(_CVersion* dest) const {
   const auto target = required_object(result_of(dest, &_CVersion::get_VerItems));
   const auto copies = make<CVerItems>();
   for (const auto& entry : entries_->list()) copies->add(entry->record());
-  call(dest, &_CVersion::put_Name, Bstr(name_));  // the last step that takes memory
+  call(dest, &_CVersion::put_Name, Bstr(name_));  // the last step that allocates
   give_members(copies, target, [](const Ref<_CVerItems>& entries, const CVerItem& copy) {
     result_of(entries, &_CVerItems::Add, Bstr(copy.record().key), Bstr(copy.record().index_key));
   });

@@ -31,7 +31,7 @@ class ItemFileReader {
   /// How many items there are to read; below 1 when the bytes are no item file.
   long count() const { return count_; }
 
-  /// Reads the next item into one whose room is used again; false after the last one.
+  /// Reads the next item into `loaded`, whose capacity is reused; false after the last one.
   bool next(LoadedItem& loaded);
 
  private:

@@ -81,7 +81,7 @@ VariableFields parse_variable_record(std::wstring_view text, VariableRecord init
   const std::size_t present = split_record(text, kRecordSeparator, fields);
   VariableRecord& record = initial;
   const auto take_text = [&](std::size_t i, std::wstring& target) {
-    if (i < present) target = std::wstring(fields[i]);  // no room to spare: it may be kept for long
+    if (i < present) target = std::wstring(fields[i]);  // of exact capacity: kept for long
   };
   const auto take_integer = [&](std::size_t i, std::int16_t& target) {
     if (i < present) target = lenient_integer<std::int16_t>(fields[i]);

@@ -18,7 +18,7 @@
 
 namespace pv {
 
-/// Who wrote a file: stored in the "Version" and "Date" keys of its first section.
+/// Who wrote a file: written to the "Version" and "Date" keys of its first section.
 struct FileStamp {
   std::wstring version;   ///< like "2.05.07"
   std::wstring comments;  ///< what build it is; deliberately not a date
