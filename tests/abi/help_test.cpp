@@ -61,6 +61,48 @@ TEST(Help, EveryValueOfAnEnumerationHasOne) {
   });
 }
 
+TEST(Help, OfVersionsIsTheSameForClassAndInterface) {
+  const std::map<std::wstring, std::wstring> published = {
+      {L"CVerItem", L"Contains the IndexKey which identfies an Item in Items collection."},
+      {L"CVersion",
+       L"Contains the lookup table to select the necessary items for different software versions"}};
+  std::size_t found = 0;
+  for (const TYPEKIND kind : {TKIND_COCLASS, TKIND_DISPATCH}) {
+    for_each_type(kind, [&](const TypeInfo& type) {
+      std::wstring name = type.name();
+      if (name.starts_with(L'_')) name.erase(0, 1);
+      if (!published.contains(name)) return;
+      EXPECT_EQ(type.help_of(MEMBERID_NIL), published.at(name));
+      ++found;
+    });
+  }
+  EXPECT_EQ(found, 2 * published.size());
+}
+
+// A host that relies on a flag which nobody sets loses its edits.
+TEST(Help, OfChangedSaysWhoSetsIt) {
+  const std::map<std::wstring, std::vector<std::wstring>> said = {
+      {L"_CItems", {L"True by Add", L"False by a load or save"}},
+      {L"_CVersions", {L"by the host", L"no member sets it to True", L"A load or save"}},
+      {L"_CDLists", {L"by the host", L"no member sets it to True", L"A load or save"}},
+      {L"_CDListMembers", {L"by the host alone"}},
+      {L"_CDimensions",
+       {L"by the host", L"no member sets it to True", L"A load that worked", L"a save leaves it"}}};
+  std::size_t found = 0;
+  for_each_type(TKIND_DISPATCH, [&](const TypeInfo& type) {
+    for (const FunctionInfo& function : functions_of(vtable_view_of(type))) {
+      if (function.name() != L"Changed") continue;
+      ASSERT_TRUE(said.contains(type.name()));
+      const std::wstring help = type.help_of(function.description().memid);
+      for (const std::wstring& part : said.at(type.name())) {
+        EXPECT_NE(help.find(part), std::wstring::npos) << printable(part);
+      }
+      ++found;
+    }
+  });
+  EXPECT_EQ(found, 2 * said.size());  // get and put
+}
+
 // From declarations such as ENUM_VALUE(edtBit, 1, "One bit.").
 std::map<std::string, std::string> declared_help_of_values() {
   std::ifstream file(source_file("typelib/pvItems32.idl"));
