@@ -13,6 +13,11 @@ float deviation_of(const RunningStatistics& s) {
   return variance >= 0 && std::isfinite(single) ? single : 0;
 }
 
+// A result beyond the range of its type fails, and the figure stays as it was.
+void store(float& figure, float result) {
+  if (std::isfinite(result)) figure = result;
+}
+
 }  // namespace
 
 void RunningStatistics::refuse_more() {
@@ -20,13 +25,13 @@ void RunningStatistics::refuse_more() {
 }
 
 void RunningStatistics::refresh() {
-  range = max - min;
+  store(range, max - min);
   if (sample == 0) {
     average = 0;
     deviation = 0;
     return;
   }
-  average = static_cast<float>(sum / sample);
+  store(average, static_cast<float>(sum / sample));
   if (sample >= 2) deviation = deviation_of(*this);
 }
 

@@ -22,6 +22,7 @@ struct RunningStatistics {
 
   /// A reading that is no number is ignored. Throws kOverflow when the count leaves 32 bits.
   void add(float reading);
+  /// A result that is not finite fails: average and range stay as they were, the deviation is 0.
   void refresh();
 
  private:

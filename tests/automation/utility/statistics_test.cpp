@@ -16,6 +16,7 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kLargest = std::numeric_limits<float>::max();
 
 /// The figures from all readings at once, as they are defined: each stored in its own precision.
+/// A derived figure that is not finite stays 0, as it was.
 struct Figures {
   explicit Figures(const std::vector<float>& readings) {
     for (const float reading : readings) {
@@ -26,15 +27,16 @@ struct Figures {
       value = reading;
     }
     square_of_sum = sum * sum;
-    range = max - min;
+    range = finite_or_zero(max - min);
     if (sample == 0) return;
-    average = static_cast<float>(sum / sample);
+    average = finite_or_zero(static_cast<float>(sum / sample));
     if (sample < 2) return;
     const double variance = squares - square_of_sum / sample;
     if (!(variance >= 0)) return;
-    deviation = static_cast<float>(std::sqrt(variance / (sample - 1)));
-    if (!std::isfinite(deviation)) deviation = 0;
+    deviation = finite_or_zero(static_cast<float>(std::sqrt(variance / (sample - 1))));
   }
+
+  static float finite_or_zero(float figure) { return std::isfinite(figure) ? figure : 0; }
 
   static bool is_above(float a, float b) {
     const volatile float difference = a - b;
@@ -189,6 +191,22 @@ TEST_F(Statistics, HaveDeviationZeroAfterAFloatingPointFault) {
   expect_figures_of({kLargest, -kLargest, kLargest});
   EXPECT_EQ(figure(L"STD"), 0.0f);
   EXPECT_EQ(figure(L"Sum"), static_cast<double>(kLargest));
+}
+
+TEST_F(Statistics, KeepFiguresWhoseResultIsNotFinite) {
+  add({2, 4});
+  series_.call(L"Refresh");
+  add({3e38f, -3e38f});
+  series_.call(L"Refresh");
+  EXPECT_EQ(figure(L"Range"), 2.0f);
+  add({3e38f});
+  series_.call(L"Refresh");
+  EXPECT_EQ(figure(L"Average"), 3e38f / 5);
+  add({kInfinity});
+  series_.call(L"Refresh");
+  EXPECT_EQ(figure(L"Range"), 2.0f);
+  EXPECT_EQ(figure(L"Average"), 3e38f / 5);
+  EXPECT_EQ(figure(L"STD"), 0.0f);
 }
 
 // Equal readings make the sum-of-squares formula slightly negative now and then.

@@ -98,6 +98,23 @@ TEST(RunningStatistics, AFloatingPointFaultGivesDeviationZero) {
   EXPECT_EQ(series.deviation, 0);
 }
 
+TEST(RunningStatistics, AResultThatIsNotFiniteKeepsTheFormerOne) {
+  RunningStatistics series = series_of({2, 4});
+  series.refresh();
+  for (const float reading : {3e38f, -3e38f, 3e38f}) series.add(reading);
+  series.refresh();
+  EXPECT_EQ(series.max, 3e38f);
+  EXPECT_EQ(series.min, -3e38f);
+  EXPECT_EQ(series.range, 2);
+  EXPECT_EQ(series.average, 3e38f / 5);
+
+  series.add(std::numeric_limits<float>::infinity());
+  series.refresh();
+  EXPECT_EQ(series.range, 2);
+  EXPECT_EQ(series.average, 3e38f / 5);
+  EXPECT_EQ(series.deviation, 0);
+}
+
 TEST(RunningStatistics, TheCountMayNotLeave32Bits) {
   RunningStatistics series;
   series.sample = std::numeric_limits<std::int32_t>::max();
