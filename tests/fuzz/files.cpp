@@ -113,10 +113,14 @@ void require_found(const std::vector<ListRecord>& lists, PlainSearch file) {
 
 // --- Dimensions
 
-std::size_t unit_count(const std::vector<DimensionRecord>& dimensions) {
-  std::size_t count = 0;
-  for (const DimensionRecord& dimension : dimensions) count += dimension.units.size();
-  return count;
+/// Whether the table is small enough to be compared: a small file may hold a huge one.
+bool is_comparable(const DimensionFile& file) {
+  if (file.size() > kMostCompared) return false;
+  std::size_t units = 0;
+  for (std::size_t i = 0; i < file.size() && units <= kMostCompared; ++i) {
+    units += file.units(i).size();
+  }
+  return units <= kMostCompared;
 }
 
 /// The units of a dimension as its lines have them; of missing lines only the first counts.
@@ -200,15 +204,14 @@ void list_file(std::string_view bytes) {
 
 void dimension_file(std::string_view bytes) {
   const auto read = [](std::string_view file) {
-    return parse_dimension_file(file, latin1_codec());
+    return parse_dimension_file(std::string(file), latin1_codec());
   };
-  const auto dimensions = read(bytes);
+  const auto opened = DimensionFile::open(std::string(bytes), latin1_codec());
   PlainSearch file(bytes);
-  if (announced(file, L"Dimensions") < 1) {
-    require(!dimensions, "a file without dimensions is refused");
-  }
-  if (!dimensions || dimensions->size() > kMostCompared || unit_count(*dimensions) > kMostCompared)
-    return;
+  require((opened != nullptr) == (announced(file, L"Dimensions") >= 1),
+          "a file with dimensions is read");
+  if (!opened || !is_comparable(*opened)) return;
+  const auto dimensions = read(bytes);
   require_found(*dimensions, PlainSearch(bytes));
   require_round_trip(*dimensions, read, [](const std::vector<DimensionRecord>& table) {
     return format_dimension_file(table, kStamp, latin1_codec(), kComma, false);

@@ -9,14 +9,36 @@ template ClassEntry class_entry<CDimension>();
 
 CDimension::CDimension() : units_(make<CUnits>()) {}
 
+Ref<_CUnits> CDimension::units() const {
+  if (file_) {
+    const auto read = make<CUnits>();
+    for (const UnitRecord& unit : file_->units(file_index_)) read->add(unit.caption, unit);
+    units_ = read;
+    file_.reset();
+  }
+  return units_;
+}
+
+STDMETHODIMP CDimension::get_Units(_CUnits** value) noexcept {
+  return method_with_result(value, [&] { return units(); });
+}
+
+STDMETHODIMP CDimension::putref_Units(_CUnits* value) noexcept {
+  return method([&] {
+    set_field(units_, value);
+    file_.reset();
+  });
+}
+
 void CDimension::copy_to(_CDimension* dest) const {
   if (dest == this) return;
-  const long count = units_ ? result_of(units_, &_CUnits::get_Count) : 0;
+  const Ref<_CUnits> own = units();
+  const long count = own ? result_of(own, &_CUnits::get_Count) : 0;
   const auto target =
       count > 0 ? required_object(result_of(dest, &_CDimension::get_Units)) : Ref<_CUnits>();
   const auto copies = make<CUnits>();
   for (long i = 1; i <= count; ++i) {
-    const auto unit = result_of(units_, &_CUnits::get_Item, Variant(i));
+    const auto unit = result_of(own, &_CUnits::get_Item, Variant(i));
     const std::wstring caption = result_of(unit, &_CUnit::get_Caption);
     copies->add(caption, {caption, result_of(unit, &_CUnit::get_Slope),
                           result_of(unit, &_CUnit::get_Offset)});

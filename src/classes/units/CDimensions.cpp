@@ -52,7 +52,7 @@ UnitRecord record_of(const Ref<_CUnit>& unit) {
 
 DimensionRecord record_of(const CDimension& dimension) {
   DimensionRecord record{dimension.caption(), {}};
-  const auto& units = dimension.units();
+  const Ref<_CUnits> units = dimension.units();
   const long count = units ? result_of(units, &_CUnits::get_Count) : 0;
   for (long i = 1; i <= count; ++i) {
     record.units.push_back(record_of(result_of(units, &_CUnits::get_Item, Variant(i))));
@@ -72,15 +72,15 @@ bool shows_value(ShowModeTypes mode, bool dirty) { return mode != smUnitOnly && 
 
 STDMETHODIMP CDimensions::LoadSettingsNew(BSTR file_name, VARIANT_BOOL* result) noexcept {
   return method_with_result(result, [&] {
-    const auto bytes = read_file(std::wstring(view_of(file_name)));
-    const auto dimensions = bytes ? parse_dimension_file(*bytes, ansi_codec()) : std::nullopt;
-    if (!dimensions) return false;
+    auto bytes = read_file(std::wstring(view_of(file_name)));
+    if (!bytes) return false;
+    const std::shared_ptr<const DimensionFile> file =
+        DimensionFile::open(std::move(*bytes), ansi_codec(), decimal_separator());
+    if (!file) return false;
     Members loaded = no_members();
-    for (const DimensionRecord& record : *dimensions) {
-      const auto units = make<CUnits>();
-      for (const UnitRecord& unit : record.units) units->add(unit.caption, unit);
-      const auto dimension = make<CDimension>(record.caption, record.caption, units);
-      attempt([&] { loaded.append(dimension, record.caption); });  // the first of a name stands
+    for (std::size_t i = 0; i < file->size(); ++i) {
+      const auto dimension = make<CDimension>(file, i);
+      attempt([&] { loaded.append(dimension, file->caption(i)); });  // the first of a name stands
     }
     std::swap(list_, loaded);  // the former ones go when the new ones are there
     changed_ = false;

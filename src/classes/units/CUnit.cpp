@@ -8,7 +8,7 @@ template ClassEntry class_entry<CUnit>();
 
 STDMETHODIMP CUnit::Load(BSTR members, VARIANT_BOOL* result) noexcept {
   return method_with_result(result, [&] {
-    ParsedUnit parsed = parse_unit(view_of(members), unit_);
+    ParsedUnit parsed = parse_unit(view_of(members), unit_, decimal_separator());
     unit_ = std::move(parsed.unit);
     return parsed.complete;
   });

@@ -113,9 +113,13 @@ std::optional<double> value_of(const Decimal& number) {
   return number.negative ? -value : value;
 }
 
-std::wstring with_point(std::wstring_view text) {
+std::wstring with_point(std::wstring_view text, wchar_t decimal = L',') {
   std::wstring copy(text);
-  if (const auto comma = copy.find(L','); comma != std::wstring::npos) copy[comma] = L'.';
+  const auto read_as_point = [&copy](wchar_t separator) {
+    if (const auto found = copy.find(separator); found != std::wstring::npos) copy[found] = L'.';
+  };
+  read_as_point(L',');
+  if (decimal != L',') read_as_point(decimal);
   return copy;
 }
 
@@ -267,9 +271,9 @@ std::wstring lenient_number_text(std::wstring_view text, wchar_t decimal) {
   return value ? format_number(*value, decimal) : L"0";
 }
 
-double lenient_number(std::wstring_view text) {
+double lenient_number(std::wstring_view text, wchar_t decimal) {
   if (const std::optional<std::int32_t> value = parse_integer(text)) return *value;
-  const Decimal number = take_decimal(with_point(text));
+  const Decimal number = take_decimal(with_point(text, decimal));
   const std::optional<double> value = value_of(number);
   if (!value) return 0.0;
   // A double keeps 15 digits: their text would give the same value again.

@@ -43,8 +43,9 @@ std::pmr::wstring format_fixed(double value, int decimals, wchar_t decimal,
 /// any failure.
 std::wstring lenient_number_text(std::wstring_view text, wchar_t decimal);
 
-/// The value of the number text (15 significant digits); 0 on any failure.
-double lenient_number(std::wstring_view text);
+/// The value of the number text (15 significant digits); 0 on any failure. The first `decimal`, of
+/// a user's locale that has another one, counts as '.', too.
+double lenient_number(std::wstring_view text, wchar_t decimal = L',');
 
 /// `value` in single precision; nullopt when it is beyond the range of a float (or not finite).
 std::optional<float> single_of(double value);

@@ -11,23 +11,12 @@ namespace {
 
 constexpr std::wstring_view kDefaultUnit = L"Unit#1|1.0|0.0";
 
-std::wstring section_of(int dimension) { return L"DIM" + format_integer(dimension); }
+std::wstring section_of(std::size_t index) {
+  return L"DIM" + format_integer(static_cast<long>(index) + 1);
+}
 std::wstring key_of(int unit) { return L"UNIT" + format_integer(unit); }
 
-/// A dimension as announced: its units are still to be read.
-struct Announced {
-  std::wstring caption;
-  int unit_count = 0;
-};
-
-Announced read_announcement(const SettingsIndex& index, int dimension) {
-  const std::wstring section = section_of(dimension);
-  return {index.value(section, L"Caption", L"Untitled" + format_integer(dimension)),
-          lenient_integer<std::int16_t>(index.value(section, L"Count", L"1"))};
-}
-
-/// The unit numbers in 1..`most` that have a line anywhere in the file: all others have the default
-/// unit.
+/// The unit numbers in 1..`most` that have a line anywhere in the file.
 std::vector<int> numbers_with_lines(const SettingsIndex& index, int most) {
   std::vector<int> numbers;
   for (int m = 1; m <= most; ++m) {
@@ -36,43 +25,13 @@ std::vector<int> numbers_with_lines(const SettingsIndex& index, int most) {
   return numbers;
 }
 
-/// How many of `numbers` (ascending) are in 1..`most`.
-std::size_t numbers_up_to(const std::vector<int>& numbers, int most) {
-  return static_cast<std::size_t>(std::upper_bound(numbers.begin(), numbers.end(), most) -
-                                  numbers.begin());
-}
-
-/// Reads units in the order of their numbers; `numbers` are those with lines. Of the numbers
-/// without one only the first is read: its caption is in use afterwards, so the collection would
-/// drop the others.
-std::vector<UnitRecord> read_units(const SettingsIndex& index, int dimension, int count,
-                                   const std::vector<int>& numbers) {
-  const std::wstring section = section_of(dimension);
-  std::vector<UnitRecord> units;
-  bool has_default = false;
-  const auto read = [&](int number) {
-    const std::optional<std::wstring> text = index.find(section, key_of(number));
-    if (!text && has_default) return;
-    has_default = has_default || !text;
-    units.push_back(parse_unit(text ? *text : kDefaultUnit).unit);
-  };
-  int expected = 1;
-  for (std::size_t i = 0; i < numbers_up_to(numbers, count); ++i) {
-    if (numbers[i] != expected) read(expected);
-    read(numbers[i]);
-    expected = numbers[i] + 1;
-  }
-  if (expected <= count) read(expected);
-  return units;
-}
-
 }  // namespace
 
-ParsedUnit parse_unit(std::wstring_view text, UnitRecord initial) {
+ParsedUnit parse_unit(std::wstring_view text, UnitRecord initial, wchar_t decimal) {
   std::vector<std::wstring> fields = split_record(text, kRecordSeparator, 3);
   initial.caption = std::move(fields[0]);
-  if (fields.size() > 1) initial.slope = lenient_number(fields[1]);
-  if (fields.size() > 2) initial.offset = lenient_number(fields[2]);
+  if (fields.size() > 1) initial.slope = lenient_number(fields[1], decimal);
+  if (fields.size() > 2) initial.offset = lenient_number(fields[2], decimal);
   return {std::move(initial), fields.size() > 2};
 }
 
@@ -81,32 +40,61 @@ std::wstring format_unit(const UnitRecord& unit, wchar_t decimal) {
          format_number(unit.offset, decimal) + L"|";
 }
 
-std::optional<std::vector<DimensionRecord>> parse_dimension_file(std::string_view bytes,
-                                                                 const TextCodec& codec,
-                                                                 std::size_t most_unit_reads) {
-  const SettingsIndex index(bytes, codec);
-  const auto count = lenient_integer<std::int16_t>(index.value(L"Dimensions", L"Count", L"0"));
-  if (count < 1) return std::nullopt;
+std::unique_ptr<const DimensionFile> DimensionFile::open(std::string bytes, const TextCodec& codec,
+                                                         wchar_t decimal) {
+  std::unique_ptr<const DimensionFile> file(new DimensionFile(std::move(bytes), codec, decimal));
+  return file->size() > 0 ? std::move(file) : nullptr;
+}
 
-  std::vector<Announced> announced;
+DimensionFile::DimensionFile(std::string bytes, const TextCodec& codec, wchar_t decimal)
+    : bytes_(std::move(bytes)), index_(bytes_, codec), decimal_(decimal) {
+  const auto count = lenient_integer<std::int16_t>(index_.value(L"Dimensions", L"Count", L"0"));
   int most_units = 0;
-  for (int n = 1; n <= count; ++n) {
-    announced.push_back(read_announcement(index, n));
-    most_units = std::max(most_units, announced.back().unit_count);
+  while (std::cmp_less(size(), count)) {
+    dimensions_.push_back(announced(size()));
+    most_units = std::max(most_units, dimensions_.back().unit_count);
   }
-  const std::vector<int> numbers = numbers_with_lines(index, most_units);
-  std::size_t reads = 0;
-  for (const Announced& dimension : announced) {
-    reads += numbers_up_to(numbers, dimension.unit_count);
-    if (reads > std::max(most_unit_reads, index.line_count())) return std::nullopt;
-  }
+  unit_numbers_ = numbers_with_lines(index_, most_units);
+}
 
+DimensionFile::Announced DimensionFile::announced(std::size_t index) const {
+  const std::wstring section = section_of(index);
+  const std::wstring untitled = L"Untitled" + format_integer(static_cast<long>(index) + 1);
+  return {index_.value(section, L"Caption", untitled),
+          lenient_integer<std::int16_t>(index_.value(section, L"Count", L"1"))};
+}
+
+// In the order of their numbers. Of the numbers without a line only the first is read.
+std::vector<UnitRecord> DimensionFile::units(std::size_t index) const {
+  const std::wstring section = section_of(index);
+  const int count = dimensions_[index].unit_count;
+  std::vector<UnitRecord> units;
+  bool has_default = false;
+  const auto read = [&](int number) {
+    const std::optional<std::wstring> text = index_.find(section, key_of(number));
+    if (!text && has_default) return;
+    has_default = has_default || !text;
+    units.push_back(parse_unit(text ? *text : kDefaultUnit, {}, decimal_).unit);
+  };
+  int expected = 1;
+  for (const int number : unit_numbers_) {
+    if (number > count) break;
+    if (number != expected) read(expected);
+    read(number);
+    expected = number + 1;
+  }
+  if (expected <= count) read(expected);
+  return units;
+}
+
+std::optional<std::vector<DimensionRecord>> parse_dimension_file(std::string bytes,
+                                                                 const TextCodec& codec,
+                                                                 wchar_t decimal) {
+  const auto file = DimensionFile::open(std::move(bytes), codec, decimal);
+  if (!file) return std::nullopt;
   std::vector<DimensionRecord> dimensions;
-  int n = 0;
-  for (Announced& dimension : announced) {
-    ++n;
-    dimensions.push_back(
-        {std::move(dimension.caption), read_units(index, n, dimension.unit_count, numbers)});
+  for (std::size_t i = 0; i < file->size(); ++i) {
+    dimensions.push_back({file->caption(i), file->units(i)});
   }
   return dimensions;
 }
@@ -116,9 +104,9 @@ std::string format_dimension_file(const std::vector<DimensionRecord>& dimensions
                                   bool continues_a_file) {
   SettingsWriter writer(codec, continues_a_file);
   writer.head(L"Dimensions", dimensions.size(), stamp);
-  int n = 0;
+  std::size_t index = 0;
   for (const DimensionRecord& dimension : dimensions) {
-    writer.section(section_of(++n));
+    writer.section(section_of(index++));
     writer.value(L"Caption", dimension.caption);
     writer.count(dimension.units.size());
     int m = 0;

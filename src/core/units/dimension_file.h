@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,22 +29,45 @@ struct DimensionRecord {
 };
 
 /// Reads a unit record: fields that are there replace those of `initial`; text that is no number is
-/// 0.
-ParsedUnit parse_unit(std::wstring_view text, UnitRecord initial = {});
+/// 0. Besides '.' and ',', `decimal` is read as the decimal separator.
+ParsedUnit parse_unit(std::wstring_view text, UnitRecord initial = {}, wchar_t decimal = L',');
 std::wstring format_unit(const UnitRecord& unit, wchar_t decimal);
 
-/// Unit lines that a small file may make its dimensions read, all together. Each dimension may take
-/// its units from later sections, so such a file could otherwise ask for a thousand million of
-/// them.
-inline constexpr std::size_t kMostUnitReads = 2'000'000;
+/// A settings file with a table of dimensions. Every dimension may take its units from later
+/// sections, so that a small file can announce a thousand million of them: the units of a dimension
+/// are read when they are asked for, and opening takes time and memory by the size of the file.
+class DimensionFile {
+ public:
+  /// Null when the file announces no dimension.
+  static std::unique_ptr<const DimensionFile> open(std::string bytes, const TextCodec& codec,
+                                                   wchar_t decimal = L',');
 
-/// Reads the table; nullopt when the file announces no dimension, or when its dimensions ask for
-/// more than `most_unit_reads` unit lines and for more than the file has lines: a table that was
-/// saved is read whatever its size. Captions may come more than once, with one exception: a
-/// dimension holds the default unit that stands for missing lines only once, its caption being in
-/// use from then on.
-std::optional<std::vector<DimensionRecord>> parse_dimension_file(
-    std::string_view bytes, const TextCodec& codec, std::size_t most_unit_reads = kMostUnitReads);
+  std::size_t size() const { return dimensions_.size(); }
+  const std::wstring& caption(std::size_t index) const { return dimensions_[index].caption; }
+  /// Captions may come more than once, with one exception: a dimension holds the default unit that
+  /// stands for missing lines only once, its caption being in use from then on.
+  std::vector<UnitRecord> units(std::size_t index) const;
+
+ private:
+  struct Announced {
+    std::wstring caption;
+    int unit_count = 0;
+  };
+
+  DimensionFile(std::string bytes, const TextCodec& codec, wchar_t decimal);
+  Announced announced(std::size_t index) const;
+
+  std::string bytes_;
+  SettingsIndex index_;
+  wchar_t decimal_;
+  std::vector<Announced> dimensions_;
+  std::vector<int> unit_numbers_;  ///< those that have a line anywhere; all others have the default
+};
+
+/// The whole table at once; nullopt when the file announces no dimension.
+std::optional<std::vector<DimensionRecord>> parse_dimension_file(std::string bytes,
+                                                                 const TextCodec& codec,
+                                                                 wchar_t decimal = L',');
 
 /// `continues_a_file`: the text is to be appended to a file that holds something already.
 std::string format_dimension_file(const std::vector<DimensionRecord>& dimensions,

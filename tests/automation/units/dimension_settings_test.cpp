@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "pvItems32.h"
 #include "tests/automation/units/dimension_support.h"
 
 namespace pv::test {
@@ -18,6 +19,21 @@ Object loaded(std::string_view text) {
   EXPECT_EQ(dimensions.call(L"LoadSettingsNew", file), true);
   return dimensions;
 }
+
+/// A decimal separator of the user, as set in the control panel, for as long as it lives.
+class UserDecimal {
+ public:
+  explicit UserDecimal(const wchar_t* separator) : before_(user_decimal()) { set(separator); }
+  ~UserDecimal() { set(before_.c_str()); }
+  UserDecimal(const UserDecimal&) = delete;
+  UserDecimal& operator=(const UserDecimal&) = delete;
+
+ private:
+  static void set(const wchar_t* separator) {
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator);
+  }
+  std::wstring before_;
+};
 
 Object units_of(const Object& dimensions, const Value& index) {
   return dimensions.get_object(L"Item", index).get_object(L"Units");
@@ -120,14 +136,44 @@ TEST(LoadDimensions, ReadsTextInTheSystemsCodePage) {
   EXPECT_EQ(dimensions.call(L"List"), L"Température|");
 }
 
-TEST(LoadDimensions, RefusesTablesOfUnreasonableSize) {
+// Every dimension takes the thousand units at the end of the file.
+TEST(LoadDimensions, TakesTablesOfAnySize) {
   std::string text = "[Dimensions]\r\nCount=32767\r\n";
   for (int n = 1; n <= 32767; ++n) {
     text += "[DIM" + std::to_string(n) + "]\r\nCaption=" + std::to_string(n) + "\r\n";
   }
   text += "Count=32767\r\n";
-  for (int m = 1; m <= 1000; ++m) text += "UNIT" + std::to_string(m) + "=u|1|0\r\n";
-  expect_load_changes_nothing(OwnFile(L"dims.ini", text));
+  for (int m = 1; m <= 1000; ++m) {
+    text += "UNIT" + std::to_string(m) + "=u" + std::to_string(m) + "|2|0\r\n";
+  }
+  const Object dimensions = loaded(text);
+  EXPECT_EQ(dimensions.get(L"Count"), 32767);
+  EXPECT_EQ(dimensions.call(L"ToUnit", 4, 32767, L"u1000", -1, smValueAndUnit), L"8 u1000");
+  EXPECT_EQ(units_of(dimensions, 1).get(L"Count"), 1001);  // the default unit is the last
+}
+
+// Units are read from the file when they are asked for, but the file may be gone by then.
+TEST(LoadDimensions, HandsOutTheSameUnitsEveryTime) {
+  const Object dimensions = loaded(kTwoDimensions);
+  const Object dimension = dimensions.get_object(L"Item", 1);
+  EXPECT_EQ(dimension.get_object(L"Units"), dimension.get_object(L"Units"));
+  units_of(dimensions, 1).call(L"Remove", 1);
+  EXPECT_EQ(units_of(dimensions, 1).call(L"List"), L"l/s|");
+}
+
+TEST(LoadDimensions, UnitsOfTheHostTakeThePlaceOfThoseOfTheFile) {
+  const Object dimensions = loaded(kTwoDimensions);
+  const Object dimension = dimensions.get_object(L"Item", 1);
+  dimension.set(L"Units", Object::create(L"pvItems32.CUnits"));
+  EXPECT_EQ(units_of(dimensions, 1).get(L"Count"), 0);
+  dimension.set(L"Units", Value::nothing());
+  EXPECT_TRUE(dimension.get(L"Units").is_nothing());
+}
+
+TEST(LoadDimensions, UnitsOfTheFileAreCopiedAndRenamed) {
+  const Object dimensions = loaded(kTwoDimensions);
+  EXPECT_EQ(dimensions.call(L"ChangeTitle", 1, L"Volume"), true);
+  EXPECT_EQ(units_of(dimensions, L"Volume").call(L"List"), L"m3/h|l/s|");
 }
 
 std::string library_version() {
@@ -189,6 +235,25 @@ TEST(SaveDimensions, FailsOnAFileThatOthersHoldBack) {
   EXPECT_EQ(flow_and_temperature().call(L"SaveSettingsNew", file), false);
   CloseHandle(lock);
   EXPECT_EQ(file.bytes(), "kept");
+}
+
+// Whatever the user has set: what was written is read.
+TEST(SaveDimensions, IsReadBackWithAnUnusualDecimalSeparator) {
+  for (const wchar_t* separator : {L"'", L"*", L","}) {
+    const UserDecimal set(separator);
+    const Object dimensions = make_dimensions();
+    add_dimension(dimensions, L"Flow", {{L"m3/h", 3.6, -0.25}});
+    const OwnFile file;
+    EXPECT_EQ(dimensions.call(L"SaveSettingsNew", file), true);
+    const std::string line = in_code_page(in_user_locale(L"UNIT1=m3/h|3.6|-0.25|"));
+    EXPECT_NE(file.bytes().find(line), std::string::npos) << file.bytes();
+    const Object unit = units_of(loaded(file.bytes()), 1).get_object(L"Item", 1);
+    EXPECT_EQ(unit.get(L"Slope"), 3.6);
+    EXPECT_EQ(unit.get(L"Offset"), -0.25);
+    EXPECT_EQ(unit.call(L"Load", unit.call(L"Save")), true);
+    EXPECT_EQ(unit.get(L"Slope"), 3.6);
+    EXPECT_EQ(unit.get(L"Offset"), -0.25);
+  }
 }
 
 TEST(SaveDimensions, IsReadBackAsItWas) {

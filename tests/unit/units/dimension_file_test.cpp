@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -29,6 +30,19 @@ TEST(Unit, ReadsEitherDecimalSeparator) {
   EXPECT_EQ(parsed.unit.caption, L"l/s");
   EXPECT_EQ(parsed.unit.slope, 1.5);
   EXPECT_EQ(parsed.unit.offset, 0.25);
+}
+
+// What is written with the separator of a locale is read with it, as the usual ones are.
+TEST(Unit, ReadsAnyDecimalSeparatorThatItIsWrittenWith) {
+  for (const wchar_t decimal : {L'.', L',', L'\'', L'\x66B', L'*'}) {
+    const std::wstring text = format_unit({L"u", 1.5, -0.25}, decimal);
+    EXPECT_EQ(text, std::wstring(L"u|1") + decimal + L"5|-0" + decimal + L"25|");
+    for (const std::wstring& record : {text, std::wstring(L"u|1.5|-0,25|")}) {
+      const ParsedUnit parsed = parse_unit(record, {}, decimal);
+      EXPECT_EQ(parsed.unit.slope, 1.5) << static_cast<int>(decimal);
+      EXPECT_EQ(parsed.unit.offset, -0.25) << static_cast<int>(decimal);
+    }
+  }
 }
 
 TEST(Unit, IsIncompleteWithFewerThanThreeFields) {
@@ -101,10 +115,10 @@ TEST(DimensionFile, StartsWithAnEmptyLineWhenItContinuesAFile) {
 }
 
 TEST(DimensionFile, ComesBackAsWrittenAlsoBehindOtherText) {
-  for (const wchar_t decimal : {L'.', L','}) {
+  for (const wchar_t decimal : {L'.', L',', L'\''}) {
     const std::string table =
         format_dimension_file(some_dimensions(), kStamp, kCodec, decimal, true);
-    const auto dimensions = parse_dimension_file("[Other]\r\nCount=1\r\n" + table, kCodec);
+    const auto dimensions = parse_dimension_file("[Other]\r\nCount=1\r\n" + table, kCodec, decimal);
     ASSERT_TRUE(dimensions);
     ASSERT_EQ(dimensions->size(), 3U);
     EXPECT_EQ((*dimensions)[1].units[0].offset, -273.15);
@@ -266,39 +280,45 @@ TEST(DimensionFile, IsNotHeldUpByHugeCountsWithoutUnitLines) {
   for (const DimensionRecord& dimension : *dimensions) ASSERT_EQ(dimension.units.size(), 1U);
 }
 
-TEST(DimensionFile, IsRefusedWhenItAsksForTooManyUnits) {
-  // Every dimension takes all the units at the end of the file.
-  const auto file = [](int dimensions, int units) {
-    std::string bytes = "[Dimensions]\nCount=" + std::to_string(dimensions) + "\n";
-    for (int n = 1; n <= dimensions; ++n) bytes += "[DIM" + std::to_string(n) + "]\n";
-    bytes += "Count=" + std::to_string(units) + "\n";
-    for (int m = 1; m <= units; ++m) {
-      bytes += "UNIT" + std::to_string(m) + "=u" + std::to_string(m) + "\n";
-    }
-    return bytes;
-  };
-  EXPECT_FALSE(parse_dimension_file(file(32767, 32767), kCodec));
-  EXPECT_FALSE(parse_dimension_file(file(2000, 1001), kCodec));
-  const auto large = parse_dimension_file(file(100, 1000), kCodec);
-  ASSERT_TRUE(large);
-  EXPECT_EQ((*large)[99].units.size(), 1000U);
+// Every dimension takes all the units at the end of the file.
+std::string file_of_shared_units(int dimensions, int units) {
+  std::string bytes = "[Dimensions]\nCount=" + std::to_string(dimensions) + "\n";
+  for (int n = 1; n <= dimensions; ++n) bytes += "[DIM" + std::to_string(n) + "]\n";
+  bytes += "Count=" + std::to_string(units) + "\n";
+  for (int m = 1; m <= units; ++m) {
+    bytes += "UNIT" + std::to_string(m) + "=u" + std::to_string(m) + "\n";
+  }
+  return bytes;
 }
 
-// A file that has the lines may have them read: what was saved is never refused for its size.
-TEST(DimensionFile, IsReadWhenItHasTheUnitsThatItAsksFor) {
-  constexpr std::size_t kFewReads = 10;
-  const std::vector<DimensionRecord> table(3, {L"d", std::vector<UnitRecord>(20, {L"u", 1, 0})});
-  const std::string saved = format_dimension_file(table, kStamp, kCodec, L'.', false);
-  const auto loaded = parse_dimension_file(saved, kCodec, kFewReads);
-  ASSERT_TRUE(loaded);
-  ASSERT_EQ(loaded->size(), 3U);
-  for (const DimensionRecord& dimension : *loaded) EXPECT_EQ(dimension.units.size(), 20U);
+// Together these would be a thousand million units, far more than any memory holds.
+TEST(DimensionFile, ReadsOnlyTheUnitsThatAreAskedFor) {
+  const auto file = DimensionFile::open(file_of_shared_units(32767, 32767), kCodec);
+  ASSERT_TRUE(file);
+  EXPECT_EQ(file->size(), 32767U);
+  EXPECT_EQ(file->caption(32766), L"Untitled32767");
+  for (const std::size_t index : {0U, 20'000U, 32'766U}) {
+    const std::vector<UnitRecord> units = file->units(index);
+    ASSERT_EQ(units.size(), 32767U);
+    EXPECT_EQ(units.back().caption, L"u32767");
+  }
+}
 
-  // 60 reads out of one section with 20 lines.
-  std::string shared = "[Dimensions]\nCount=3\n[DIM1]\n[DIM2]\n[DIM3]\nCount=20\n";
-  for (int m = 1; m <= 20; ++m) shared += "UNIT" + std::to_string(m) + "=u\n";
-  EXPECT_TRUE(parse_dimension_file(shared, kCodec, 60));
-  EXPECT_FALSE(parse_dimension_file(shared, kCodec, 59));
+TEST(DimensionFile, IsReadAsAWholeToo) {
+  const auto table = parse_dimension_file(file_of_shared_units(100, 100), kCodec);
+  ASSERT_TRUE(table);
+  ASSERT_EQ(table->size(), 100U);
+  for (const DimensionRecord& dimension : *table) ASSERT_EQ(dimension.units.size(), 100U);
+}
+
+// Of a file in the memory of its opener nothing is needed afterwards.
+TEST(DimensionFile, KeepsWhatItReadsFrom) {
+  auto bytes = std::make_unique<std::string>("[Dimensions]\nCount=1\n[DIM1]\nUNIT1=a|2|3|\n");
+  const auto file = DimensionFile::open(*bytes, kCodec);
+  bytes.reset();
+  ASSERT_TRUE(file);
+  ASSERT_EQ(file->units(0).size(), 1U);
+  EXPECT_EQ(file->units(0)[0].slope, 2);
 }
 
 }  // namespace
