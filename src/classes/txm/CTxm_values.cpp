@@ -157,7 +157,13 @@ std::optional<CTxm::Resolved> CTxm::resolve(_CItem* item, short parent) const {
 short CTxm::dimension_of(_CItem* item, const Ref<_CVariable>& variable) const {
   const short parent = result_of(variable, &_CVariable::get_ParentVariable);
   std::optional<Resolved> found;
-  if (parent != 0) attempt([&] { found = resolve(item, parent); });
+  // By way of a variable: g++ lets a call that throws write into what it would be assigned to.
+  if (parent != 0) {
+    attempt([&] {
+      const std::optional<Resolved> resolved = resolve(item, parent);
+      found = resolved;
+    });
+  }
   if (found) {
     call(variable, &_CVariable::put_DimensionID, found->dimension);
     call(variable, &_CVariable::put_UnitID, found->unit);
