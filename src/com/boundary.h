@@ -5,6 +5,7 @@
 
 #include "com/automation.h"
 #include "com/failure.h"
+#include "com/floating_point.h"
 
 namespace pv {
 
@@ -22,10 +23,11 @@ T* required(T* variable) {
   return variable;
 }
 
-/// Runs the body of an automation method: no exception leaves it, and the error information of an
-/// earlier call is cleared on entry.
+/// Runs the body of an automation method: no exception leaves it, the error information of an
+/// earlier call is cleared on entry, and the host's floating-point state does not matter.
 template <class Body>
 HRESULT guarded(const wchar_t* class_name, const char* function, Body&& body) noexcept {
+  const FloatingPointScope masked;
   SetErrorInfo(0, nullptr);
   try {
     body();

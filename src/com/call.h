@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "com/failure.h"
+#include "com/floating_point.h"
 #include "com/variant.h"
 #include "core/errors/automation_error.h"
 
@@ -52,7 +53,10 @@ using LastOf = std::remove_pointer_t<std::tuple_element_t<sizeof...(P) - 1, std:
 template <class I, class... P, class... A>
 void call(I* object, HRESULT (STDMETHODCALLTYPE I::*method)(P...), A&&... arguments) {
   if (!object) throw automation_error(ErrorCode::kObjectNotSet);
-  check((object->*method)(std::forward<A>(arguments)...));
+  check([&] {
+    const HostFloatingPoint in_host;  // the object may be the host's
+    return (object->*method)(std::forward<A>(arguments)...);
+  }());
 }
 
 /// Calls a method or property get and returns what its last parameter receives.

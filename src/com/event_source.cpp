@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "com/enumerator.h"
+#include "com/floating_point.h"
 
 namespace pv {
 
@@ -90,6 +91,7 @@ void ConnectionPoint::fire(DISPID id, std::span<VARIANT> arguments) {
   for (const Listener& listener : *listeners) {
     Variant ignored;
     EXCEPINFO exception{};
+    const HostFloatingPoint in_host;
     listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &ignored,
                           &exception, nullptr);
     for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile}) {

@@ -5,6 +5,7 @@
 
 #include "com/argument.h"
 #include "com/failure.h"
+#include "com/floating_point.h"
 #include "com/module.h"
 #include "com/variant.h"
 
@@ -147,6 +148,7 @@ HRESULT invoke_default_of_result(void* object, const Member& member, DISPPARAMS*
     SetErrorInfo(0, make_error_info(library().name, error_text(ErrorCode::kObjectNotSet)).get());
     return fill_exception(hresult_of(ErrorCode::kObjectNotSet), exception);
   }
+  const HostFloatingPoint in_host;  // the collection may be the host's
   return collection.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,
                                      DISPATCH_METHOD | DISPATCH_PROPERTYGET, given, result,
                                      exception, argument_error);

@@ -23,6 +23,7 @@
 
 #include "com/automation.h"
 #include "com/boundary.h"
+#include "com/floating_point.h"
 #include "com/invoke.h"
 #include "com/module.h"
 #include "com/result.h"
@@ -105,11 +106,13 @@ class AutomationObject : public Contract<Derived>::Interface,
   }
   STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
     if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
+    const FloatingPointScope masked;
     const DispatchTable* table = dispatch_table();
     return table ? ids_of_names(*table, names, count, ids) : E_OUTOFMEMORY;
   }
   STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* argument_error) override {
+    const FloatingPointScope masked;
     const DispatchTable* table = dispatch_table();
     if (!table) return E_OUTOFMEMORY;
     const Ref<IUnknown> alive(static_cast<Interface*>(this));

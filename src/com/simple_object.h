@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "com/automation.h"
+#include "com/floating_point.h"
 #include "com/module.h"
 
 namespace pv {
@@ -16,6 +17,7 @@ class ReferenceCount {
   ULONG release(Object* object) {
     const long left = --count_;
     if (left == 0) {
+      const FloatingPointScope masked;
       count_ = 1;  // a reference taken and dropped while dying must not start over
       delete object;
     }

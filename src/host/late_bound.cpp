@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "com/failure.h"
+#include "com/floating_point.h"
 
 namespace pv {
 namespace {
@@ -163,6 +164,7 @@ bool LateBound::has(std::wstring_view member) const {
 HRESULT LateBound::try_invoke(DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT& result,
                               EXCEPINFO& exception) const {
   UINT argument_error = 0;
+  const HostFloatingPoint in_host;
   return object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &result, &exception,
                          &argument_error);
 }

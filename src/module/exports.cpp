@@ -3,6 +3,7 @@
 
 #include "apartment/thread_state.h"
 #include "com/automation.h"
+#include "com/floating_point.h"
 #include "com/module.h"
 #include "com/registration.h"
 
@@ -13,6 +14,7 @@ BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID process_ends) {
 }
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
+  const pv::FloatingPointScope masked;
   return pv::get_class_object(clsid, iid, object);
 }
 

@@ -1,7 +1,10 @@
 #include "tests/support/object.h"
 
 #include <algorithm>
+#include <optional>
 #include <sstream>
+
+#include "tests/support/trapping_host.h"
 
 namespace pv::test {
 namespace {
@@ -11,6 +14,18 @@ std::wstring taken(BSTR& text) {
   SysFreeString(std::exchange(text, nullptr));
   return copy;
 }
+
+/// The host around a call, if the test program plays one that traps. What the tests compute
+/// themselves may overflow.
+class CallingHost {
+ public:
+  CallingHost() {
+    if (host_traps() && !TrappingHost::is_calling()) host_.emplace();
+  }
+
+ private:
+  std::optional<TrappingHost> host_;
+};
 
 [[noreturn]] void fail(std::wstring_view what, const Outcome& outcome) {
   std::ostringstream message;
@@ -52,6 +67,7 @@ Object Object::create(std::wstring_view prog_id) {
   Object created;
   HRESULT result = CLSIDFromProgID(std::wstring(prog_id).c_str(), &clsid);
   if (SUCCEEDED(result)) {
+    const CallingHost host;
     result = CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                               reinterpret_cast<void**>(created.object_.put()));
   }
@@ -67,6 +83,7 @@ DISPID Object::id_of(std::wstring_view member) const {
   std::wstring name(member);
   LPOLESTR names[] = {name.data()};
   DISPID id = DISPID_UNKNOWN;
+  const CallingHost host;
   if (object_) object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
   return id;
 }
@@ -79,8 +96,11 @@ Outcome Object::invoke(DISPID id, WORD flags, std::span<const VARIANT> reversed_
       static_cast<UINT>(reversed_arguments.size()), static_cast<UINT>(named.size())};
   Outcome outcome;
   EXCEPINFO exception{};
-  outcome.result = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                                   &outcome.value, &exception, &outcome.argument);
+  {
+    const CallingHost host;
+    outcome.result = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                     &outcome.value, &exception, &outcome.argument);
+  }
   if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
   outcome.code = exception.scode;
   outcome.source = taken(exception.bstrSource);
