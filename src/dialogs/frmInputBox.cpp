@@ -13,6 +13,8 @@ namespace pv {
 namespace {
 
 constexpr wchar_t kMask = L'*';
+constexpr int kDate = 310;
+constexpr int kTime = 311;
 constexpr Twips kFieldWidth = 3000;
 constexpr Twips kTextWidth = 4200;
 constexpr Twips kLongestUnit = 2400;  // longer ones break
@@ -60,6 +62,8 @@ frmInputBox::frmInputBox()
       lblUnit_(*this, 1021),
       butOK_(*this, 1000, [this] { confirm(); }),
       butCancel_(*this, 1001, [this] { finish(false); }) {
+  dtDate_.set_caption(kDate);
+  dtTime_.set_caption(kTime);
   set_answers(butOK_, butCancel_);
 }
 

@@ -58,6 +58,17 @@ std::size_t take_count(std::wstring_view& text, std::size_t limit) {
 
 Rgb symbol_colour(std::uint8_t number) { return kPalette[number]; }
 
+std::wstring colour_code(std::uint8_t number) {
+  constexpr std::wstring_view kDigits = L"0123456789ABCDEF";
+  const Rgb colour = symbol_colour(number);
+  std::wstring code = L"#";
+  for (const std::uint8_t part : {colour.red, colour.green, colour.blue}) {
+    code += kDigits[part / 16];
+    code += kDigits[part % 16];
+  }
+  return code;
+}
+
 std::wstring format_symbol(const Symbol& symbol) {
   std::wstring text(kVersion);
   auto run = symbol.pixels.begin();

@@ -43,6 +43,9 @@ struct Rgb {
 /// From 0 black to 15 white; the number must be one of them.
 Rgb symbol_colour(std::uint8_t number);
 
+/// The same as screen readers are told it: "#RRGGBB", hexadecimal.
+std::wstring colour_code(std::uint8_t number);
+
 /// "S1:" (the version of the form), then the rows from the top as runs: a letter A to P for the
 /// colour and, when there is more than one pixel, their number. The empty symbol is "S1:P1024".
 /// The text is printable and has neither "|" nor line breaks.

@@ -1,6 +1,7 @@
 #include "dialogs/kit/canvas.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 #include <windowsx.h>
 
 namespace pv {
@@ -23,9 +24,19 @@ void Canvas::repaint() const {
 
 void Canvas::fill_window() {
   SetWindowSubclass(window(), procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+  accessible_ = std::make_unique<AccessibleWindow>(window(), [this] { return describe(); });
 }
 
-void Canvas::read_window() { RemoveWindowSubclass(window(), procedure, kSubclass); }
+void Canvas::read_window() {
+  accessible_.reset();
+  RemoveWindowSubclass(window(), procedure, kSubclass);
+}
+
+AccessibleDescription Canvas::describe() const { return {text(), ROLE_SYSTEM_GRAPHIC, L""}; }
+
+void Canvas::tell_value() const {
+  if (accessible_) accessible_->tell_value();
+}
 
 SIZE Canvas::inner_size() const {
   RECT inside{};

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <memory>
+
+#include "dialogs/kit/accessible.h"
 #include "dialogs/kit/control.h"
 
 namespace pv {
 
-/// A control that paints itself and takes the pointer and keys.
+/// A control that paints itself and takes the pointer and keys. Its text is its name for screen
+/// readers.
 class Canvas : public Control {
  public:
   Canvas(Form& form, int id, bool takes_focus, DWORD extended_style = 0);
@@ -15,6 +19,10 @@ class Canvas : public Control {
   Caption caption() const override { return Caption::kNone; }
   void fill_window() override;
   void read_window() override;
+
+  /// What screen readers are told: a picture without a value, unless overridden.
+  virtual AccessibleDescription describe() const;
+  void tell_value() const;
 
   bool has_focus() const { return window() && GetFocus() == window(); }
   SIZE inner_size() const;
@@ -37,6 +45,7 @@ class Canvas : public Control {
                                     DWORD_PTR canvas);
 
   bool takes_focus_;
+  std::unique_ptr<AccessibleWindow> accessible_;
 };
 
 }  // namespace pv

@@ -436,9 +436,17 @@ TwipSize DateTimePicker::measure(const Metrics& metrics, Twips) const {
 int DateTimePicker::text_inset(const Metrics&) const { return edge_inset(); }
 
 void DateTimePicker::fill_window() {
-  if (window()) DateTime_SetSystemtime(window(), GDT_VALID, &value_);
+  if (!window()) return;
+  DateTime_SetSystemtime(window(), GDT_VALID, &value_);
+  if (accessible_) return;
+  accessible_ = std::make_unique<AccessibleWindow>(window(), [this] {
+    return AccessibleDescription{text(), 0, L""};
+  });
 }
 
-void DateTimePicker::read_window() { value_ = value(); }
+void DateTimePicker::read_window() {
+  value_ = value();
+  accessible_.reset();
+}
 
 }  // namespace pv

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "dialogs/kit/accessible.h"
 #include "dialogs/kit/metrics.h"
 
 namespace pv {
@@ -260,7 +261,7 @@ class DropDownList : public Control {
   int selection_ = -1;
 };
 
-/// A date, or a time of day, in the user's own format.
+/// A date, or a time of day, in the user's own format. Its text is its name for screen readers.
 class DateTimePicker : public Control {
  public:
   enum class Kind { kDate, kTime };
@@ -279,6 +280,7 @@ class DateTimePicker : public Control {
  private:
   Kind kind_;
   SYSTEMTIME value_{};
+  std::unique_ptr<AccessibleWindow> accessible_;
 };
 
 }  // namespace pv

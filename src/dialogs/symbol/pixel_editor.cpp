@@ -30,7 +30,9 @@ PixelEditor::PixelEditor(Form& form)
   optFill_.set_caption(TEXT_SYMBOL_FILL);
   optEraser_.set_caption(TEXT_SYMBOL_ERASER);
   lblPalette_.set_caption(TEXT_SYMBOL_COLORS);
+  palette_.set_caption(TEXT_SYMBOL_COLORS);
   lblPreview_.set_caption(TEXT_SYMBOL_PREVIEW);
+  preview_.set_caption(TEXT_SYMBOL_PREVIEW);
   cmdUndo_.set_caption(TEXT_SYMBOL_UNDO);
   cmdClear_.set_caption(TEXT_SYMBOL_CLEAR);
   cmdMirrorAcross_.set_caption(TEXT_SYMBOL_MIRROR_ACROSS);
@@ -96,7 +98,8 @@ void PixelEditor::show_drawing() {
   grid_.repaint();
   preview_.repaint();
   cmdUndo_.set_enabled(drawing_.can_undo());
-  lblGrid_.set_caption(drawing_.is_unreadable() ? TEXT_SYMBOL_FOREIGN : TEXT_SYMBOL_DRAWING);
+  for (Control* const control : std::initializer_list<Control*>{&lblGrid_, &grid_})
+    control->set_caption(drawing_.is_unreadable() ? TEXT_SYMBOL_FOREIGN : TEXT_SYMBOL_DRAWING);
 }
 
 void PixelEditor::change(void (SymbolDrawing::*operation)()) {

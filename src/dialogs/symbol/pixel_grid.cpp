@@ -44,6 +44,15 @@ TwipSize PixelGrid::measure(const Metrics& metrics, Twips) const {
   return {side, side};
 }
 
+// "column, row: colour" of the cursor, counted from 1.
+AccessibleDescription PixelGrid::describe() const {
+  AccessibleDescription description = Canvas::describe();
+  description.value = std::to_wstring(cursor_.x + 1) + L", " + std::to_wstring(cursor_.y + 1);
+  if (!drawing_.is_unreadable())
+    description.value += L": " + colour_code(drawing_.symbol().at(cursor_.x, cursor_.y));
+  return description;
+}
+
 int PixelGrid::cell(const SIZE& size) const {
   return std::max(1, static_cast<int>(std::min(size.cx, size.cy) - 1) / Symbol::kSide);
 }
@@ -149,6 +158,7 @@ bool PixelGrid::key_down(WPARAM key) {
 void PixelGrid::show_change() {
   repaint();
   changed_();
+  tell_value();
 }
 
 }  // namespace pv

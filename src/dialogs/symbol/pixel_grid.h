@@ -26,6 +26,7 @@ class PixelGrid : public Canvas {
 
  protected:
   TwipSize measure(const Metrics& metrics, Twips width) const override;
+  AccessibleDescription describe() const override;
   void paint(HDC device, const SIZE& size) override;
   void pointer_down(POINT at, bool second) override;
   void pointer_moved(POINT at) override;

@@ -1,5 +1,7 @@
 #include "dialogs/symbol/symbol_palette.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -41,6 +43,13 @@ void Palette::choose(const EditorSettings& colours) {
   colours_.second = is_colour(colours.second) ? colours.second : kDefault.second;
   repaint();
   changed_();
+  tell_value();
+}
+
+// "first colour, second colour"; arrow keys change it as they do in a spin button.
+AccessibleDescription Palette::describe() const {
+  const auto code = [](long number) { return colour_code(static_cast<std::uint8_t>(number)); };
+  return {text(), ROLE_SYSTEM_SPINBUTTON, code(colours_.first) + L", " + code(colours_.second)};
 }
 
 // Below the colours lie the two chosen ones, as large as two swatches.

@@ -19,6 +19,7 @@ class Palette : public Canvas {
 
  protected:
   TwipSize measure(const Metrics& metrics, Twips width) const override;
+  AccessibleDescription describe() const override;
   void paint(HDC device, const SIZE& size) override;
   void pointer_down(POINT at, bool second) override;
   bool key_down(WPARAM key) override;

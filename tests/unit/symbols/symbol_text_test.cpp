@@ -29,6 +29,14 @@ TEST(SymbolText, AnEmptySymbolIsOneRun) {
   EXPECT_EQ(parse_symbol(L"S1:P1024"), Symbol());
 }
 
+TEST(SymbolText, AColourIsToldByItsParts) {
+  EXPECT_EQ(colour_code(0), L"#000000");
+  EXPECT_EQ(colour_code(3), L"#008080");
+  EXPECT_EQ(colour_code(7), L"#C0C0C0");
+  EXPECT_EQ(colour_code(12), L"#FF0000");
+  EXPECT_EQ(colour_code(15), L"#FFFFFF");
+}
+
 TEST(SymbolText, RunsGoThroughTheRowsFromTheTopLeft) {
   Symbol symbol;
   symbol.at(0, 0) = 0;
