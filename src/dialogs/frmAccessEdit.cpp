@@ -18,7 +18,7 @@ constexpr int kLevels[] = {TEXT_ACCESS_ALWAYS, TEXT_ACCESS_WITH_PW1, TEXT_ACCESS
                            TEXT_ACCESS_WITH_PW3, TEXT_ACCESS_WITH_PW4};
 
 constexpr Twips kListWidth = 3000;
-constexpr Twips kFrameTop = 300;  // room for the heading
+constexpr Twips kFrameTop = 300;  // space for the heading
 
 void select_level(DropDownList& list, short level) {
   if (!list.select(level)) throw automation_error(ErrorCode::kInvalidCall, L"password level");

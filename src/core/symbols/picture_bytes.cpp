@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t kShortestPicture = 8;
 constexpr std::size_t kFileHead = 14;
 
-/// A number of a head, its lowest byte first. What lies behind the end counts as 0.
+/// A number of a header, its lowest byte first. What lies behind the end counts as 0.
 std::uint32_t number_at(std::string_view bytes, std::size_t offset, std::size_t size) {
   std::uint32_t number = 0;
   for (std::size_t i = size; i-- > 0;) {
@@ -22,14 +22,14 @@ std::uint32_t number_at(std::string_view bytes, std::size_t offset, std::size_t 
 
 enum Compression : std::uint32_t { kNone = 0, kRunLength8 = 1, kRunLength4 = 2, kMasks = 3 };
 
-/// What the two kinds of bitmap head say.
+/// What the two kinds of bitmap header say.
 struct BitmapHead {
-  std::uint64_t size = 0;  // of the head and all up to the points
+  std::uint64_t size = 0;  // of the header and all up to the pixels
   std::int64_t width = 0;
   std::int64_t height = 0;  // negative: from the top down
   std::uint32_t bits = 0;
   std::uint32_t compression = kNone;
-  std::uint64_t data = 0;  // of compressed points
+  std::uint64_t data = 0;  // of compressed pixels
 };
 
 std::uint64_t palette_entries(std::uint32_t bits, std::uint32_t used) {
@@ -58,7 +58,7 @@ BitmapHead info_head(std::string_view bytes, std::uint32_t size) {
   return head;
 }
 
-/// The size of the points; 0 when the head makes no sense.
+/// The size of the pixel data; 0 when the header makes no sense.
 std::uint64_t data_size(const BitmapHead& head) {
   if (head.width <= 0 || head.height == 0 || head.bits == 0 || head.bits > 32) return 0;
   if (head.compression == kRunLength8 || head.compression == kRunLength4) return head.data;

@@ -5,8 +5,8 @@
 
 namespace pv {
 
-/// Whether all that the heads of a picture file announce is there. The platform's decoders of
-/// bitmaps and icons trust the heads and read behind the end of a file that was cut off; other
+/// Whether all that the headers of a picture file announce is there. The platform's decoders of
+/// bitmaps and icons trust the headers and read behind the end of a file that was cut off; other
 /// formats are decoded with care, so everything else that is long enough passes.
 bool is_whole_picture(std::string_view bytes);
 

@@ -198,7 +198,7 @@ class ChoiceButton : public Button {
 class Frame : public Control {
  public:
   Frame(Form& form, int id);
-  /// Shows of the heading what goes into this width, with an ellipsis for the rest. For layouts.
+  /// Shows as much of the heading as fits this width, with an ellipsis for the rest. For layouts.
   void fit_heading(Twips width);
 
  protected:

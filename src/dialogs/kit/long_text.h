@@ -6,7 +6,7 @@ namespace pv {
 
 struct Column;
 
-/// A text of the host to read, of any length: in full where there is room, else in a box that
+/// A text of the host to read, of any length: in full where there is space, else in a box that
 /// scrolls, so that what stands below it never leaves the screen.
 class LongText {
  public:

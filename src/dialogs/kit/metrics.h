@@ -40,7 +40,7 @@ class Metrics {
   /// What `text` needs when it is drawn with the DrawText flags `format`, one line at least.
   /// Lines are broken at `width` when the flags say so.
   TwipSize text_size(const std::wstring& text, UINT format, Twips width = 0) const;
-  /// The text, or as much of its beginning as goes into this width before an ellipsis.
+  /// The text, or as much of its beginning as fits this width before an ellipsis.
   std::wstring shortened(const std::wstring& text, Twips width) const;
   Twips line_height() const { return text_size(L"", DT_SINGLELINE).height; }
 

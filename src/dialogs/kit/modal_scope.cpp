@@ -13,7 +13,8 @@ ModalScope::ModalScope(HWND owner) : active_(GetActiveWindow()) {
 ModalScope::~ModalScope() {
   // Handles of windows that are gone do no harm.
   for (const HWND window : blocked_) EnableWindow(window, TRUE);
-  // Before the dialog goes: the platform would otherwise activate a window of another program.
+  // Before the dialog is destroyed: the platform would otherwise activate a window of another
+  // program.
   if (IsWindowEnabled(active_)) SetActiveWindow(active_);
 }
 
