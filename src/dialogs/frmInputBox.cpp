@@ -8,13 +8,12 @@
 #include "core/text/library_version.h"
 #include "dialogs/kit/thread_form.h"
 #include "platform/locale.h"
+#include "resources/text_ids.h"
 
 namespace pv {
 namespace {
 
 constexpr wchar_t kMask = L'*';
-constexpr int kDate = 310;
-constexpr int kTime = 311;
 constexpr Twips kFieldWidth = 3000;
 constexpr Twips kTextWidth = 4200;
 constexpr Twips kLongestUnit = 2400;  // longer ones break
@@ -62,8 +61,8 @@ frmInputBox::frmInputBox()
       lblUnit_(*this, 1021),
       butOK_(*this, 1000, [this] { confirm(); }),
       butCancel_(*this, 1001, [this] { finish(false); }) {
-  dtDate_.set_caption(kDate);
-  dtTime_.set_caption(kTime);
+  dtDate_.set_caption(TEXT_COLUMN_DATE);
+  dtTime_.set_caption(TEXT_COLUMN_TIME);
   set_answers(butOK_, butCancel_);
 }
 
