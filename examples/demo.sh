@@ -27,8 +27,8 @@ build_simulator() {
 host() {
   local locale=$1 code_page=$2 script=$3 output
   shift 3
-  output=$(env LC_ALL="$locale.UTF-8" wine cscript //nologo "$(windows_path "examples/hosts/$script")" \
-    "$@" </dev/null | iconv -f "$code_page" -t UTF-8 | tr -d '\r')
+  output=$(PV_LOCALE=$locale.UTF-8 run_wine cscript //nologo \
+    "$(windows_path "examples/hosts/$script")" "$@" | iconv -f "$code_page" -t UTF-8 | tr -d '\r')
   printf '%s\n' "$output"
   [ "${output##*$'\n'}" = DONE ] || { echo "demo: $script did not reach its end" >&2; return 1; }
 }
@@ -45,7 +45,7 @@ read_and_write() {
 }
 
 build_simulator
-run_wine regsvr32 /s "$(windows_path build/win32/fluxor_server.dll)"
+register build/win32/fluxor_server.dll
 
 title "document.vbs: the parameters of a Fluxor (first lines)"
 host en_US CP437 document.vbs "$(windows_path examples/data)" 2.30 1 | sed -n '1,20p;$p'

@@ -1,14 +1,18 @@
 #!/usr/bin/env bash
-# Installs every build and test tool from Debian packages; does nothing when they are all there.
+# Installs every build and test tool from Debian packages, or the packages that are named; does nothing
+# when they are all there.
 set -euo pipefail
+# shellcheck source=tools/debian.sh
+. "$(dirname "$0")/debian.sh"
 
 packages=(
-  build-essential cmake ninja-build git python3 imagemagick
-  googletest clang libclang-rt-14-dev clang-format clang-tidy cppcheck gcovr
+  build-essential cmake ninja-build git gdb python3 imagemagick zip
+  googletest clang libclang-rt-dev clang-format clang-tidy cppcheck gcovr
   g++-mingw-w64-i686-posix mingw-w64-tools
   wine wine32:i386 libwine:i386 xvfb socat
   fonts-wine fonts-dejavu-core fonts-dejavu-extra
 )
+[ $# -eq 0 ] || packages=("$@")
 
 installed() {
   local package
@@ -32,31 +36,40 @@ log=$work/log
 apt() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@" >>"$log" 2>&1; }
 install_all() { apt "$@" install -y --no-install-recommends "${packages[@]}"; }
 
-echo "setup: installing the toolchain from Debian packages"
-"${as_root[@]}" dpkg --add-architecture i386
-if apt update && install_all; then
-  echo "setup: done"
-  exit 0
-fi
+say() { printf 'setup: %s\n' "$*"; }
 
-# The i386 index of the security suite can lag behind the mirror. Then only the main suites are
-# asked, through a private source list; the machine's own lists stay as they are.
-echo "setup: the package index is out of step; trying again with the main suites only"
-site=$(apt-get indextargets --format '$(REPO_URI) $(RELEASE)' 2>/dev/null |
-  awk '$2 == "bookworm" { print $1; exit }')
-[ -n "$site" ] || { tail -n 20 "$log" >&2; echo "setup: no bookworm source is configured" >&2; exit 1; }
-keyring=/usr/share/keyrings/debian-archive-keyring.gpg
-mkdir -p "$work/lists/partial"
-chmod -R a+rX "$work"
-for suite in bookworm bookworm-updates; do
-  echo "deb [signed-by=$keyring] $site $suite main"
-done >"$work/sources.list"
-private=(-o "Dir::Etc::SourceList=$work/sources.list" -o Dir::Etc::SourceParts=-
-  -o "Dir::State::Lists=$work/lists")
-if apt "${private[@]}" update && install_all "${private[@]}"; then
-  echo "setup: done"
-  exit 0
+# install_from <site> <suite...>: through a private source list; the machine's own lists stay as they are.
+install_from() {
+  local site=$1
+  shift
+  rm -rf "$work/lists"
+  mkdir -p "$work/lists/partial"
+  chmod -R a+rX "$work"
+  printf '%s\n' "${@/#/$site }" | as_source_list >"$work/sources.list"
+  local private=(-o "Dir::Etc::SourceList=$work/sources.list" -o Dir::Etc::SourceParts=-
+    -o "Dir::State::Lists=$work/lists")
+  apt "${private[@]}" update && install_all "${private[@]}"
+}
+
+# The i386 index of a suite can lag behind the mirror, first that of the security updates, then that of
+# the others. Libraries of both architectures must have the same version, so such a suite is left out.
+install_without_updates() {
+  local release site
+  release=$(debian_release)
+  site=$(debian_sources | awk -v release="$release" '$2 == release { print $1; exit }')
+  [ -n "$site" ] || { say "no source for Debian's $release is configured"; return 1; }
+  say "a package index is out of step; trying again without security updates"
+  install_from "$site" "$release" "$release-updates" && return
+  say "trying again without any updates"
+  install_from "$site" "$release"
+}
+
+say "installing ${#packages[@]} packages"
+"${as_root[@]}" dpkg --add-architecture i386
+if { apt update && install_all; } || install_without_updates; then
+  say "done"
+else
+  tail -n 30 "$log" >&2
+  say "the packages could not be installed" >&2
+  exit 1
 fi
-tail -n 30 "$log" >&2
-echo "setup: the packages could not be installed" >&2
-exit 1

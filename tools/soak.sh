@@ -13,9 +13,9 @@ windows=${3:-build/win32}
 faults=$(mktemp)
 trap 'forget_simulator; rm -f "$faults"' EXIT
 
-run_wine regsvr32 /s "$(windows_path "$windows/fluxor_server.dll")" || exit 1
+register "$windows/fluxor_server.dll" || exit 1
 start_simulator "$native/fluxor_simulator" --faults "$faults" --store 0 || exit 1
 # The limit leaves 0.2 s for a round, which takes a tenth of that on a quiet machine.
-OANOCACHE=1 wine "$windows/serial_tests.exe" --gtest_filter='Soak.*' --faults "$(windows_path "$faults")" \
+OANOCACHE=1 run_test_program "$windows/serial_tests.exe" --gtest_filter='Soak.*' --faults "$(windows_path "$faults")" \
   --rounds "$rounds" --progress $((rounds > 40 ? rounds / 20 : rounds)) \
-  --limit $((120 + rounds / 5)) </dev/null
+  --limit $((120 + rounds / 5))

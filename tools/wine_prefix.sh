@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Source this file: sets up the Wine prefix of the build (once), and starts its server and a display.
-# Gives: WINEPREFIX, DISPLAY, and the functions run_wine and stop_wine.
+# Gives: WINEPREFIX, DISPLAY, PV_LOCALE and the functions below.
 
 export WINEPREFIX=${PV_WINEPREFIX:-$PWD/build/wine}
 export WINEARCH=win32
@@ -8,29 +8,40 @@ export WINEDEBUG=${WINEDEBUG:--all}
 # The dialog tests bring a help viewer of their own.
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=;hhctrl.ocx=n,b"
 # US English. Unlike en_US it is there on every machine, which file names beyond ASCII need.
-export LC_ALL=${PV_LOCALE:-C.UTF-8}
+export LC_ALL=C.UTF-8
+# The locale of Windows programs. Wine brings its own; the programs of this system need not know it.
+export PV_LOCALE=${PV_LOCALE:-C.UTF-8}
 
-run_wine() { wine "$@" </dev/null; }
+run_wine() { env LC_ALL="$PV_LOCALE" wine "$@" </dev/null; }
 
+# With a debugger before it, such as PV_DEBUGGER="winedbg --gdb", the program is at the terminal.
+run_test_program() {
+  if [ -z "${PV_DEBUGGER:-}" ]; then run_wine "$@"; else env LC_ALL="$PV_LOCALE" wine $PV_DEBUGGER "$@"; fi
+}
+
+# Shows its last lines, from the start of Wine and of the display.
+wine_log=$WINEPREFIX.log
+fail_to_start() {
+  echo "wine: $1" >&2
+  tail -n 20 "$wine_log" >&2
+  return 1
+}
+
+# The server takes a free number itself and tells it when it is ready.
 start_display() {
-  local number=90
-  while [ -e "/tmp/.X11-unix/X$number" ]; do number=$((number + 1)); done
-  Xvfb ":$number" -screen 0 1280x1024x24 -nolisten tcp </dev/null >/dev/null 2>&1 &
+  local ready number
+  exec {ready}< <(exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp </dev/null 2>>"$wine_log")
   PV_XVFB=$!
+  read -r -t 30 number <&"$ready" || fail_to_start "the display did not start" || return 1
+  exec {ready}<&-
   export DISPLAY=":$number"
-  local waited=0
-  until [ -e "/tmp/.X11-unix/X$number" ]; do
-    waited=$((waited + 1))
-    [ "$waited" -lt 100 ] || { echo "wine: the display did not start" >&2; return 1; }
-    sleep 0.1
-  done
 }
 
 # Wine's own fonts carry the accents of all six languages; the dialog fonts are mapped to them.
 create_prefix() {
   rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
-  wine wineboot -i </dev/null >/dev/null 2>&1
+  run_wine wineboot -i >>"$wine_log" 2>&1 || return 1
   wineserver -w
   local fonts=$WINEPREFIX/drive_c/windows/Fonts
   mkdir -p "$fonts"
@@ -60,26 +71,34 @@ REGEDIT4
 "MS Shell Dlg"="DejaVu Sans Condensed"
 "MS Shell Dlg 2"="DejaVu Sans Condensed"
 REG
-  wine regedit /S "$WINEPREFIX/setup.reg" </dev/null >/dev/null 2>&1
+  run_wine regedit /S "$WINEPREFIX/setup.reg" >>"$wine_log" 2>&1 || return 1
   wineserver -w
   touch "$WINEPREFIX/.ready"
 }
 
 start_wine() {
+  mkdir -p "${WINEPREFIX%/*}"
+  : >"$wine_log"
   start_display || return 1
-  if [ ! -e "$WINEPREFIX/.ready" ]; then create_prefix || return 1; fi
+  [ -e "$WINEPREFIX/.ready" ] || create_prefix || fail_to_start "the prefix could not be made" || return 1
   # A server and a desktop that stay spare every test program their start.
-  (
-    wineserver -p
-    wine wineboot
-  ) </dev/null >/dev/null 2>&1
+  { wineserver -p && run_wine wineboot; } </dev/null >>"$wine_log" 2>&1 ||
+    fail_to_start "the server did not start"
 }
 
 stop_wine() {
-  wineserver -k 2>/dev/null
-  wineserver -w 2>/dev/null
-  [ -z "${PV_XVFB:-}" ] || kill "$PV_XVFB" 2>/dev/null
+  wineserver -k 2>/dev/null || true
+  wineserver -w 2>/dev/null || true
+  [ -z "${PV_XVFB:-}" ] || kill "$PV_XVFB" 2>/dev/null || true
 }
 
 # A path of this system as Windows programs take it.
 windows_path() { printf 'Z:%s' "$(realpath "$1")" | tr / '\\'; }
+
+# register <DLL>: what is said about it matters only when it fails.
+register() {
+  local output
+  output=$(run_wine regsvr32 /s "$(windows_path "$1")" 2>&1) && return
+  printf '%s\n' "$output" "$1 could not be registered" >&2
+  return 1
+}

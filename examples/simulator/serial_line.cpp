@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "line_speed.h"
+
 namespace fluxor {
 namespace {
 
@@ -23,25 +25,6 @@ void make_raw(int descriptor) {
   checked(tcgetattr(descriptor, &settings), "tcgetattr");
   cfmakeraw(&settings);
   checked(tcsetattr(descriptor, TCSANOW, &settings), "tcsetattr");
-}
-
-int number_of(speed_t speed) {
-  switch (speed) {
-    case B1200:
-      return 1200;
-    case B2400:
-      return 2400;
-    case B4800:
-      return 4800;
-    case B9600:
-      return 9600;
-    case B19200:
-      return 19200;
-    case B38400:
-      return 38400;
-    default:
-      return 0;
-  }
 }
 
 }  // namespace
@@ -80,10 +63,6 @@ void SerialLine::write(std::string_view text) {
   }
 }
 
-int SerialLine::host_baud_rate() const {
-  termios settings{};
-  if (tcgetattr(host_, &settings) != 0) return 0;
-  return number_of(cfgetospeed(&settings));
-}
+int SerialLine::host_baud_rate() const { return line_speed(host_); }
 
 }  // namespace fluxor

@@ -37,7 +37,8 @@ class Watchdog : public testing::EmptyTestEventListener {
 
  private:
   [[noreturn]] void watch() {
-    while (Clock::now().time_since_epoch().count() < limit_.load()) Sleep(200);
+    while (IsDebuggerPresent() || Clock::now().time_since_epoch().count() < limit_.load())
+      Sleep(200);
     std::printf("[  FAILED  ] %s: TIME LIMIT EXCEEDED, a dialog hangs\n", what_.c_str());
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), 3);

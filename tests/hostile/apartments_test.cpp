@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/hostile/world.h"
+#include "tests/support/child_window.h"
 #include "tests/support/dialog_presser.h"
 #include "tests/support/members.h"
 #include "tests/support/module.h"
@@ -113,14 +114,14 @@ TEST(Apartments, EachHasItsOwnState) {
 constexpr int kYesButton = 1000, kNoButton = 1001;
 
 BOOL CALLBACK find_box(HWND window, LPARAM found) {
-  if (!IsWindowVisible(window) || !GetDlgItem(window, kNoButton)) return TRUE;
+  if (!IsWindowVisible(window) || !child_window(window, kNoButton)) return TRUE;
   *reinterpret_cast<HWND*>(found) = window;
   return FALSE;
 }
 
 std::wstring caption_of(HWND box, int button) {
   wchar_t marked[64] = L"";
-  InternalGetWindowText(GetDlgItem(box, button), marked, 64);
+  InternalGetWindowText(child_window(box, button), marked, 64);
   std::wstring caption(marked);
   std::erase(caption, L'&');
   return caption;
@@ -138,7 +139,7 @@ HWND box_of(DWORD thread) {
 }
 
 void answer(HWND box) {
-  PostMessageW(GetDlgItem(box, kNoButton), BM_CLICK, 0, 0);
+  PostMessageW(child_window(box, kNoButton), BM_CLICK, 0, 0);
   for (int look = 0; look < 4000 && IsWindow(box); ++look) Sleep(5);
 }
 

@@ -1,5 +1,7 @@
 #include "tests/support/dialog_answerer.h"
 
+#include "tests/support/child_window.h"
+
 namespace pv::test {
 namespace {
 
@@ -15,7 +17,7 @@ constexpr int kFirstIcon = 1020;
 constexpr int kIcons = 4;
 
 BOOL CALLBACK take_message_box(HWND window, LPARAM result) {
-  const HWND button = GetDlgItem(window, kFirstButton);
+  const HWND button = child_window(window, kFirstButton);
   if (!button || !IsWindowVisible(button) || !IsWindowEnabled(window)) return TRUE;
   *reinterpret_cast<HWND*>(result) = window;
   return FALSE;
@@ -37,20 +39,20 @@ std::wstring text_of(HWND window) {
 
 int visible_icon(HWND box) {
   for (int i = 0; i < kIcons; ++i) {
-    if (IsWindowVisible(GetDlgItem(box, kFirstIcon + i))) return (i + 1) * 16;
+    if (IsWindowVisible(child_window(box, kFirstIcon + i))) return (i + 1) * 16;
   }
   return 0;
 }
 
 ShownBox read_box(HWND box) {
-  const HWND long_prompt = GetDlgItem(box, kLongPrompt);
+  const HWND long_prompt = child_window(box, kLongPrompt);
   const bool is_long = long_prompt && IsWindowVisible(long_prompt);
   ShownBox shown{text_of(box),
-                 text_of(is_long ? long_prompt : GetDlgItem(box, kPrompt)),
+                 text_of(is_long ? long_prompt : child_window(box, kPrompt)),
                  visible_icon(box),
                  {}};
   for (int i = 0; i < kButtons; ++i) {
-    const HWND button = GetDlgItem(box, kFirstButton + i);
+    const HWND button = child_window(box, kFirstButton + i);
     if (button && IsWindowVisible(button)) shown.buttons.push_back(text_of(button));
   }
   return shown;
@@ -90,7 +92,7 @@ void DialogAnswerer::answer(HWND box) {
     boxes_.push_back(std::move(shown));
   }
   SetPropW(box, kAnswered, reinterpret_cast<HANDLE>(now));
-  PostMessageW(GetDlgItem(box, kFirstButton), BM_CLICK, 0, 0);
+  PostMessageW(child_window(box, kFirstButton), BM_CLICK, 0, 0);
 }
 
 }  // namespace pv::test

@@ -14,11 +14,13 @@ std::wstring path_of(HMODULE module) {
   return path;
 }
 
+// A program that was killed leaves its folder, and another one gets its number.
 class ScratchFolder {
  public:
   ScratchFolder()
       : path_(std::filesystem::temp_directory_path() /
               (L"pvItems32-" + std::to_wstring(GetCurrentProcessId()))) {
+    std::filesystem::remove_all(path_);
     std::filesystem::create_directories(path_);
   }
   ~ScratchFolder() {

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/letter_case.h"
+#include "tests/support/child_window.h"
 
 namespace pv::test {
 
@@ -212,7 +213,7 @@ constexpr DWORD kPatience = 1000;  // milliseconds after which a button is press
 constexpr wchar_t kResponded[] = L"pv.responded";
 
 BOOL CALLBACK take_dialog(HWND window, LPARAM result) {
-  const HWND button = GetDlgItem(window, DialogResponder::kFirst);
+  const HWND button = child_window(window, DialogResponder::kFirst);
   if (!button || !IsWindowVisible(button) || !IsWindowEnabled(window)) return TRUE;
   *reinterpret_cast<HWND*>(result) = window;
   return FALSE;
@@ -268,13 +269,13 @@ void DialogResponder::respond(HWND dialog) {
   }
   SetPropW(dialog, kResponded, reinterpret_cast<HANDLE>(now));
   for (const auto& [id, text] : typed_) {
-    SendMessageTimeoutW(GetDlgItem(dialog, id), WM_SETTEXT, 0,
+    SendMessageTimeoutW(child_window(dialog, id), WM_SETTEXT, 0,
                         reinterpret_cast<LPARAM>(text.c_str()), SMTO_NORMAL, 2000, nullptr);
   }
   if (button_ == kCloseBox) {
     PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
   } else {
-    PostMessageW(GetDlgItem(dialog, button_), BM_CLICK, 0, 0);
+    PostMessageW(child_window(dialog, button_), BM_CLICK, 0, 0);
   }
 }
 

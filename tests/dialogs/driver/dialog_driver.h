@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/dialogs/driver/automation_client.h"
+#include "tests/support/child_window.h"
 
 // Dialogs are shown by one thread and driven by another, as a user would: find the window, read it,
 // press something. Nothing here waits without a limit.
@@ -38,7 +39,7 @@ class Dialog {
   }
   std::wstring title() const { return text_of(window_); }
 
-  HWND control(int id) const { return GetDlgItem(window_, id); }
+  HWND control(int id) const { return test::child_window(window_, id); }
   bool shows(int id) const { return (GetWindowLongW(control(id), GWL_STYLE) & WS_VISIBLE) != 0; }
   std::wstring text(int id) const { return text_of(control(id)); }
   /// The text as the user reads it, without the mark of the access key.

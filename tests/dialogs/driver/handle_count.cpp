@@ -2,10 +2,11 @@
 
 #include <windows.h>
 
-#include <malloc.h>
 #include <tlhelp32.h>
 
 #include <vector>
+
+#include "tests/support/allocation_count.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -36,19 +37,6 @@ long count_threads() {
   return count;
 }
 
-long count_blocks(HANDLE heap) {
-  PROCESS_HEAP_ENTRY entry{};
-  long count = 0;
-  HeapLock(heap);
-  while (HeapWalk(heap, &entry)) count += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
-  HeapUnlock(heap);
-  return count;
-}
-
-// The heap of the C++ runtime, which the library shares. The platform's controls have their own,
-// and leave something there.
-long count_allocations() { return count_blocks(reinterpret_cast<HANDLE>(_get_heap_handle())); }
-
 }  // namespace
 
 HandleCount count_handles() {
@@ -59,7 +47,7 @@ HandleCount count_handles() {
     count.gdi = minus_free_handles([] { return CreateRectRgn(0, 0, 1, 1); }, DeleteObject);
   if (count.user == 0) count.user = minus_free_handles(CreateMenu, DestroyMenu);
   count.threads = count_threads();
-  count.allocations = count_allocations();
+  count.allocations = test::count_allocations();
   EnumThreadWindows(GetCurrentThreadId(), count_window, reinterpret_cast<LPARAM>(&count.windows));
   return count;
 }

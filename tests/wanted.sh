@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Source this file behind tools/wine_prefix.sh, in a suite that is more than one program. Picks tests by
+# filters as Google Test has them, such as 'FullDisk*:*/FullDisk*' or '-HangUp.*'.
+
+# wanted <name> <filter>
+wanted() {
+  local taken=${2%%-*} left_out=
+  [[ $2 != *-* ]] || left_out=${2#*-}
+  taken=${taken:-*}
+  [[ $1 == @(${taken//:/|}) && $1 != @(${left_out//:/|}) ]]
+}
+
+# narrowed <filter>: reads a list of tests from Google Test and writes the wanted ones as a filter.
+narrowed() {
+  local line suite=
+  while read -r line; do
+    line=${line%% *}
+    case $line in
+      *.) suite=$line ;;
+      *) ! wanted "$suite$line" "$1" || printf '%s:' "$suite$line" ;;
+    esac
+  done < <(tr -d '\r')
+}
+
+# run_wanted <filter> <program> <options...>: of the filter's tests, runs those that $tests wants, too.
+run_wanted() {
+  local part=$1 program=$2
+  if [ "$tests" != '*' ]; then
+    part=$(run_wine "$program" --gtest_list_tests --gtest_filter="$part" | narrowed "$tests")
+    [ -n "$part" ] || return 0
+  fi
+  run_test_program "$program" --gtest_filter="$part" "${@:3}"
+}
+
+# Cases that are no test of a program.
+say_passed() { echo "[       OK ] $1 (0 ms)"; }
+say_failed() { echo "[  FAILED  ] $1 (0 ms)"; failed=1; }
