@@ -3,7 +3,8 @@
 
 # For each suite: the seconds that it may take, the tests that it runs unless others are asked for, and
 # what it is built of, as <build folder>/<target>, the test program first. A locale in the name is that
-# of its Windows programs, which number and file texts depend on.
+# of its Windows programs, which number and file texts depend on; "traps" stands for a host whose
+# floating-point unit traps.
 suites='
 unit              300  *           native/unit_tests
 unit-clang        300  *           native-clang/unit_tests
@@ -11,6 +12,7 @@ abi               300  *           win32/abi_tests
 automation        300  *           win32/automation_tests
 automation-de_DE  300  *           win32/automation_tests
 automation-hu_HU  300  *           win32/automation_tests
+automation-traps  300  *           win32/automation_tests
 hostile           300  *           win32/hostile_tests
 memory            120  *           win32/memory_tests
 faults            300  *           win32/faults_tests
@@ -46,6 +48,7 @@ is_native() { [[ $targets == native* ]]; }
 suite_command() {
   local program=build/${targets%% *} script=tests/${suite%%-*}/run.sh
   local windows=("WINEPREFIX=$WINEPREFIX" OANOCACHE=1)
+  [ "$suite" != automation-traps ] || windows+=(PV_FLOATING_POINT=traps)
   if is_native; then
     command=(env ${1:+ASAN_OPTIONS=detect_leaks=0 gdb --args} "$program" "--gtest_filter=$tests")
   elif [ -e "$script" ]; then
