@@ -111,5 +111,5 @@
 #define TEXT_SYMBOL_DRAWING 7030
 #define TEXT_SYMBOL_COLORS 7031
 #define TEXT_SYMBOL_PREVIEW 7032
-#define TEXT_SYMBOL_FOREIGN 7033 /* the label of a drawing that cannot be read */
+#define TEXT_SYMBOL_FOREIGN 7033
 #define TEXT_SYMBOL_DISCARD 7034

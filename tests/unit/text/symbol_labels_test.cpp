@@ -23,9 +23,11 @@ const Texts kEnglish = {{7001, "Symbol Editor"},
                         {7023, "Mirror vertically"},
                         {7030, "Drawing:"},
                         {7031, "Colors:"},
-                        {7032, "Preview:"}};
+                        {7032, "Preview:"},
+                        {7033, "Symbol of another editor:"},
+                        {7034, "Discard the changes?"}};
 
-const Ids kFieldNames = {7030, 7031, 7032};
+const Ids kFieldNames = {7030, 7031, 7032, 7033};
 
 Texts labels_of(const Language& language) {
   Texts labels;
