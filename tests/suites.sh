@@ -17,7 +17,7 @@ hostile           300  *           win32/hostile_tests
 memory            120  *           win32/memory_tests
 faults            300  *           win32/faults_tests
 scripts           300  *           win32/pvItems32
-dialogs           900  *           win32/dialogs_tests
+dialogs          1800  *           win32/dialogs_tests
 dialogs-de_DE     300  InputBox.*  win32/dialogs_tests
 dialogs-hu_HU     300  InputBox.*  win32/dialogs_tests
 serial            600  *           win32/serial_tests win32/read_write native/fluxor_simulator

@@ -6,9 +6,12 @@
 
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <thread>
 #include <vector>
+
+#include "tests/dialogs/driver/automation_client.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -51,6 +54,12 @@ TEST(HandleCounts, SeeWhatIsLeftBehind) {
     EXPECT_GE(more.allocations, before.allocations + kMany);
   }
   EXPECT_LT(count_handles().windows, before.windows + kMany);
+}
+
+TEST(HandleCounts, SeeWhatTheLibraryHolds) {
+  const long before = count_handles().allocations;
+  const std::array<Utility, kMany> held;
+  EXPECT_GE(count_handles().allocations, before + kMany);
 }
 
 TEST(HandleCounts, SeeAThread) {
