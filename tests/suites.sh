@@ -53,7 +53,7 @@ suite_command() {
     command=(env ${1:+ASAN_OPTIONS=detect_leaks=0 gdb --args} "$program" "--gtest_filter=$tests")
   elif [ -e "$script" ]; then
     command=(env "${windows[@]}" "PV_LOCALE=$locale" ${1:+"PV_DEBUGGER=winedbg --gdb"} "$script"
-      "$tests")
+      "$tests" "${program%/*}")
   else
     command=(env "${windows[@]}" "LC_ALL=$locale" wine ${1:+winedbg --gdb} "$program.exe"
       "--gtest_filter=$tests")

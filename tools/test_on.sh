@@ -56,6 +56,7 @@ share_network() {
 }
 
 copy_tree() {
+  git diff --quiet HEAD || say "leaving aside what is not committed"
   git init -q "$root$tree"
   git -C "$root$tree" fetch -q --depth 1 "file://$PWD" HEAD
   git -C "$root$tree" reset -q --hard FETCH_HEAD
@@ -70,6 +71,9 @@ run_there() {
     chroot "$root" "$tree/run" "$@" </dev/null
 }
 
+mkdir -p build
+exec {lock}>"$root.lock"
+flock --nonblock "$lock" || fail "another command is at work on $release"
 tools/setup.sh debootstrap
 make_system
 share_network

@@ -58,9 +58,11 @@ std::string listed(const Entries& from, const Entries& without) {
   return text;
 }
 
-// Entries that name the library, one of its classes, or the type library.
+// Entries that name the library, one of its classes, or the type library. The folder of the tree
+// may have the library's name, too, and be in the entries of others.
 std::string traces_in(const Entries& entries, ITypeLib* library) {
-  std::vector<std::wstring> names = {L"pvItems32"};
+  std::vector<std::wstring> names = {L"pvItems32.dll"};
+  for (const ClassInfo& entry : classes_of(library)) names.push_back(entry.prog_id());
   for (const TypeInfo& type : types_of(library)) {
     names.push_back(text_of_guid(type.attributes().guid));
   }
