@@ -19,7 +19,8 @@ target_link_libraries(fluxor_device PUBLIC pv_options)
 file(GLOB_RECURSE sources CONFIGURE_DEPENDS unit/*.cpp)
 add_executable(unit_tests ${sources})
 target_link_libraries(unit_tests PRIVATE pv_core fuzz_cases fluxor_device gtest_main)
-target_precompile_headers(unit_tests PRIVATE <gtest/gtest.h>)
+target_precompile_headers(unit_tests PRIVATE <gtest/gtest.h> <algorithm> <cmath> <optional> <random>
+  <string> <string_view> <vector>)
 # Walks through 16 million texts. Headers are compiled beforehand without optimization.
 set_source_files_properties(unit/access/password_code_test.cpp PROPERTIES COMPILE_OPTIONS -O1
   SKIP_PRECOMPILE_HEADERS ON)

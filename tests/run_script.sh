@@ -14,7 +14,7 @@ if [ -n "${PV_DEBUGGER:-}" ]; then
   run_test_program "${host[@]}"
   exit
 fi
-output=$(timeout --kill-after=10 60 env LC_ALL="$PV_LOCALE" wine "${host[@]}" </dev/null | tr -d '\r')
+output=$(timeout --kill-after=10 60 env LC_ALL="$PV_LOCALE" "$PV_WINE" "${host[@]}" </dev/null | tr -d '\r')
 printf '%s\n' "$output"
 if [ "${output##*$'\n'}" != DONE ]; then
   echo "[  FAILED  ] $name.ReachesItsEnd (0 ms)"

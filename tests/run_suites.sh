@@ -1,16 +1,15 @@
 #!/usr/bin/env bash
-# Runs every suite, or one, and ends with the sum of their cases. Needs their programs and, but for a
-# native suite, a running Wine with the library registered.
+# Runs suites, whose programs must have been built; each leaves its log and the numbers of its passed and
+# failed cases in build/test-logs.
 # A suite prints a line "[       OK ] name" or "[  FAILED  ] name" for each case.
-# Usage: tests/run_suites.sh [suite [tests, as a filter of Google Test]]
+# Usage: tests/run_suites.sh lane <name>             the suites of a lane
+#        tests/run_suites.sh suite <name> [tests]    one suite, or some of its tests (a filter of Google Test)
+#        tests/run_suites.sh sum                     tells what the suites came to
 set -uo pipefail
-. tools/wine_prefix.sh
 . tests/suites.sh
 
 logs=$PWD/build/test-logs
-sums=$logs/sums
 mkdir -p "$logs"
-: >"$sums"
 
 # What a log tells beside its passed cases; ends in the case that did not come to its end.
 without_passed() {
@@ -27,13 +26,14 @@ without_passed() {
 run_suite() {
   local command log=$logs/$1.log status ok bad
   load_suite "$@"
+  rm -f "$logs/$1.sum"
   suite_command
   timeout --kill-after=10 "$seconds" "${command[@]}" >"$log" 2>&1 </dev/null
   status=$?
   ok=$(grep -a -c '^\[       OK \]' "$log")
   bad=$(grep -a -E '^\[  FAILED  \] [^ ]+\..* \([0-9]+ ms\)' "$log" | sort -u | wc -l)
   if [ "$bad" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$ok" -eq 0 ]; }; then bad=1; fi
-  echo "$ok $bad" >>"$sums"
+  echo "$ok $bad" >"$logs/$1.sum"
   printf '%-28s %5d passed, %d failed\n' "$suite" "$ok" "$bad"
   [ "$bad" -ne 0 ] || return 0
   echo "--- end of $log (exit status $status)"
@@ -41,27 +41,10 @@ run_suite() {
   [ "$ok" -ne 0 ] || echo "--- none of the tests '$tests' passed"
 }
 
-# run_suites <options of grep that choose the names>
-run_suites() {
+run_lane() { # <name>
   local name
-  for name in $(suite_names | grep "$@"); do run_suite "$name"; done
-}
-
-# Forms need the focus, so their suites have a Windows with a display of their own, beside the others.
-run_dialog_suites() {
-  PV_WINEPREFIX=$PWD/build/wine-dialogs
-  . tools/wine_prefix.sh
-  trap stop_wine EXIT
-  start_wine && register build/win32/pvItems32.dll && run_suites '^dialogs'
-}
-
-run_all() {
-  run_dialog_suites >"$logs/dialogs.out" 2>&1 &
-  run_suites -v '^\(dialogs\|serial\)'
-  wait $!
-  cat "$logs/dialogs.out"
-  # Counts the milliseconds between telegrams: nothing runs beside it.
-  run_suites '^serial'
+  start_lane "$1" || return
+  for name in $(suite_names "$1"); do run_suite "$name"; done
 }
 
 # What to do about a test that is looked at by itself.
@@ -76,16 +59,25 @@ say_how_to_debug() {
   is_native || echo "trace     WINEDEBUG=+seh,+ole ./run test $suite ${tests@Q}"
 }
 
-if [ $# -eq 0 ]; then
-  expected=$(suite_names | wc -l)
-  run_all
-else
-  expected=1
-  run_suite "$@"
-  say_how_to_debug
-fi
-# A suite that did not come to run has no line.
-read -r passed failed < <(awk -v expected="$expected" \
-  '{ passed += $1; failed += $2 } END { print passed + 0, failed + expected - NR }' "$sums")
-printf '%d passed, %d failed\n' "$passed" "$failed"
-[ "$failed" -eq 0 ]
+# sum <suite...>: a suite that did not come to run counts as one failed case.
+sum() {
+  local name ok bad passed=0 failed=0
+  for name in "$@"; do
+    read -r ok bad 2>/dev/null <"$logs/$name.sum" || { echo "$name did not run"; ok=0 bad=1; }
+    ((passed += ok, failed += bad))
+  done
+  printf '%d passed, %d failed\n' "$passed" "$failed"
+  [ "$failed" -eq 0 ]
+}
+
+case $1 in
+  lane) run_lane "$2" ;;
+  suite)
+    load_suite "${@:2}"
+    start_lane "$lane" || exit 1
+    run_suite "${@:2}"
+    say_how_to_debug
+    sum "$2"
+    ;;
+  sum) sum $(suite_names) ;;
+esac

@@ -1,61 +1,79 @@
 #!/usr/bin/env bash
-# Source this file behind tools/wine_prefix.sh: the table of the suites, and what runs each of them.
+# Source this file: the table of the suites, and what runs each of them.
 
-# For each suite: the seconds that it may take, the tests that it runs unless others are asked for, and
-# what it is built of, as <build folder>/<target>, the test program first. A locale in the name is that
-# of its Windows programs, which number and file texts depend on; "traps" stands for a host whose
-# floating-point unit traps.
+# For each suite: the lane that it runs in, the seconds that it may take, the tests that it runs unless
+# others are asked for, and what it is built of, as <build folder>/<target>, the test program first.
+#
+# The suites of a lane run one after another, in a Windows and on a display of their own; lanes run beside
+# each other. Forms need the focus, so their lane has no other suites.
+# A locale in the name is that of its Windows programs, which number and file texts depend on; "traps"
+# stands for a host whose floating-point unit traps.
 suites='
-unit              300  *           native/unit_tests
-unit-clang        300  *           native-clang/unit_tests
-abi               300  *           win32/abi_tests
-automation        300  *           win32/automation_tests
-automation-de_DE  300  *           win32/automation_tests
-automation-hu_HU  300  *           win32/automation_tests
-automation-traps  300  *           win32/automation_tests
-hostile           300  *           win32/hostile_tests
-memory            120  *           win32/memory_tests
-faults            300  *           win32/faults_tests
-scripts           300  *           win32/pvItems32
-dialogs          1800  *           win32/dialogs_tests
-dialogs-de_DE     300  InputBox.*  win32/dialogs_tests
-dialogs-hu_HU     300  InputBox.*  win32/dialogs_tests
-serial            600  *           win32/serial_tests win32/read_write native/fluxor_simulator
+serial            serial  600  *           win32/serial_tests win32/read_write native/fluxor_simulator
+dialogs           forms  1800  *           win32/dialogs_tests
+dialogs-de_DE     forms   300  InputBox.*  win32/dialogs_tests
+dialogs-hu_HU     forms   300  InputBox.*  win32/dialogs_tests
+abi               calls   300  *           win32/abi_tests
+automation        calls   300  *           win32/automation_tests
+automation-de_DE  calls   300  *           win32/automation_tests
+automation-hu_HU  calls   300  *           win32/automation_tests
+automation-traps  calls   300  *           win32/automation_tests
+hostile           calls   300  *           win32/hostile_tests
+memory            calls   120  *           win32/memory_tests
+faults            calls   300  *           win32/faults_tests
+scripts           calls   300  *           win32/pvItems32
+unit              plain   300  *           native/unit_tests
+unit-clang        plain   300  *           native-clang/unit_tests
 '
 
-suite_names() { awk 'NF { print $1 }' <<<"$suites"; }
+# suite_names [lane]
+suite_names() { awk -v lane="${1:-}" 'NF && (lane == "" || $2 == lane) { print $1 }' <<<"$suites"; }
 
-# load_suite <name> [tests]: sets suite, seconds, tests, targets and locale; ends the shell when there is
-# no such suite.
+# load_suite <name> [tests]: sets suite, lane, seconds, tests, targets and locale; ends the shell when
+# there is no such suite.
 load_suite() {
   suite=${1:-}
-  if ! read -r _ seconds tests targets < <(awk -v name="$suite" 'NF && $1 == name' <<<"$suites"); then
+  if ! read -r _ lane seconds tests targets < <(awk -v name="$suite" 'NF && $1 == name' <<<"$suites"); then
     echo "no suite '$suite'; there are:" $(suite_names) >&2
     exit 2
   fi
   tests=${2:-$tests}
   case $suite in
     *-??_??) locale=${suite##*-}.UTF-8 ;;
-    *) locale=$PV_LOCALE ;;
+    *) locale=${PV_LOCALE:-C.UTF-8} ;;
   esac
 }
 
 is_native() { [[ $targets == native* ]]; }
 
+# start_lane <name>: starts the lane's Windows, of 64 bits when its name ends so; the library is
+# registered there.
+start_lane() {
+  [ "$1" != plain ] || return 0
+  export PV_WINEPREFIX=$PWD/build/wine-$1 PV_BITS=32
+  [[ $1 != *-64 ]] || PV_BITS=64
+  # shellcheck source=tools/wine_prefix.sh
+  . tools/wine_prefix.sh
+  trap stop_wine EXIT
+  start_wine && register "build/win$PV_BITS/pvItems32.dll"
+}
+
 # suite_command [debug]: sets command to what runs the loaded suite, or its program in a debugger. That
 # is the program, or a script where more than a program is needed. The BSTR cache is off, so that the
 # allocation spy sees every text.
 suite_command() {
-  local program=build/${targets%% *} script=tests/${suite%%-*}/run.sh
-  local windows=("WINEPREFIX=$WINEPREFIX" OANOCACHE=1)
-  [ "$suite" != automation-traps ] || windows+=(PV_FLOATING_POINT=traps)
+  local program=build/${targets%% *} script=tests/${suite%%-*}/run.sh windows
   if is_native; then
     command=(env ${1:+ASAN_OPTIONS=detect_leaks=0 gdb --args} "$program" "--gtest_filter=$tests")
-  elif [ -e "$script" ]; then
-    command=(env "${windows[@]}" "PV_LOCALE=$locale" ${1:+"PV_DEBUGGER=winedbg --gdb"} "$script"
-      "$tests" "${program%/*}")
+    return
+  fi
+  windows=(OANOCACHE=1)
+  [ "$suite" != automation-traps ] || windows+=(PV_FLOATING_POINT=traps)
+  if [ -e "$script" ]; then
+    command=(env "${windows[@]}" "PV_WINEPREFIX=$WINEPREFIX" "PV_LOCALE=$locale"
+      ${1:+"PV_DEBUGGER=winedbg --gdb"} "$script" "$tests" "${program%/*}")
   else
-    command=(env "${windows[@]}" "LC_ALL=$locale" wine ${1:+winedbg --gdb} "$program.exe"
-      "--gtest_filter=$tests")
+    command=(env "${windows[@]}" "WINEPREFIX=$WINEPREFIX" "LC_ALL=$locale" "$PV_WINE" ${1:+winedbg --gdb}
+      "$program.exe" "--gtest_filter=$tests")
   fi
 }

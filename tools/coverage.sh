@@ -32,7 +32,7 @@ run_quietly build/coverage/unit_tests
 # Counts go to the path of the object file, which is on this drive.
 export GCOV_PREFIX=Z:
 for suite in abi automation; do
-  run_quietly wine "$windows/${suite}_tests.exe"
+  run_quietly "$PV_WINE" "$windows/${suite}_tests.exe"
 done
 for script in tests/scripts/*.vbs tests/scripts/*.js; do run_quietly tests/run_script.sh "$script"; done
 unset GCOV_PREFIX

@@ -1,9 +1,17 @@
 #!/usr/bin/env bash
 # Source this file: sets up the Wine prefix of the build (once), and starts its server and a display.
-# Gives: WINEPREFIX, DISPLAY, PV_LOCALE and the functions below.
+# Takes PV_BITS, the bitness of the Windows, 32 or 64, and PV_WINEPREFIX, if it is not the usual one.
+# Gives: WINEPREFIX, PV_WINE, DISPLAY, PV_LOCALE and the functions below.
 
-export WINEPREFIX=${PV_WINEPREFIX:-$PWD/build/wine}
-export WINEARCH=win32
+export PV_BITS=${PV_BITS:-32}
+case $PV_BITS in
+  32) export WINEARCH=win32 PV_WINE=wine ;;
+  # Where both are installed, "wine" finds the 32-bit programs of a 64-bit Windows.
+  64) export WINEARCH=win64 PV_WINE=/usr/lib/wine/wine64 ;;
+esac
+wine_folder=wine
+[ "$PV_BITS" = 32 ] || wine_folder=wine-$PV_BITS
+export WINEPREFIX=${PV_WINEPREFIX:-$PWD/build/$wine_folder}
 export WINEDEBUG=${WINEDEBUG:--all}
 # The dialog tests bring a help viewer of their own.
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=;hhctrl.ocx=n,b"
@@ -12,11 +20,11 @@ export LC_ALL=C.UTF-8
 # The locale of Windows programs. Wine brings its own; the programs of this system need not know it.
 export PV_LOCALE=${PV_LOCALE:-C.UTF-8}
 
-run_wine() { env LC_ALL="$PV_LOCALE" wine "$@" </dev/null; }
+run_wine() { env LC_ALL="$PV_LOCALE" "$PV_WINE" "$@" </dev/null; }
 
 # With a debugger before it, such as PV_DEBUGGER="winedbg --gdb", the program is at the terminal.
 run_test_program() {
-  if [ -z "${PV_DEBUGGER:-}" ]; then run_wine "$@"; else env LC_ALL="$PV_LOCALE" wine $PV_DEBUGGER "$@"; fi
+  if [ -z "${PV_DEBUGGER:-}" ]; then run_wine "$@"; else env LC_ALL="$PV_LOCALE" "$PV_WINE" $PV_DEBUGGER "$@"; fi
 }
 
 # Shows its last lines, from the start of Wine and of the display.

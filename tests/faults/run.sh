@@ -39,7 +39,7 @@ kill_savers() {
   RANDOM=$3
   for ((i = 0; i < times; i++)); do
     rm -f "$folder"/*
-    exec {output}< <(exec wine "$windows/faults_helper.exe" save "$(windows_path "$folder")\\items.itm" 0 </dev/null 2>&1)
+    exec {output}< <(exec "$PV_WINE" "$windows/faults_helper.exe" save "$(windows_path "$folder")\\items.itm" 0 </dev/null 2>&1)
     saver=$!
     read -r -t 20 ready <&"$output" || ready=
     sleep "0.00$((RANDOM % 10))$((RANDOM % 10))"

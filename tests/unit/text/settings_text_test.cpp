@@ -218,7 +218,7 @@ TEST(SettingsIndex, GivesWhatTheReaderGivesOnRandomFiles) {
       L"c]a",  L"b=b", L"a=b=a", L"a]b]c", std::wstring(1, L'\0')};
   std::mt19937 random(3);
   int hits = 0;
-  for (int round = 0; round < 3000; ++round) {
+  for (int round = 0; round < 1000; ++round) {
     const std::string bytes = random_file(random);
     const SettingsIndex index(bytes, kCodec);
     SettingsReader reader(bytes, kCodec);
