@@ -1,11 +1,13 @@
 #pragma once
 
+#include <type_traits>
+
 #include "com/automation.h"
 
 namespace pv::test {
 
-/// IUnknown for the objects of the tests: answers to its automation interface and deletes itself
-/// with the last reference. For use in one thread.
+/// IUnknown for the objects of the tests: answers to its interface and deletes itself with the last
+/// reference. For use in one thread.
 template <class Interface>
 class Counted : public Interface {
  public:
@@ -17,7 +19,8 @@ class Counted : public Interface {
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     if (!object) return E_POINTER;
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == iid_;
+    const bool automation = std::is_base_of_v<IDispatch, Interface> && iid == IID_IDispatch;
+    const bool known = automation || iid == IID_IUnknown || iid == iid_;
     *object = known ? static_cast<Interface*>(this) : nullptr;
     if (known) AddRef();
     return known ? S_OK : E_NOINTERFACE;

@@ -50,6 +50,13 @@ bool operator==(const Value& left, const Value& right) {
       return left.boolVal == right.boolVal;
     case VT_ERROR:
       return left.scode == right.scode;
+    case VT_DATE:
+      return left.date == right.date;
+    case VT_CY:
+      return left.cyVal.int64 == right.cyVal.int64;
+    case VT_DECIMAL:
+      return VarDecCmp(const_cast<DECIMAL*>(&left.decVal), const_cast<DECIMAL*>(&right.decVal)) ==
+             VARCMP_EQ;
     default:
       return left.byref == right.byref;
   }
