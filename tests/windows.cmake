@@ -74,3 +74,6 @@ target_link_libraries(memory_tests PRIVATE pv_library pv_resources)
 # Server and simulated transmitter over a serial line.
 add_windows_tests(serial)
 add_dependencies(serial_tests fluxor_server)
+
+# Scripts and their events, in a host that is no part of the platform.
+add_windows_tests(script_host)
