@@ -93,7 +93,7 @@ TEST_F(SymbolEditor, AnEmptyDrawingIsNoSymbol) {
 constexpr const wchar_t* kForeign[] = {L"FLOW", L"S2:P1024", L"S1:P1023", L"|", L" "};
 
 TEST_F(SymbolEditor, ASymbolOfAnotherEditorIsShownAsSuchAndComesBackUnchanged) {
-  const std::wstring own_label = L"Drawing:", foreign_label = L"Symbol of another editor:";
+  const std::wstring own_label = L"Drawing:", foreign_label = L"Symbol from another editor:";
   for (const wchar_t* symbol : kForeign) {
     const Object item = new_item(symbol);
     EXPECT_TRUE(edit(item, [&](const Dialog& dialog) {

@@ -24,7 +24,7 @@ const Texts kEnglish = {{7001, "Symbol Editor"},
                         {7030, "Drawing:"},
                         {7031, "Colors:"},
                         {7032, "Preview:"},
-                        {7033, "Symbol of another editor:"},
+                        {7033, "Symbol from another editor:"},
                         {7034, "Discard the changes?"}};
 
 const Ids kFieldNames = {7030, 7031, 7032, 7033};
