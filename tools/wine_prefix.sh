@@ -35,10 +35,10 @@ fail_to_start() {
   return 1
 }
 
-# The server takes a free number itself and tells it when it is ready.
+# As large as PV_SCREEN says. The server takes a free number itself and tells it when it is ready.
 start_display() {
   local ready number
-  exec {ready}< <(exec Xvfb -displayfd 1 -screen 0 1280x1024x24 -nolisten tcp </dev/null 2>>"$wine_log")
+  exec {ready}< <(exec Xvfb -displayfd 1 -screen 0 "${PV_SCREEN:-1280x1024}x24" -nolisten tcp </dev/null 2>>"$wine_log")
   PV_XVFB=$!
   read -r -t 30 number <&"$ready" || fail_to_start "the display did not start" || return 1
   exec {ready}<&-

@@ -61,8 +61,9 @@ int main(int count, char** arguments) {
   testing::UnitTest::GetInstance()->listeners().Append(watchdog);
   pv::test::install_allocation_spy();
   const Apartment apartment;
-  if (count == 3 && std::strcmp(arguments[1], "--gallery") == 0) {
-    return make_gallery(arguments[2], [&](const std::string& what) { watchdog->restart(what); });
+  if (count == 4 && std::strcmp(arguments[1], "--gallery") == 0) {
+    return make_gallery(arguments[2], arguments[3],
+                        [&](const std::string& what) { watchdog->restart(what); });
   }
   return RUN_ALL_TESTS();
 }

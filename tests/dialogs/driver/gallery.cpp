@@ -13,7 +13,14 @@
 namespace pv::dialogs_test {
 namespace {
 
-constexpr int kResolutions[] = {96, 144};
+/// A way of looking at all forms: on a screen of its kind, in a resolution.
+struct View {
+  const char* name;
+  const char* screen;
+  int dpi;
+};
+constexpr View kViews[] = {
+    {"96", "usual", 96}, {"144", "usual", 144}, {"192", "wide", 192}, {"wide", "wide", 96}};
 constexpr const char* kLanguages[] = {"us", "hu", "ger", "ita", "fra", "nl"};
 
 // The screen follows the window with a delay: until two looks are the same, it still changes.
@@ -63,15 +70,36 @@ FormKind short_message_box() {
   return kind;
 }
 
-// With a registered control in the place of the library's own drawing part.
-FormKind hosted_symbol_editor() {
-  FormKind kind = every_form().back();
-  kind.name = "frmSymbolEdit-control";
-  kind.ask = [](const Utility& utility, HWND) {
-    const RegisteredPictureControl control;
+FormKind symbol_editor(std::string name, const wchar_t* symbol) {
+  FormKind kind{.name = std::move(name), .form = L"frmSymbolEdit", .ask = {}};
+  kind.ask = [=](const Utility& utility, HWND) {
     const Device device;
     const test::Object item = device.add_item(33, 0);
+    item.put(L"Symbol", symbol);
     return utility.object().call(L"ItemSymbolEdit", item).boolean();
+  };
+  return kind;
+}
+
+// With a registered control in the place of the library's own drawing part.
+FormKind hosted_symbol_editor() {
+  FormKind kind = symbol_editor("frmSymbolEdit-control", L"");
+  kind.ask = [ask = kind.ask](const Utility& utility, HWND owner) {
+    const RegisteredPictureControl control;
+    return ask(utility, owner);
+  };
+  return kind;
+}
+
+// Esc asks before a drawing is lost.
+FormKind question_of_symbol_editor() {
+  FormKind kind = every_form().back();
+  kind.name = "frmSymbolEdit-discard";
+  kind.ready = [](const Dialog& dialog) {
+    constexpr int kClear = 1112;
+    dialog.click(kClear);
+    dialog.press_key(VK_ESCAPE);
+    wait_for_dialog(GetWindowThreadProcessId(dialog.window(), nullptr));
   };
   return kind;
 }
@@ -87,12 +115,14 @@ std::vector<FormKind> exhibits() {
       kinds.push_back(long_message_box("frmMsgBox-scrolled", 80, L"\r\n"));
     }
   }
+  kinds.push_back(symbol_editor("frmSymbolEdit-foreign", L"of another editor"));
+  kinds.push_back(question_of_symbol_editor());
   kinds.push_back(hosted_symbol_editor());
   return kinds;
 }
 
-std::string picture_name(const FormKind& exhibit, const char* language, int dpi) {
-  return exhibit.name + "-" + language + "-" + std::to_string(dpi);
+std::string picture_name(const FormKind& exhibit, const char* language, const View& view) {
+  return exhibit.name + "-" + language + "-" + view.name;
 }
 
 void write_page(const std::string& file, const std::vector<FormKind>& exhibits) {
@@ -104,39 +134,48 @@ void write_page(const std::string& file, const std::vector<FormKind>& exhibits) 
     page << "<h2>" << exhibit.name << "</h2>\n<table>\n<tr><th>";
     for (const char* language : kLanguages) page << "<th>" << language;
     page << "\n";
-    for (const int dpi : kResolutions) {
-      page << "<tr><th>" << dpi << " dpi";
+    for (const View& view : kViews) {
+      page << "<tr><th>" << view.dpi << " dpi, " << view.screen << " screen";
       for (const char* language : kLanguages)
-        page << "<td><img src=\"" << picture_name(exhibit, language, dpi) << ".png\">";
+        page << "<td><img src=\"" << picture_name(exhibit, language, view) << ".png\">";
       page << "\n";
     }
     page << "</table>\n";
   }
 }
 
+// The form that is shown, or what it asks.
+bool save_form(const FormKind& kind, const Utility& utility, const std::string& file) {
+  bool saved = false;
+  kind.show(utility, [&](const Dialog& dialog) {
+    const Dialog front(GetLastActivePopup(dialog.window()));
+    saved = save(photograph_when_painted(front.window()), file);
+    if (front.window() == dialog.window()) return;
+    front.click(kConfirmButton);
+    dialog.wait_closed();
+  });
+  return saved;
+}
+
 }  // namespace
 
-int make_gallery(const std::string& folder,
+int make_gallery(const std::string& folder, const std::string& screen,
                  const std::function<void(const std::string& what)>& progress) {
   const Utility utility;
   const std::vector<FormKind> rows = exhibits();
   int failures = 0;
-  for (const int dpi : kResolutions) {
-    const Resolution resolution(dpi);
+  for (const View& view : kViews) {
+    if (view.screen != screen) continue;
+    const Resolution resolution(view.dpi);
     long index = 0;
     for (const char* language : kLanguages) {
       utility.set_language(++index);
       for (const FormKind& row : rows) {
-        const std::string name = picture_name(row, language, dpi);
+        const std::string name = picture_name(row, language, view);
         progress(name);
-        bool saved = false;
-        row.show(utility, [&](const Dialog& dialog) {
-          saved = save(photograph_when_painted(dialog.window()), folder + "\\" + name + ".bmp");
-        });
-        if (!saved) {
-          std::printf("no picture of %s\n", name.c_str());
-          ++failures;
-        }
+        if (save_form(row, utility, folder + "\\" + name + ".bmp")) continue;
+        std::printf("no picture of %s\n", name.c_str());
+        ++failures;
       }
     }
   }
