@@ -14,8 +14,13 @@ std::wstring lenient_number_text(const VARIANT& value, wchar_t decimal) {
       case VT_BOOL:
         result = plain.boolVal ? L"-1" : L"0";
         break;
+      case VT_R4:
+        result = lenient_number_text(format_number(plain.fltVal, L'.'), decimal);
+        break;
       case VT_R8:
-        result = lenient_number_text(format_number(plain.dblVal, L'.'), decimal);
+      case VT_CY:
+      case VT_DECIMAL:  // whose texts have the decimal symbol of the user, whatever it is
+        result = lenient_number_text(format_number(to_double(plain), L'.'), decimal);
         break;
       default:
         result = lenient_number_text(to_text(plain), decimal);

@@ -43,7 +43,8 @@ bool store_placement(const WindowPlacement& placement, const PlacementSlot& slot
 }
 
 std::optional<WindowPlacement> stored_placement(const PlacementSlot& slot) {
-  const auto saved = parse_placement(read_profile(slot.file, slot.section, slot.key, L""));
+  const auto saved =
+      parse_placement(read_profile(slot.file, slot.section, slot.key, L""), decimal_separator());
   if (!saved) return std::nullopt;
   const ScreenSize screen = screen_size_in_twips();
   return fitted(*saved, screen.width, screen.height);

@@ -12,6 +12,18 @@ std::wstring user_decimal() {
   return text;
 }
 
+namespace {
+void set_user_decimal(const wchar_t* separator) {
+  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator);
+}
+}  // namespace
+
+UserDecimal::UserDecimal(const wchar_t* separator) : before_(user_decimal()) {
+  set_user_decimal(separator);
+}
+
+UserDecimal::~UserDecimal() { set_user_decimal(before_.c_str()); }
+
 std::wstring in_user_locale(std::wstring number) {
   std::replace(number.begin(), number.end(), L'.', user_decimal()[0]);
   return number;

@@ -9,6 +9,17 @@ namespace pv::test {
 
 /// The decimal separator.
 std::wstring user_decimal();
+/// A decimal separator of the user, as set in the control panel, for as long as it lives.
+class UserDecimal {
+ public:
+  explicit UserDecimal(const wchar_t* separator);
+  ~UserDecimal();
+  UserDecimal(const UserDecimal&) = delete;
+  UserDecimal& operator=(const UserDecimal&) = delete;
+
+ private:
+  std::wstring before_;
+};
 /// A number text written with '.', as the user's locale writes it.
 std::wstring in_user_locale(std::wstring number);
 /// Text as the bytes of the code page; '?' for what it lacks.

@@ -157,7 +157,7 @@ STDMETHODIMP CItems::Add(BSTR key, short item_id, VARIANT_BOOL by_meaning, short
 bool CItems::load(const std::wstring& file_name, std::vector<std::wstring>& refused) {
   const auto bytes = read_file(file_name);
   if (!bytes) return false;
-  ItemFileReader file(*bytes, ansi_codec(), platform_boolean);
+  ItemFileReader file(*bytes, ansi_codec(), platform_boolean, decimal_separator());
   if (file.count() < 1) return false;
   Members items = no_members();
   items.reserve(static_cast<std::size_t>(file.count()));

@@ -8,13 +8,13 @@
 
 namespace pv {
 
-std::optional<WindowPlacement> parse_placement(std::wstring_view text) {
+std::optional<WindowPlacement> parse_placement(std::wstring_view text, wchar_t decimal) {
   constexpr std::size_t kFieldCount = 5;
   const std::vector<std::wstring> fields = split_record(text, kRecordSeparator, kFieldCount);
   if (fields.size() < kFieldCount) return std::nullopt;
   std::array<double, 4> bounds{};
   for (std::size_t i = 0; i < bounds.size(); ++i) {
-    const std::optional<float> bound = single_of(lenient_number(fields[i]));
+    const std::optional<float> bound = single_of(lenient_number(fields[i], decimal));
     if (!bound) return std::nullopt;
     bounds[i] = *bound;
   }

@@ -18,8 +18,8 @@ struct WindowPlacement {
 };
 
 /// nullopt for a text of fewer than five fields (the empty one included) and for bounds beyond
-/// single precision.
-std::optional<WindowPlacement> parse_placement(std::wstring_view text);
+/// single precision. `decimal` is the symbol that the writer may have used.
+std::optional<WindowPlacement> parse_placement(std::wstring_view text, wchar_t decimal = L',');
 
 /// left|top|width|height|state|
 std::wstring format_placement(const std::array<std::wstring, 4>& bounds, short state);

@@ -14,9 +14,10 @@ constexpr std::wstring_view kDefaultVariable = L"1|||0|3|6|2|0|0||";
 }  // namespace
 
 ItemFileReader::ItemFileReader(std::string_view bytes, const TextCodec& codec,
-                               BooleanConversion booleans)
+                               BooleanConversion booleans, wchar_t decimal)
     : reader_(bytes, codec),
       booleans_(booleans),
+      decimal_(decimal),
       count_(lenient_integer<std::int16_t>(reader_.value(L"Items", L"Count", L"0", true, true))) {}
 
 // The file's order finds the lines: neither search looks for a section.
@@ -24,7 +25,8 @@ bool ItemFileReader::next(LoadedItem& loaded) {
   if (read_ >= count_) return false;
   ++read_;
   const auto variable_count = lenient_integer<std::int16_t>(reader_.next_value(L"Count", L"1"));
-  loaded.item = parse_item_record(reader_.next_value(L"Settings", kDefaultItem), booleans_);
+  loaded.item =
+      parse_item_record(reader_.next_value(L"Settings", kDefaultItem), booleans_, decimal_);
   loaded.variables.clear();
   for (int j = 1; j <= variable_count; ++j) {
     loaded.variables.push_back(

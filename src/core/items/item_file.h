@@ -26,7 +26,8 @@ struct LoadedItem {
 /// record has a line of its own.
 class ItemFileReader {
  public:
-  ItemFileReader(std::string_view bytes, const TextCodec& codec, BooleanConversion booleans);
+  ItemFileReader(std::string_view bytes, const TextCodec& codec, BooleanConversion booleans,
+                 wchar_t decimal = L',');
 
   /// How many items there are to read; below 1 when the bytes are no item file.
   long count() const { return count_; }
@@ -37,6 +38,7 @@ class ItemFileReader {
  private:
   SettingsReader reader_;
   BooleanConversion booleans_;
+  wchar_t decimal_;
   long count_;
   long read_ = 0;
 };

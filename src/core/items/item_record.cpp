@@ -26,7 +26,7 @@ bool parse_boolean(std::wstring_view text, BooleanConversion platform) {
   return !same_ascii(text, L"false") && platform(text);
 }
 
-ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform) {
+ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform, wchar_t decimal) {
   std::array<std::wstring_view, kItemFieldCount> fields;
   split_record(text, kRecordSeparator, fields);
   return {.key = std::wstring(fields[0]),
@@ -35,7 +35,7 @@ ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform)
           .access = lenient_integer<std::int16_t>(fields[3]),
           .historian = parse_boolean(fields[4], platform),
           .restore = parse_boolean(fields[5], platform),
-          .smart_wait = single_of(lenient_number(fields[6])).value_or(0.0F),
+          .smart_wait = single_of(lenient_number(fields[6], decimal)).value_or(0.0F),
           .length = lenient_integer<std::int16_t>(fields[7])};
 }
 

@@ -96,8 +96,9 @@ using BooleanConversion = bool (*)(std::wstring_view text);
 bool parse_boolean(std::wstring_view text, BooleanConversion platform);
 
 /// Reads an item record through the tolerant conversions. Missing fields count as empty text; a
-/// SmartWait beyond single precision is 0.
-ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform);
+/// SmartWait beyond single precision is 0. `decimal` is the symbol that the writer may have used.
+ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform,
+                             wchar_t decimal = L',');
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal);
 
 /// Reads a variable record: fields that are there replace those of `initial`.

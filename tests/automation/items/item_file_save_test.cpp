@@ -208,6 +208,19 @@ TEST_F(ItemFileSave, KeepsSmartWaitsInAnyLocale) {
   }
 }
 
+TEST_F(ItemFileSave, KeepsSmartWaitsWithAnUnusualDecimalSeparator) {
+  for (const wchar_t* separator : {L"'", L"*", L","}) {
+    const UserDecimal set(separator);
+    const Object items = make_items();
+    items.call(L"Add", L"", 1, true, 1, false, false, 2.5f, 4);
+    const std::string file = saved(items);
+    EXPECT_NE(file.find(in_code_page(in_user_locale(L"|2.5|"))), std::string::npos) << file;
+    const Object reloaded = make_items();
+    ASSERT_EQ(reloaded.call(L"LoadSettingsNew", folder_.file(L"saved.itm")), true);
+    EXPECT_EQ(reloaded.get_object(L"Item", 1).get(L"SmartWait"), 2.5f);
+  }
+}
+
 // A damaged file gives whatever items it gives; what is saved of them comes back the same.
 TEST_F(ItemFileSave, OfDamagedFilesComesBackAsSaved) {
   const DialogAnswerer answerer;

@@ -20,21 +20,6 @@ Object loaded(std::string_view text) {
   return dimensions;
 }
 
-/// A decimal separator of the user, as set in the control panel, for as long as it lives.
-class UserDecimal {
- public:
-  explicit UserDecimal(const wchar_t* separator) : before_(user_decimal()) { set(separator); }
-  ~UserDecimal() { set(before_.c_str()); }
-  UserDecimal(const UserDecimal&) = delete;
-  UserDecimal& operator=(const UserDecimal&) = delete;
-
- private:
-  static void set(const wchar_t* separator) {
-    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator);
-  }
-  std::wstring before_;
-};
-
 Object units_of(const Object& dimensions, const Value& index) {
   return dimensions.get_object(L"Item", index).get_object(L"Units");
 }

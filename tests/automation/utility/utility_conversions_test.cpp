@@ -115,6 +115,19 @@ TEST_F(NumberText, IsReadBackAsItWas) {
   }
 }
 
+TEST_F(NumberText, OfNumbersDoesNotNeedAUsualDecimalSeparator) {
+  for (const wchar_t* separator : {L"'", L"*", L","}) {
+    const UserDecimal set(separator);
+    for (const Value& number :
+         {Value(2.5F), Value(2.5), as_type(VT_CY, 2.5), as_type(VT_DECIMAL, 2.5)}) {
+      EXPECT_EQ(converted(L"pvCDbl", number), 2.5) << testing::PrintToString(number);
+      EXPECT_EQ(converted(L"pvCSng", number), 2.5F) << testing::PrintToString(number);
+      EXPECT_EQ(converted(L"pvCNumber", number), in_user_locale(L"2.5"));
+    }
+    EXPECT_EQ(converted(L"pvCDbl", 0.1F), 0.1);
+  }
+}
+
 TEST_F(Conversions, ToByteRoundsHalfToEvenAndIsZeroOutOfRange) {
   const struct {
     Value value;

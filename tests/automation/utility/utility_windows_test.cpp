@@ -147,6 +147,20 @@ TEST_F(RestoreWindowPos, PlacesASizeableForm) {
   EXPECT_EQ(utility.call(L"RestoreWindowPos", form, file, L"Main"), true);
 }
 
+// Whatever the user has set: what was written is read.
+TEST_F(RestoreWindowPos, ReadsAnUnusualDecimalSeparator) {
+  for (const wchar_t* separator : {L"'", L"*", L","}) {
+    const UserDecimal set(separator);
+    FakeObject form;
+    form.expect_get(L"WindowState").returns(0);
+    expect_bounds_asked(form, 120.5F, 240.25F, 4800.5, 3600.75F);
+    EXPECT_EQ(utility.call(L"SaveWindowPos", form, file, L"Main"), true);
+    EXPECT_EQ(record(L"Main"), in_user_locale(L"120.5|240.25|4800.5|3600.75|0|"));
+    expect_restored(form, 2, 120.5F, 240.25F, 4800.5F, 3600.75F, 0);
+    EXPECT_EQ(utility.call(L"RestoreWindowPos", form, file, L"Main"), true);
+  }
+}
+
 TEST_F(RestoreWindowPos, PlacesASizeableToolWindow) {
   keep(L"120|240|4800|3600|0|");
   FakeObject form;

@@ -57,9 +57,9 @@ TEST(Placement, IsWrittenWithASeparatorBehindEachField) {
 }
 
 TEST(Placement, ComesBackAsWritten) {
-  for (const wchar_t decimal : {L'.', L','}) {
+  for (const wchar_t decimal : {L'.', L',', L'\''}) {
     const std::wstring text = format_placement({-15, 30.75, 4005, 0.1, 1}, decimal);
-    EXPECT_EQ(format_placement(*parse_placement(text), decimal), text);
+    EXPECT_EQ(format_placement(*parse_placement(text, decimal), decimal), text);
   }
 }
 

@@ -80,10 +80,11 @@ TEST(ItemRecord, WritesBooleansAsIntegersAndEndsEveryField) {
 }
 
 TEST(ItemRecord, ComesBackAsWritten) {
-  for (const wchar_t decimal : {L'.', L','}) {
+  for (const wchar_t decimal : {L'.', L',', L'\''}) {
     for (const float wait : {0.0F, 0.5F, 0.1F, -3.25F, 1e10F, 1e-10F}) {
       const ItemRecord item{L"Key", 5, true, 77, true, false, wait, 9};
-      const ItemRecord back = parse_item_record(format_item_record(item, decimal), plain_boolean);
+      const ItemRecord back =
+          parse_item_record(format_item_record(item, decimal), plain_boolean, decimal);
       EXPECT_EQ(format_item_record(back, decimal), format_item_record(item, decimal));
       EXPECT_EQ(back.smart_wait, wait);
     }
