@@ -7,10 +7,18 @@
 namespace pv {
 namespace {
 
+void destroy(const PICTDESC& description) {
+  if (description.picType == PICTYPE_BITMAP) DeleteObject(description.bmp.hbitmap);
+  if (description.picType == PICTYPE_ICON) DestroyIcon(description.icon.hicon);
+}
+
+// The picture owns what it shows; a picture that was not made owns nothing.
 Ref<IPictureDisp> picture_of(PICTDESC& description) {
   Ref<IPictureDisp> picture;
-  check(OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE,
-                                 reinterpret_cast<void**>(picture.put())));
+  const HRESULT made = OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE,
+                                                reinterpret_cast<void**>(picture.put()));
+  if (FAILED(made)) destroy(description);
+  check(made);
   return picture;
 }
 

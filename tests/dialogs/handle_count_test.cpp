@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tests/dialogs/driver/automation_client.h"
+#include "tests/dialogs/driver/platform_call.h"
 
 namespace pv::dialogs_test {
 namespace {
@@ -60,6 +61,27 @@ TEST(HandleCounts, SeeWhatTheLibraryHolds) {
   const long before = count_handles().allocations;
   const std::array<Utility, kMany> held;
   EXPECT_GE(count_handles().allocations, before + kMany);
+}
+
+HRESULT WINAPI refuse_picture(PICTDESC*, REFIID, BOOL, void** picture) {
+  *picture = nullptr;
+  return E_FAIL;
+}
+
+TEST(HandleCounts, StayWhenPicturesCannotBeMade) {
+  const Utility utility;
+  const test::Object language =
+      test::Object::create(L"pvItems32.CLanguages").get_object(L"Item", 1);
+  const PlatformCall refusing("OleCreatePictureIndirect", &refuse_picture);
+  const HandleCount before = count_handles();
+  for (int i = 0; i < kMany; ++i) {
+    EXPECT_EQ(utility.object().try_call(L"GetNoSymbolPicture").code, E_FAIL);
+    EXPECT_EQ(language.try_call(L"Picture").code, E_FAIL);
+    EXPECT_EQ(language.try_call(L"Icon").code, E_FAIL);
+  }
+  const HandleCount after = count_handles();
+  EXPECT_LT(after.gdi, before.gdi + kMany);
+  EXPECT_LT(after.user, before.user + kMany);
 }
 
 TEST(HandleCounts, SeeAThread) {
