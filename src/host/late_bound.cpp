@@ -94,6 +94,14 @@ class NestedCall {
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): as above.
 thread_local int NestedCall::depth_ = 0;
 
+// An object that says that it failed did not succeed: what is no failure by itself is the number of
+// an error.
+HRESULT code_of(const EXCEPINFO& exception) {
+  if (FAILED(exception.scode)) return exception.scode;
+  const auto number = exception.wCode ? exception.wCode : static_cast<WORD>(exception.scode);
+  return static_cast<HRESULT>(0x800A0000u + number);
+}
+
 [[noreturn]] void raise(EXCEPINFO& exception) {
   if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
   const Bstr given_source = Bstr::attach(exception.bstrSource);
@@ -103,8 +111,7 @@ thread_local int NestedCall::depth_ = 0;
   const std::wstring description(view_of(given_description));
   const std::wstring help_file(view_of(given_help_file));
   const DWORD topic = exception.dwHelpContext;
-  const HRESULT code =
-      exception.scode ? exception.scode : static_cast<HRESULT>(0x800A0000u + exception.wCode);
+  const HRESULT code = code_of(exception);
   const bool explained =
       !source.empty() || !description.empty() || !help_file.empty() || topic != 0;
   throw com_failure(
@@ -138,6 +145,7 @@ DISPID LateBound::find(std::wstring_view member) const {
   std::wstring name(member);
   LPOLESTR names[] = {name.data()};
   DISPID id = DISPID_UNKNOWN;
+  const HostFloatingPoint in_host;
   const HRESULT found = object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
   if (SUCCEEDED(found)) return id;
   if (is_out_of_memory(found)) raise_foreign_failure(found);  // who knows whether it has the member

@@ -7,9 +7,11 @@
 #include <optional>
 
 #include "com/boundary.h"
+#include "com/floating_point.h"
 #include "tests/support/allocation_spy.h"
 #include "tests/support/dispatch_object.h"
 #include "tests/support/fake_object.h"
+#include "tests/support/trapping_host.h"
 
 namespace pv::test {
 namespace {
@@ -64,6 +66,44 @@ class Explaining final : public DispatchObject {
 
  private:
   const std::wstring description_;
+};
+
+// Raises an error of that number, in one field or the other.
+class Numbering final : public DispatchObject {
+ public:
+  Numbering(SCODE code, WORD number) : code_(code), number_(number) {}
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO* exception,
+                      UINT*) override {
+    exception->scode = code_;
+    exception->wCode = number_;
+    return DISP_E_EXCEPTION;
+  }
+
+ protected:
+  DISPID id_of(std::wstring_view) override { return 1; }
+
+ private:
+  const SCODE code_;
+  const WORD number_;
+};
+
+// Remembers how the floating-point unit is set while it is asked for a member.
+class Watching final : public DispatchObject {
+ public:
+  Watching(ObjectKind kind, FloatingPointControl& seen) : DispatchObject(kind), seen_(seen) {}
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
+    return S_OK;
+  }
+
+ protected:
+  DISPID id_of(std::wstring_view) override {
+    seen_ = FloatingPointControl::current();
+    return 1;
+  }
+
+ private:
+  FloatingPointControl& seen_;
 };
 
 // What error information says: source, description, help file.
@@ -168,6 +208,43 @@ TEST(LateBound, ErrorOfTheObjectPassesUnchanged) {
     ASSERT_TRUE(failure.info());
     EXPECT_EQ(texts_of(*failure.info().get()),
               (std::vector<std::wstring>{L"Host", L"not now", L""}));
+  }
+}
+
+// Some hosts give the number of their error where its code belongs.
+TEST(LateBound, ErrorOfTheObjectIsNeverASuccess) {
+  const struct {
+    SCODE code;
+    WORD number;
+    HRESULT error;
+  } rows[] = {
+      {E_ABORT, 0, E_ABORT},
+      {E_ABORT, 5, E_ABORT},
+      {0, 5, static_cast<HRESULT>(0x800A0005)},
+      {S_FALSE, 5, static_cast<HRESULT>(0x800A0005)},
+      {5, 0, static_cast<HRESULT>(0x800A0005)},
+      {0x10005, 0, static_cast<HRESULT>(0x800A0005)},
+      {0, 0, static_cast<HRESULT>(0x800A0000)},
+  };
+  for (const auto& row : rows) {
+    const LateBound object(Ref<IDispatch>(new Numbering(row.code, row.number)));
+    EXPECT_EQ(guarded(L"CProbe", "Open", [&] { object.call(L"Open"); }), row.error);
+  }
+  SetErrorInfo(0, nullptr);
+}
+
+TEST(LateBound, MembersAreFoundInTheFloatingPointStateOfTheHost) {
+  for (const ObjectKind kind : {ObjectKind::kCompiled, ObjectKind::kScript}) {
+    FloatingPointControl seen;
+    const LateBound object(Ref<IDispatch>(new Watching(kind, seen)));
+    const TrappingHost host(kTrapsRoundingUp);
+    EXPECT_EQ(guarded(L"CProbe", "Open",
+                      [&] {
+                        object.call(L"Open");
+                        EXPECT_TRUE(is_default_floating_point());
+                      }),
+              S_OK);
+    EXPECT_EQ(seen, kTrapsRoundingUp);
   }
 }
 
