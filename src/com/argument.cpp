@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "com/default_member.h"
+
 namespace pv {
 namespace {
 
@@ -81,8 +83,7 @@ HRESULT Argument::bind_by_value(const VARIANT& value) {
 HRESULT Argument::make(const VARIANT& value) {
   if (parameter_->is_interface()) return make_object(value);
   if (is_variant()) return VariantCopyInd(&made_, const_cast<VARIANT*>(&value));
-  return as_dispatch_error(
-      VariantChangeType(&made_, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, parameter_->type));
+  return as_dispatch_error(change_type(made_, value, parameter_->type));
 }
 
 HRESULT Argument::make_object(const VARIANT& value) {

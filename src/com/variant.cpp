@@ -3,6 +3,7 @@
 #include <cstring>
 #include <new>
 
+#include "com/default_member.h"
 #include "com/failure.h"
 #include "core/text/number_text.h"
 
@@ -72,16 +73,21 @@ void hand_over(Variant typed, const VARIANT& reference) {
 HRESULT store_typed(const VARIANT& reference, const VARIANT& value) {
   const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
   Variant typed;
-  const HRESULT result =
-      VariantChangeType(&typed, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, type);
+  const HRESULT result = change_type(typed, value, type);
   if (SUCCEEDED(result)) hand_over(std::move(typed), reference);
   return result;
 }
 
 Variant to_type(const VARIANT& value, VARTYPE type) {
+  if (means_default_member(value, type)) {
+    Variant member;
+    const HRESULT got = get_default_member(value, member);
+    if (is_out_of_memory(got)) raise_foreign_failure(got);
+    if (SUCCEEDED(got)) return to_type(member, type);
+    throw automation_error(ErrorCode::kTypeMismatch);
+  }
   Variant result;
-  const HRESULT hr =
-      VariantChangeType(&result, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, type);
+  const HRESULT hr = change_type(result, value, type);
   if (SUCCEEDED(hr)) return result;
   const VARTYPE plain = value.vt == (VT_BYREF | VT_VARIANT) ? value.pvarVal->vt : value.vt;
   if (plain == VT_NULL) throw automation_error(ErrorCode::kInvalidNull);

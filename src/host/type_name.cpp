@@ -1,7 +1,7 @@
 #include "host/type_name.h"
 
-#include <new>
-
+#include "com/failure.h"
+#include "com/floating_point.h"
 #include "com/variant.h"
 
 namespace pv {
@@ -12,7 +12,7 @@ std::wstring name_of(const Ref<ITypeInfo>& type) {
   BSTR name = nullptr;
   const HRESULT named = type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr);
   const Bstr owner = Bstr::attach(name);
-  if (named == E_OUTOFMEMORY) throw std::bad_alloc();
+  if (is_out_of_memory(named)) raise_foreign_failure(named);  // who knows what it is called
   return std::wstring(view_of(name));
 }
 
@@ -26,6 +26,7 @@ std::wstring without_prefix(std::wstring name) {
 }  // namespace
 
 std::wstring type_name_of(IDispatch* object) {
+  const HostFloatingPoint in_host;  // the object tells
   Ref<ITypeInfo> type;
   if (const auto provider = query<IProvideClassInfo>(object)) {
     if (SUCCEEDED(provider->GetClassInfo(type.put())) && type) return name_of(type);
