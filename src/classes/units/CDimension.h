@@ -16,7 +16,7 @@ class CDimension final : public AutomationObject<CDimension> {
   CDimension();
   CDimension(std::wstring_view key, std::wstring_view caption, Ref<_CUnits> units)
       : key_(key), caption_(caption), units_(std::move(units)) {}
-  /// The dimension at an index of a file, under its caption.
+  /// The dimension at an index of a file; its key is its caption.
   CDimension(std::shared_ptr<const DimensionFile> file, std::size_t index)
       : key_(file->caption(index)), caption_(key_), file_(std::move(file)), file_index_(index) {}
 
@@ -27,7 +27,7 @@ class CDimension final : public AutomationObject<CDimension> {
   STDMETHODIMP Copy(_CDimension* dest, _CDimension** result) noexcept override;
 
   const std::wstring& caption() const { return caption_; }
-  /// Those of a file are read when they are first asked for.
+  /// The units of a file are read on first use.
   Ref<_CUnits> units() const;
   void rename(std::wstring_view name) { key_ = caption_ = name; }
   void copy_to(_CDimension* dest) const;

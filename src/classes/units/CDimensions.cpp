@@ -23,7 +23,7 @@ namespace {
 constexpr double kGeneralFormat = -1;
 constexpr short kMostDecimals = 8;
 
-// More decimals than can be shown are cut, visibly for the caller.
+// Decimals beyond the maximum are reduced to it, in the caller's variable too.
 long decimals_wanted(VARIANT* decimals) {
   double wanted = kGeneralFormat;
   if (!decimals || is_missing(*decimals)) return static_cast<long>(wanted);
@@ -60,7 +60,7 @@ DimensionRecord record_of(const CDimension& dimension) {
   return record;
 }
 
-// A caption that is not shown is not asked for.
+// The caption is read only if it is shown.
 UnitRecord record_for(const Ref<_CUnit>& unit, ShowModeTypes mode) {
   if (mode != smValueOnly) return record_of(unit);
   return {{}, result_of(unit, &_CUnit::get_Slope), result_of(unit, &_CUnit::get_Offset)};
@@ -132,7 +132,7 @@ STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit,
     const long wanted = decimals_wanted(decimals);
     if (!found) return Bstr(is_dirty && mode == smValueOnly ? L"?" : L"");
     const auto number = shows_value(mode, is_dirty) ? number_in(value) : std::optional(0.0);
-    // On its way to the caller the text takes no other memory.
+    // The text is built on the stack: the only allocation is the result itself.
     std::array<std::byte, 256> room;  // NOLINT(cppcoreguidelines-pro-type-member-init)
     std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
     std::pmr::wstring text(&memory);

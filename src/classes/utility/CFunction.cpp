@@ -18,7 +18,7 @@ STDMETHODIMP CFunction::Start(_CTxm* txm, VARIANT_BOOL* result) noexcept {
   });
 }
 
-// The form reads "CloseMe" to allow its own unloading.
+// The form lets itself be unloaded only when its "CloseMe" is set.
 STDMETHODIMP CFunction::Finish(VARIANT_BOOL* result) noexcept {
   return method_with_result(result, [&] {
     const LateBound form(server_form_);

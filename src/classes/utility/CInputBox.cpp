@@ -9,7 +9,7 @@ template ClassEntry class_entry<CInputBox>();
 
 namespace {
 
-// A missing default and Null are none.
+// A missing argument and Null both mean that there is no default.
 Variant initial_value(const VARIANT& given) {
   Variant initial = dereferenced(given);
   if (is_missing(initial) || initial.vt == VT_NULL) return Variant();

@@ -48,7 +48,7 @@ void CLanguages::register_all() {
 }
 
 void CLanguages::activate(pvLanguageTypes language) {
-  // Taken first: a change that some hear of and others do not would be half a change.
+  // Copied before anything changes: if memory runs out, nobody has been notified yet.
   const ThreadState* const state = existing_thread_state();
   const auto watches = state ? state->language_watches : std::vector<LanguageWatch*>();
   active_ = language;

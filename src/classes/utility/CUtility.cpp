@@ -45,7 +45,7 @@ std::wstring with_first_replaced(std::wstring text, wchar_t what, wchar_t by) {
   return text;
 }
 
-// Whether the platform reads a text with a point as a number tells which separator it wants.
+// The platform reads numbers with one decimal separator only; a trial shows which one.
 bool is_number(const VARIANT& value) {
   const bool point_fails = !attempt([] { to_double(Variant(L"0.5")); });
   const std::wstring given = to_text(dereferenced(value));
@@ -54,7 +54,7 @@ bool is_number(const VARIANT& value) {
   return true;
 }
 
-// Whatever fails, the file stands where it stood.
+// If anything fails, the position in the file is restored.
 Bstr read_open_file(const OpenFile& file, std::wstring_view section, std::wstring_view key,
                     std::wstring_view fallback, bool reset, bool search_section_first) {
   const auto before = file.position();

@@ -7,7 +7,7 @@ namespace pv {
 
 AUTOMATION_CLASS(CUtility)
 
-/// The facade over the state that all objects of a thread share; holds nothing itself.
+/// The facade over the state that all objects of a thread share; it has no state of its own.
 class CUtility final : public AutomationObject<CUtility> {
  public:
   // Constants.

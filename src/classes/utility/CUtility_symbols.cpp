@@ -24,7 +24,7 @@ std::wstring symbol_key(_CTxm* txm, _CItem* item, short variable) {
   return key;
 }
 
-// A text of an editor that is not there looks like no symbol; an editor that fails gives Nothing.
+// A symbol whose editor is not installed is shown as no symbol; an editor that fails gives Nothing.
 Ref<IPictureDisp> picture_of(_CItem* item, short variable) {
   std::wstring symbol;
   attempt([&] { symbol = result_of(item, &_CItem::get_Symbol, variable); });
@@ -47,7 +47,7 @@ bool edit(_CItem* item, short index) {
   return true;
 }
 
-// Pictures are added only once: an image list keeps what it has.
+// A picture that the image list already has is not added again.
 std::wstring manage(const ImageList& images, _CTxm* txm, _CItem* item, short variable) {
   if (!images.has(kNoSymbolKey)) {
     images.add(kNoSymbolKey, resource_bitmap(kNoSymbolPicture).get());
