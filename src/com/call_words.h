@@ -5,6 +5,7 @@
 
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -15,18 +16,24 @@ namespace pv {
 
 #ifdef _WIN64
 
-/// The words that a call passes: one of 64 bits for each argument.
+/// The words that a call passes: one of 64 bits for each argument. What is larger goes by the
+/// address of a copy in here, aligned as the convention has it, which the callee may change.
 // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): only words that were pushed are read.
 class CallWords {
  public:
   static constexpr std::size_t kMost = 20;
 
+  CallWords() = default;
+  CallWords(const CallWords&) = delete;
+  CallWords& operator=(const CallWords&) = delete;
+  ~CallWords() = default;
+
   void push(const void* pointer) { words_[count_++] = std::bit_cast<std::uint64_t>(pointer); }
-  /// An argument that is passed by value. The convention passes what is larger than a word by its
-  /// address, so it must live until the call.
+  /// An argument that is passed by value: at most a VARIANT.
   void push_value(const void* value, std::size_t bytes) {
     if (bytes > sizeof(std::uint64_t)) {
-      push(value);
+      std::memcpy(copies_[count_].bytes, value, bytes);
+      push(copies_[count_].bytes);
       return;
     }
     std::uint64_t word = 0;
@@ -40,7 +47,12 @@ class CallWords {
   std::uint64_t operator[](std::size_t at) const { return words_[at]; }
 
  private:
+  struct alignas(16) Copy {
+    std::byte bytes[sizeof(VARIANT)];
+  };
+
   std::array<std::uint64_t, kMost> words_;
+  std::array<Copy, kMost> copies_;
   std::size_t count_ = 0;
 };
 

@@ -118,6 +118,7 @@ Variant dereferenced(const VARIANT& value);
 
 /// Bytes of a value of the type, as parameters and variables have it.
 inline std::size_t size_of(VARTYPE type) {
+  if (type & (VT_ARRAY | VT_BYREF)) return sizeof(void*);
   switch (type) {
     case VT_I1:
     case VT_UI1:

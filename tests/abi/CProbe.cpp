@@ -1,5 +1,7 @@
 #include "tests/abi/CProbe.h"
 
+#include <utility>
+
 #include "com/enumerator.h"
 #include "host/late_bound.h"
 #include "platform/letter_case.h"
@@ -125,7 +127,8 @@ STDMETHODIMP CProbe::TakeObject(IDispatch* object, VARIANT_BOOL* result) noexcep
 }
 
 STDMETHODIMP CProbe::KindOf(VARIANT value, long* result) noexcept {
-  return method_with_result(result, [&] { return static_cast<long>(value.vt); });
+  const VARTYPE kind = std::exchange(value.vt, VT_EMPTY);  // as a variable of its own
+  return method_with_result(result, [&] { return static_cast<long>(kind); });
 }
 
 STDMETHODIMP CProbe::get_Slot(VARIANT* result) noexcept {

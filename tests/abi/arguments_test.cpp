@@ -13,6 +13,7 @@ namespace {
 
 constexpr DISPID kDescribe = 20;
 constexpr DISPID kTakeTexts = 22;
+constexpr DISPID kKindOf = 25;
 constexpr DISPID kIndexed = 33;
 
 struct Named {
@@ -229,6 +230,12 @@ TEST(Arguments, VariablesArriveInValueParametersAsPlainValues) {
   EXPECT_EQ(probe.call(L"KindOf", by_ref(variable)), int(VT_BSTR));
   EXPECT_EQ(probe.call(L"KindOf", by_ref(number)), int(VT_I2));
   EXPECT_EQ(probe.call(L"KindOf", by_ref(reference)), int(VT_I2));
+}
+
+TEST(Arguments, ValueOfTheCallerIsNotTheVariableOfTheMember) {
+  VARIANT passed[] = {Value(5)};
+  EXPECT_EQ(make_probe().invoke(kKindOf, DISPATCH_METHOD, passed).value, int(VT_I4));
+  EXPECT_EQ(passed[0].vt, VT_I4) << "the member emptied the caller's value";
 }
 
 TEST(Arguments, IndexedPropertyUsesItsDefaultIndex) {

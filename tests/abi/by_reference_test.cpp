@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "tests/abi/probe_object.h"
 #include "tests/support/allocation_spy.h"
+#include "tests/support/sample_values.h"
 
 namespace pv::test {
 namespace {
@@ -244,6 +247,49 @@ TEST(ByReference, AnArrayVariableKeepsOneArray) {
   ASSERT_NE(numbers, nullptr);
   EXPECT_EQ(SafeArrayGetDim(numbers), 1u);
   SafeArrayDestroy(numbers);
+}
+
+TEST(ByReference, AnArrayVariableTakesAnotherArray) {
+  const Object probe = make_probe();
+  const AllocationBalance balance;
+  SAFEARRAY* numbers = SafeArrayCreateVector(VT_I4, 0, 3);
+  probe.call(L"ChangeVariant", by_ref_of(VT_ARRAY | VT_I4, &numbers), array_of(VT_I4, 5));
+  long last = 0;
+  EXPECT_EQ(SafeArrayGetUBound(numbers, 1, &last), S_OK);
+  EXPECT_EQ(last, 4);
+  EXPECT_EQ(SafeArrayDestroy(numbers), S_OK);
+  EXPECT_EQ(balance.difference(), 0) << balance.report();
+}
+
+template <class Variable>
+void expect_changed(VARTYPE type) {
+  struct {
+    Variable variable{};
+    unsigned char beyond = 0x5A;
+  } client;
+  const Value replacement = with_type(type, 100);
+  make_probe().call(L"ChangeVariant", by_ref_of(type, &client.variable), replacement);
+  EXPECT_EQ(std::memcmp(&client.variable, &replacement.lVal, sizeof(Variable)), 0) << type;
+  EXPECT_EQ(client.beyond, 0x5A) << type;
+}
+
+TEST(ByReference, TypedVariablesOfEveryWidthAreChanged) {
+  expect_changed<BYTE>(VT_UI1);
+  expect_changed<short>(VT_I2);
+  expect_changed<long>(VT_I4);
+  expect_changed<float>(VT_R4);
+  expect_changed<double>(VT_R8);
+  expect_changed<CY>(VT_CY);
+  expect_changed<DATE>(VT_DATE);
+  expect_changed<LONGLONG>(VT_I8);
+}
+
+TEST(ByReference, DecimalVariableIsChanged) {
+  DECIMAL number{};
+  make_probe().call(L"ChangeVariant", by_ref_of(VT_DECIMAL, &number), with_type(VT_DECIMAL, 100));
+  double changed = 0;
+  EXPECT_EQ(VarR8FromDec(&number, &changed), S_OK);
+  EXPECT_EQ(changed, 100);
 }
 
 }  // namespace
