@@ -62,7 +62,9 @@ void dump_function(std::ostream& out, const TypeInfo& owner, const FunctionInfo&
   const FUNCDESC& description = function.description();
   out << "  " << description.memid << " " << text_of_kind(description.invkind) << " "
       << text_of_type(owner, description.elemdescFunc.tdesc) << " " << printable(function.name());
-  if (description.funckind == FUNC_PUREVIRTUAL) out << " vtable " << description.oVft;
+  if (description.funckind == FUNC_PUREVIRTUAL) {
+    out << " slot " << static_cast<std::size_t>(description.oVft) / sizeof(void*);
+  }
   if (description.wFuncFlags) out << " flags " << description.wFuncFlags;
   out << "\n";
   for (const ParameterInfo& parameter : function.parameters()) {
