@@ -40,6 +40,9 @@ set_source_files_properties(${PV_GENERATED_DIR}/probe_i.c PROPERTIES SKIP_PRECOM
 target_sources(abi_tests PRIVATE abi/probe.rc ${PV_GENERATED_DIR}/probe.h
   ${PV_GENERATED_DIR}/probe_i.c)
 
+set_source_files_properties(abi/addresses_test.cpp PROPERTIES COMPILE_DEFINITIONS
+  PV_PROCESSOR="${CMAKE_SYSTEM_PROCESSOR}")
+
 add_windows_tests(automation)
 add_windows_tests(dialogs)
 

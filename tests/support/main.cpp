@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/allocation_spy.h"
+#include "tests/support/high_addresses.h"
 #include "tests/support/module.h"
 #include "tests/support/program.h"
 
@@ -152,6 +153,7 @@ int run(int argc, char** argv) {
   options.assign(argv + 1, argv + argc);
   testing::UnitTest::GetInstance()->listeners().Append(new Progress);  // the framework owns it
 
+  use_high_addresses();
   const Module module;
   install_allocation_spy();
   const AllocationBalance balance;
