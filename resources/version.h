@@ -5,4 +5,8 @@
 #define PV_VERSION_MINOR 0
 #define PV_VERSION_REVISION 0
 #define PV_LIBRARY_NAME "pvItems32"
+#ifdef _WIN64
+#define PV_COMMENTS "pvItems32 release build, 64 bit"
+#else
 #define PV_COMMENTS "pvItems32 release build, 32 bit"
+#endif

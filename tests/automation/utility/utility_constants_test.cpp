@@ -122,6 +122,11 @@ TEST(LibraryVersion, HasThreeFieldsWithASeparatorBehindEach) {
   EXPECT_FALSE(record.ends_with(L"||")) << "the comments tell what build it is";
 }
 
+TEST(LibraryVersion, TellsTheBitsOfTheProcess) {
+  const std::wstring record = make_utility().get(L"pvItem32Version").text();
+  EXPECT_TRUE(record.ends_with(sizeof(void*) == 8 ? L" 64 bit|" : L" 32 bit|"));
+}
+
 TEST(ApplicationVersion, HasTwoDigitsForMinorAndRevision) {
   const struct {
     int major, minor, revision;
