@@ -10,18 +10,14 @@ thread_local const FloatingPointScope* innermost = nullptr;
 constexpr FloatingPointState default_state() {
   FloatingPointState state;
   state.mxcsr = 0x1F80;
-#ifdef __i386__
   state.x87_control = 0x027F;  // what a thread of the system begins with
-#endif
   return state;
 }
-
-#ifdef __i386__
 
 constexpr std::uint16_t kExceptions = 0x7F;          // with the stack fault
 constexpr std::uint16_t kFollowExceptions = 0x8080;  // summary and busy: the unit sets them itself
 
-// As FNSTENV stores it in 32-bit protected mode.
+// As FNSTENV stores it in 32-bit and 64-bit code.
 struct Environment {
   std::uint16_t control, reserved1;
   std::uint16_t status, reserved2;
@@ -41,26 +37,20 @@ void set_x87(std::uint16_t control, std::uint16_t exceptions) {
   asm volatile("fldenv %0" : : "m"(environment));
 }
 
-#endif
-
 }  // namespace
 
 FloatingPointState floating_point_state() noexcept {
   FloatingPointState state;
   state.mxcsr = _mm_getcsr();
-#ifdef __i386__
   std::uint16_t status;
   asm volatile("fnstcw %0" : "=m"(state.x87_control));
   asm volatile("fnstsw %0" : "=m"(status));
   state.x87_exceptions = status & kExceptions;
-#endif
   return state;
 }
 
 void set_floating_point_state(const FloatingPointState& state) noexcept {
-#ifdef __i386__
   set_x87(state.x87_control, state.x87_exceptions);
-#endif
   _mm_setcsr(state.mxcsr);
 }
 

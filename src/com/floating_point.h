@@ -8,13 +8,12 @@
 namespace pv {
 
 /// What a thread's floating-point unit is set to, and the exceptions that it remembers: MXCSR, and
-/// the words of the x87 unit where there is one to care for (on 64-bit systems nobody uses it).
+/// the words of the x87 unit, in which the run-time library computes some functions in 64 bits,
+/// too.
 struct FloatingPointState {
   std::uint32_t mxcsr = 0;
-#ifdef __i386__
   std::uint16_t x87_control = 0;
   std::uint16_t x87_exceptions = 0;
-#endif
 };
 
 FloatingPointState floating_point_state() noexcept;
@@ -25,13 +24,11 @@ void set_floating_point_state(const FloatingPointState& state) noexcept;
 inline bool is_default_floating_point() noexcept {
   constexpr std::uint32_t kMxcsrExceptions = 0x3F, kMxcsrDefault = 0x1F80;
   if ((_mm_getcsr() & ~kMxcsrExceptions) != kMxcsrDefault) return false;
-#ifdef __i386__
   // Exception masks, upper bit of the precision (53 or 64 bits), rounding.
   constexpr std::uint16_t kMeant = 0x0E3F, kDefault = 0x023F;
   std::uint16_t control;
   asm volatile("fnstcw %0" : "=m"(control));
   if ((control & kMeant) != kDefault) return false;
-#endif
   return true;
 }
 
