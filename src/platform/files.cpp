@@ -50,6 +50,9 @@ class File {
 
 namespace {
 
+// Both builds refuse the files that the 32-bit one could not hold.
+constexpr std::int64_t kMostBytes = INT32_MAX;
+
 // Unique among all who may save the same file at the same time: other processes, other threads, and
 // host objects that are asked for their content during a save.
 std::wstring name_beside(const std::wstring& name) {
@@ -106,8 +109,8 @@ std::optional<std::string> read_file(const std::wstring& name) {
   const File file(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
   LARGE_INTEGER size{};
   if (!file.is_open() || !GetFileSizeEx(file.handle(), &size)) return std::nullopt;
+  if (size.QuadPart > kMostBytes) return std::nullopt;
   std::string content;
-  if (static_cast<std::uint64_t>(size.QuadPart) > content.max_size()) return std::nullopt;
   content.resize(static_cast<std::size_t>(size.QuadPart));
   std::size_t done = 0;
   while (done < content.size()) {

@@ -15,7 +15,7 @@ bool is_file_name(const std::wstring& name);
 /// Not every platform refuses to write such a file, or to rename over it.
 bool is_read_only(const std::wstring& name);
 
-/// The whole file, or nothing when it cannot be opened or read.
+/// The whole file, or nothing when it cannot be opened or read, or has 2 GB or more.
 std::optional<std::string> read_file(const std::wstring& name);
 
 /// New content of a file. It is written beside the file, piece by piece, and renamed over it at the

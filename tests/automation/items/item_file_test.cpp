@@ -171,7 +171,7 @@ TEST_F(ItemFile, WithoutItemsKeepsTheOldItems) {
   EXPECT_EQ(items_.get(L"Changed"), true);
 }
 
-TEST_F(ItemFile, LargerThanTheMemoryKeepsTheOldItems) {
+TEST_F(ItemFile, OfManyGigabytesKeepsTheOldItems) {
   add_item(items_, L"old", 1);
   const std::wstring file = folder_.write(L"huge.itm", kTwoItems);
   const HANDLE handle =
