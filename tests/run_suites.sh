@@ -24,7 +24,7 @@ without_passed() {
 # run_suite <name> [tests]: a suite that ends badly without a failed case counts as one, and so does one
 # without any case.
 run_suite() {
-  local command log=$logs/$1.log status ok bad
+  local command log=$logs/$1.log status ok bad begun=$SECONDS
   load_suite "$@"
   rm -f "$logs/$1.sum"
   suite_command
@@ -34,7 +34,7 @@ run_suite() {
   bad=$(grep -a -E '^\[  FAILED  \] [^ ]+\..* \([0-9]+ ms\)' "$log" | sort -u | wc -l)
   if [ "$bad" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$ok" -eq 0 ]; }; then bad=1; fi
   echo "$ok $bad" >"$logs/$1.sum"
-  printf '%-28s %5d passed, %d failed\n' "$suite" "$ok" "$bad"
+  printf '%-28s %5d passed, %d failed %6d s\n' "$suite" "$ok" "$bad" $((SECONDS - begun))
   [ "$bad" -ne 0 ] || return 0
   echo "--- end of $log (exit status $status)"
   without_passed "$log" | tail -n 60

@@ -6,24 +6,37 @@
 #
 # The suites of a lane run one after another, in a Windows and on a display of their own; lanes run beside
 # each other. Forms need the focus, so their lane has no other suites.
-# A locale in the name is that of its Windows programs, which number and file texts depend on; "traps"
-# stands for a host whose floating-point unit traps.
+# In a name stand the locale of the Windows programs, which number and file texts depend on, "traps" for
+# a host whose floating-point unit traps, and at its end 64 for the bits of programs and Windows.
 suites='
-serial            serial  600  *           win32/serial_tests win32/read_write native/fluxor_simulator
-dialogs           forms  1800  *           win32/dialogs_tests
-dialogs-de_DE     forms   300  InputBox.*  win32/dialogs_tests
-dialogs-hu_HU     forms   300  InputBox.*  win32/dialogs_tests
-abi               calls   300  *           win32/abi_tests
-automation        calls   300  *           win32/automation_tests
-automation-de_DE  calls   300  *           win32/automation_tests
-automation-hu_HU  calls   300  *           win32/automation_tests
-automation-traps  calls   300  *           win32/automation_tests
-hostile           calls   300  *           win32/hostile_tests
-memory            calls   120  *           win32/memory_tests
-faults            calls   300  *           win32/faults_tests
-scripts           calls   300  *           win32/pvItems32
-unit              plain   300  *           native/unit_tests
-unit-clang        plain   300  *           native-clang/unit_tests
+serial               serial     600  *           win32/serial_tests win32/read_write native/fluxor_simulator
+serial-64            serial-64  600  *           win64/serial_tests win64/read_write native/fluxor_simulator
+dialogs              forms     1800  *           win32/dialogs_tests
+dialogs-de_DE        forms      300  InputBox.*  win32/dialogs_tests
+dialogs-hu_HU        forms      300  InputBox.*  win32/dialogs_tests
+dialogs-64           forms-64  1800  *           win64/dialogs_tests
+abi                  calls      300  *           win32/abi_tests
+automation           calls      300  *           win32/automation_tests
+automation-de_DE     calls      300  *           win32/automation_tests
+automation-hu_HU     calls      300  *           win32/automation_tests
+automation-traps     calls      300  *           win32/automation_tests
+hostile              calls      300  *           win32/hostile_tests
+memory               calls      120  *           win32/memory_tests
+faults               calls      300  *           win32/faults_tests
+scripts              calls      300  *           win32/pvItems32
+script_host          calls      300  *           win32/script_host_tests
+abi-64               calls-64   300  *           win64/abi_tests
+automation-64        calls-64   300  *           win64/automation_tests
+automation-de_DE-64  calls-64   300  *           win64/automation_tests
+automation-hu_HU-64  calls-64   300  *           win64/automation_tests
+automation-traps-64  calls-64   300  *           win64/automation_tests
+hostile-64           calls-64   300  *           win64/hostile_tests
+memory-64            calls-64   120  *           win64/memory_tests
+faults-64            calls-64   300  *           win64/faults_tests
+scripts-64           calls-64   300  *           win64/pvItems32
+script_host-64       calls-64   300  *           win64/script_host_tests
+unit                 plain      300  *           native/unit_tests
+unit-clang           plain      300  *           native-clang/unit_tests
 '
 
 # suite_names [lane]
@@ -39,7 +52,7 @@ load_suite() {
   fi
   tests=${2:-$tests}
   case $suite in
-    *-??_??) locale=${suite##*-}.UTF-8 ;;
+    *-??_??*) locale=$(sed -E 's/.*-(.._..).*/\1.UTF-8/' <<<"$suite") ;;
     *) locale=${PV_LOCALE:-C.UTF-8} ;;
   esac
 }
@@ -68,7 +81,7 @@ suite_command() {
     return
   fi
   windows=(OANOCACHE=1)
-  [ "$suite" != automation-traps ] || windows+=(PV_FLOATING_POINT=traps)
+  [[ $suite != *-traps* ]] || windows+=(PV_FLOATING_POINT=traps)
   if [ -e "$script" ]; then
     command=(env "${windows[@]}" "PV_WINEPREFIX=$WINEPREFIX" "PV_LOCALE=$locale"
       ${1:+"PV_DEBUGGER=winedbg --gdb"} "$script" "$tests" "${program%/*}")

@@ -8,8 +8,8 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build git gdb python3 imagemagick zip
   googletest clang libclang-rt-dev clang-format clang-tidy cppcheck gcovr
-  g++-mingw-w64-i686-posix mingw-w64-tools
-  wine wine32:i386 libwine:i386 xvfb socat
+  g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools
+  wine wine32:i386 libwine:i386 wine64 xvfb socat
   fonts-wine fonts-dejavu-core fonts-dejavu-extra
 )
 [ $# -eq 0 ] || packages=("$@")
