@@ -24,6 +24,7 @@ file(MAKE_DIRECTORY ${PV_GENERATED_DIR})
 # arguments are a command that completes the type library.
 function(compile_idl idl)
   get_filename_component(name ${idl} NAME_WE)
+  get_filename_component(folder ${idl} DIRECTORY)
   set(base ${PV_GENERATED_DIR}/${name})
   set(shim ${CMAKE_SOURCE_DIR}/typelib/shim)
   set(widl ${WIDL} -I${shim} -L${stdole_dir})
@@ -33,12 +34,13 @@ function(compile_idl idl)
   endif()
   add_custom_command(
     OUTPUT ${base}.tlb ${base}.h ${base}_i.c
-    COMMAND ${widl} -t -o ${base}.tlb ${idl}
+    COMMAND ${widl} -t -o ${base}.tlb ${name}.idl
     ${completion}
-    COMMAND ${widl} -h -o ${base}.h ${idl}
-    COMMAND ${widl} -u -o ${base}_i.c ${idl}
+    COMMAND ${widl} -h -o ${base}.h ${name}.idl
+    COMMAND ${widl} -u -o ${base}_i.c ${name}.idl
     DEPENDS ${idl} ${shim}/oaidl.idl ${shim}/ocidl.idl ${shim}/unknwn.idl
       ${CMAKE_SOURCE_DIR}/tools/typelib_help.py
+    WORKING_DIRECTORY ${folder}  # the compiler writes the name that it is given into its results
     COMMENT "Compiling ${name}.idl")
 endfunction()
 
