@@ -1,40 +1,54 @@
 #!/usr/bin/env bash
-# Packs what a host programmer needs: build/package/pvItems32-<version>.zip (.tar.gz without zip).
-# Needs the win32 build. Usage: tools/package.sh [build folder]
+# Packs what a host programmer needs: build/package/pvItems32-<version>.zip. Its folders x86 and x64 hold
+# what is made for one kind of processor: the library with its manifest and type library, the example
+# server and the example host. Needs the win32 and the win64 build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-build=${1:-build/win32}
 output=build/package
 version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 name=pvItems32-$version
 root=$output/$name
 
-rm -rf "$output"
-mkdir -p "$root/typelib"
-
-i686-w64-mingw32-strip -o "$root/pvItems32.dll" "$build/pvItems32.dll"
-cp "$build/pvItems32.manifest" "$root/"
-cp "$build/generated/pvItems32.tlb" "$build/generated/pvItems32.h" typelib/pvItems32.idl "$root/typelib/"
-cp README.md CHANGELOG.md "$root/"
-cp -r docs "$root/"
-git ls-files examples | while read -r file; do
-  mkdir -p "$root/$(dirname "$file")"
-  cp "$file" "$root/$file"
-done
-
 # Whoever has no Windows tools can still see that nothing but system libraries is needed.
-if i686-w64-mingw32-objdump -p "$root/pvItems32.dll" | grep -qE 'DLL Name: lib(gcc|stdc|winpthread)'; then
-  echo "package: the library depends on the compiler's run-time DLLs" >&2
-  exit 1
-fi
+needs_windows_alone() { # <processor> <program>
+  ! "$1-w64-mingw32-objdump" -p "$2" | grep -qE 'DLL Name: lib(gcc|stdc|winpthread)' ||
+    { echo "package: ${2##*/} depends on the compiler's run-time DLLs" >&2; return 1; }
+}
 
-cd "$output"
-if command -v zip >/dev/null; then
-  zip -q -r "$name.zip" "$name"
-  archive=$name.zip
-else
-  tar -czf "$name.tar.gz" "$name"
-  archive=$name.tar.gz
-fi
-echo "== $output/$archive: $(find "$name" -type f | wc -l) files"
+# pack_programs <folder> <build folder> <processor>
+pack_programs() {
+  local folder=$root/$1 build=$2 processor=$3 program
+  mkdir -p "$folder"
+  for program in pvItems32.dll fluxor_server.dll read_write.exe; do
+    "$processor-w64-mingw32-strip" -o "$folder/$program" "$build/$program"
+    needs_windows_alone "$processor" "$folder/$program"
+  done
+  cp "$build/pvItems32.manifest" "$build/generated/pvItems32.tlb" "$folder/"
+}
+
+# The header and the C file with the identifiers are the same for both kinds of processor.
+pack_contract() {
+  local file
+  mkdir -p "$root/typelib"
+  for file in pvItems32.h pvItems32_i.c; do
+    cmp build/win32/generated/"$file" build/win64/generated/"$file"
+    cp build/win32/generated/"$file" "$root/typelib/"
+  done
+  cp typelib/pvItems32.idl "$root/typelib/"
+}
+
+pack_sources() {
+  git ls-files README.md CHANGELOG.md 'docs/*.md' examples | while read -r file; do
+    mkdir -p "$root/$(dirname "$file")"
+    cp "$file" "$root/$file"
+  done
+}
+
+rm -rf "$output"
+pack_programs x86 build/win32 i686
+pack_programs x64 build/win64 x86_64
+pack_contract
+pack_sources
+(cd "$output" && zip -q -r -X "$name.zip" "$name")
+echo "== $output/$name.zip: $(find "$root" -type f | wc -l) files"
