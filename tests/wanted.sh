@@ -32,6 +32,6 @@ run_wanted() {
   run_test_program "$program" --gtest_filter="$part" "${@:3}"
 }
 
-# Cases that are no test of a program.
-say_passed() { echo "[       OK ] $1 (0 ms)"; }
-say_failed() { echo "[  FAILED  ] $1 (0 ms)"; failed=1; }
+# Cases that are no test of a program, with the milliseconds that they took.
+say_passed() { echo "[       OK ] $1 (${2:-0} ms)"; }
+say_failed() { echo "[  FAILED  ] $1 (${2:-0} ms)"; failed=1; }
