@@ -39,7 +39,7 @@ function(compile_idl idl)
     COMMAND ${widl} -h -o ${base}.h ${name}.idl
     COMMAND ${widl} -u -o ${base}_i.c ${name}.idl
     DEPENDS ${idl} ${shim}/oaidl.idl ${shim}/ocidl.idl ${shim}/unknwn.idl
-      ${CMAKE_SOURCE_DIR}/tools/typelib_help.py
+      ${CMAKE_SOURCE_DIR}/tools/typelib_help.py ${CMAKE_SOURCE_DIR}/tools/contract.py
     WORKING_DIRECTORY ${folder}  # the compiler writes the name that it is given into its results
     COMMENT "Compiling ${name}.idl")
 endfunction()

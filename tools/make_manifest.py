@@ -7,28 +7,18 @@ the interfaces, which other apartments reach through the platform's own automati
 """
 
 import argparse
-import re
 import sys
 from xml.sax.saxutils import quoteattr
 
-LIBRARY = "pvItems32"
+import contract
+
 INTERFACE_PROXY = "{00020424-0000-0000-C000-000000000046}"
 EVENTS_PROXY = "{00020420-0000-0000-C000-000000000046}"
 DISPATCH = "{00020400-0000-0000-C000-000000000046}"
 
-DECLARATION = re.compile(
-    r"\[([^\[\]]*\buuid\(([0-9A-Fa-f-]{36})\)[^\[\]]*)\]\s*"
-    r"(library|interface|dispinterface|coclass)\s+(\w+)"
-)
-COMMENT_OR_TEXT = re.compile(r'"(?:[^"\\]|\\.)*"|//[^\n]*|/\*.*?\*/', re.DOTALL)
 
-
-def declarations(idl):
-    """What the contract declares: (kind, name, identifier, attributes) in order."""
-    # Help texts may hold anything, even brackets.
-    bare = COMMENT_OR_TEXT.sub(lambda m: '""' if m[0].startswith('"') else " ", idl)
-    for attributes, uuid, kind, name in DECLARATION.findall(bare):
-        yield kind, name, "{" + uuid.upper() + "}", attributes
+def braced(declared):
+    return "{" + declared.uuid.upper() + "}"
 
 
 def element(tag, indent=2, has_content=False, /, **attributes):
@@ -36,37 +26,33 @@ def element(tag, indent=2, has_content=False, /, **attributes):
     return " " * indent + f"<{tag}{pairs}{'' if has_content else '/'}>"
 
 
-def manifest(idl, version, processor):
-    declared = list(declarations(idl))
-    libraries = [d for d in declared if d[0] == "library"]
-    if len(libraries) != 1 or libraries[0][1] != LIBRARY:
-        raise ValueError("the contract does not declare the library")
-    _, _, library_id, attributes = libraries[0]
-    library_version = re.search(r"version\(([\d.]+)\)", attributes)[1]
+def class_elements(known, library):
+    return [
+        element("comClass", 4, True, clsid=braced(known), threadingModel="Apartment",
+                progid=f"{library.name}.{known.name}", tlbid=braced(library)),
+        f"      <progid>{library.name}.{known.name}.1</progid>",
+        "    </comClass>",
+    ]
 
-    inside = [element("typelib", 4, tlbid=library_id, version=library_version, helpdir="")]
-    proxies = []
-    for kind, name, uuid, _ in declared:
-        if kind == "coclass":
-            inside += [
-                element("comClass", 4, True, clsid=uuid, threadingModel="Apartment",
-                        progid=f"{LIBRARY}.{name}", tlbid=library_id),
-                f"      <progid>{LIBRARY}.{name}.1</progid>",
-                "    </comClass>",
-            ]
-        elif kind != "library":
-            proxy = INTERFACE_PROXY if kind == "interface" else EVENTS_PROXY
-            proxies.append(
-                element("comInterfaceExternalProxyStub", name=name, iid=uuid, tlbid=library_id,
-                        baseInterface=DISPATCH, proxyStubClsid32=proxy)
-            )
-    identity = element("assemblyIdentity", type="win32", name=LIBRARY, version=version,
+
+def proxy_element(interface, library):
+    proxy = EVENTS_PROXY if interface.is_source else INTERFACE_PROXY
+    return element("comInterfaceExternalProxyStub", name=interface.name, iid=braced(interface),
+                   tlbid=braced(library), baseInterface=DISPATCH, proxyStubClsid32=proxy)
+
+
+def manifest(library, version, processor):
+    inside = [element("typelib", 4, tlbid=braced(library), version=library.version, helpdir="")]
+    for known in library.classes:
+        inside += class_elements(known, library)
+    proxies = [proxy_element(interface, library) for interface in library.interfaces]
+    identity = element("assemblyIdentity", type="win32", name=library.name, version=version,
                        processorArchitecture=processor)
     lines = [
         '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>',
         '<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0">',
         identity,
-        f'  <file name="{LIBRARY}.dll">',
+        f'  <file name="{library.name}.dll">',
         *inside,
         "  </file>",
         *proxies,
@@ -83,8 +69,7 @@ def main():
     parser.add_argument("--processor", default="x86", choices=("x86", "amd64"))
     options = parser.parse_args()
     try:
-        with open(options.idl, encoding="utf-8") as file:
-            text = manifest(file.read(), options.version, options.processor)
+        text = manifest(contract.read(options.idl), options.version, options.processor)
         with open(options.output, "w", encoding="utf-8", newline="\r\n") as file:
             file.write(text)
     except (OSError, ValueError) as error:

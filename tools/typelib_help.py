@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Gives the values of enumerations their help texts in a compiled type library.
 
-The IDL compiler of the build cannot store them. The texts stand in the contract as
-ENUM_VALUE(name, value, "text"); this program adds them to the library in place.
+The IDL compiler of the build cannot store them. This program adds those of the contract to the
+library in place.
 
 A type library (MSFT format) is a header, the offsets of the type descriptions, a directory of
 segments, the segments, and behind them one block per type with its members. All pointers into the
@@ -12,9 +12,10 @@ kinds of offset are moved along.
 """
 
 import argparse
-import re
 import struct
 import sys
+
+import contract
 
 HEADER_SIZE = 0x54
 HAS_HELP_DLL = 0x100  # in the header's flags: one more header field
@@ -28,20 +29,18 @@ KIND_ENUM = 0
 PLAIN_RECORD = 0x14
 RECORD_WITH_HELP = 0x1C
 
-ENUM_VALUE = re.compile(r'ENUM_VALUE\(\s*(\w+)\s*,[^,"]*,\s*"((?:[^"\\]|\\.)*)"\s*\)')
-
 
 def u32(data, offset):
     return struct.unpack_from("<I", data, offset)[0]
 
 
-def texts_in(idl):
+def texts_in(declared):
     """The help text of every enumeration value, by its name."""
     texts = {}
-    for name, text in ENUM_VALUE.findall(idl):
-        if name in texts:
-            raise ValueError(f"{name} is declared twice")
-        texts[name] = re.sub(r"\\(.)", r"\1", text)
+    for value in (value for known in declared.enumerations for value in known.values):
+        if value.name in texts:
+            raise ValueError(f"{value.name} is declared twice")
+        texts[value.name] = value.help
     return texts
 
 
@@ -178,8 +177,7 @@ def main():
     parser.add_argument("library", help="the compiled type library, changed in place")
     options = parser.parse_args()
     try:
-        with open(options.idl, encoding="utf-8") as file:
-            texts = texts_in(file.read())
+        texts = texts_in(contract.read(options.idl))
         with open(options.library, "rb") as file:
             data = file.read()
         changed = add_help(data, texts)
