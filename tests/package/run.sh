@@ -4,11 +4,10 @@
 # in a Windows of its own, in which the library is registered for the scripts alone.
 # Usage: tests/package/run.sh [tests, such as 'Package.C89.*:*.Bits64']
 set -uo pipefail
-PV_WINEPREFIX=$PWD/build/wine-package
+PV_WINEPREFIX=$PWD/build/wine-package PV_BITS=64
 . tools/wine_prefix.sh
 . tests/wanted.sh
 . tests/package/guide.sh
-export WINEARCH=win64
 
 tests=${1:-*}
 root=$PWD
@@ -138,8 +137,8 @@ ln -sfn "$PWD/examples/data" "$WINEPREFIX/drive_c/data"
 snippet c C >host.c
 snippet cpp C++ >host.cpp
 snippet pascal Pascal >host.pas
-snippet vb 'Quick start' >host.vbs
-snippet js JScript >host.js
+snippet vbscript 'Quick start' >host.vbs
+snippet jscript JScript >host.js
 
 run_lane 32 &
 lanes=$!
