@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Checks the form of all sources, the order of the rooms, the library with clang-tidy, everything with
-# cppcheck, and that the reference is current. Silent when all is well.
+# cppcheck, that the reference is current, and that every file has its licence. Silent when all is well.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
@@ -80,5 +80,6 @@ check "clang-tidy, core" tidy_core
 check "clang-tidy, the other rooms" tidy_windows
 check "cppcheck" analyse
 check "reference" docs/make_reference.py --check
+check "licences" reuse lint
 [ "$failed" -eq 0 ] && echo "== lint passed"
 exit "$failed"
