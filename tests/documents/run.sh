@@ -28,11 +28,16 @@ run_program() { # <code> <compiler and its options...>
     -o "$scratch/program.exe" "$1" -lole32 -loleaut32 -luuid && run_windows "$scratch/program.exe"
 }
 
+run_pascal() { # <code>
+  tools/fpc32.sh && build/fpc32/fpc -o"$scratch/program.exe" "$1" >&2 && run_windows "$scratch/program.exe"
+}
+
 run_code() { # <language> <code>
   case $1 in
     vbscript | jscript) run_script "$2" ;;
     c) run_program "$2" i686-w64-mingw32-gcc-posix ;;
     cpp) run_program "$2" i686-w64-mingw32-g++-posix -std=c++20 ;;
+    pascal) run_pascal "$2" ;;
     csharp) mcs -out:"$scratch/program.exe" -r:Microsoft.CSharp "$2" ;;
     python) python3 -c 'import sys; compile(open(sys.argv[1]).read(), sys.argv[1], "exec")' "$2" ;;
   esac
@@ -71,6 +76,7 @@ vbscript vbs
 jscript js
 c c
 cpp cpp
+pascal pas
 csharp cs
 python py
 LANGUAGES
