@@ -8,6 +8,10 @@ version=3.2.2
 sources=/usr/share/fpcsrc/$version
 messages=$(echo /usr/lib/*/fpc/$version/msg/errore.msg)
 folder=$PWD/build/fpc32
+# Two suites may want it at once.
+mkdir -p build
+exec {lock}>"$folder.lock"
+flock "$lock"
 [ ! -x "$folder/fpc" ] || exit 0
 
 rm -rf "$folder"

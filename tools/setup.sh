@@ -10,6 +10,7 @@ packages=(
   googletest clang libclang-rt-dev clang-format clang-tidy cppcheck gcovr
   g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools
   wine wine32:i386 libwine:i386 wine64 xvfb socat
+  fp-compiler-3.2.2 fp-utils-3.2.2 fp-units-rtl-3.2.2 fpc-source-3.2.2 mono-mcs reuse
   fonts-wine fonts-dejavu-core fonts-dejavu-extra
 )
 [ $# -eq 0 ] || packages=("$@")
