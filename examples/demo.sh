@@ -1,16 +1,19 @@
 #!/usr/bin/env bash
-# Shows hosts at work: one documents a transmitter type; another connects to a simulated transmitter on
+# Shows hosts at work: one documents a transmitter type, with 32 bits, with 64, and with 64 through the
+# 32-bit library in a surrogate process; another connects to a simulated transmitter on
 # COM1, reads and writes its items under access control and prints the audit file that resulted, in
 # English and in Hungarian.
 # Usage: examples/demo.sh [option of the simulated transmitter...], such as --drop 20
-# Needs the Windows build, and the library registered in a running Wine.
+# Needs both Windows builds, and the 32-bit library registered in a running Wine.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/wine_prefix.sh
 . examples/simulator/start.sh
 
-history=$(mktemp -d)
-trap 'forget_simulator; rm -rf "$history"' EXIT
+scratch=$(mktemp -d)
+history=$scratch/history
+mkdir "$history"
+trap 'forget_simulator; rm -rf "$scratch"' EXIT
 
 title() { printf '\n==== %s\n\n' "$*"; }
 
@@ -44,11 +47,51 @@ read_and_write() {
   stop_simulator
 }
 
+document() { host en_US CP437 document.vbs "$(windows_path examples/data)" 2.30 1; }
+
+# with_64_bits <command...>: in a Windows of 64 bits, whose script host has 64 bits, too.
+with_64_bits() (
+  PV_BITS=64
+  PV_WINEPREFIX=
+  . tools/wine_prefix.sh
+  trap stop_wine EXIT
+  start_wine
+  "$@"
+)
+
+document_with_64_bits() {
+  register build/win64/pvItems32.dll
+  document
+  run_wine regsvr32 /s /u "$(windows_path build/win64/pvItems32.dll)"
+}
+
+# The 32-bit tool of a 64-bit Windows registers the 32-bit library.
+document_through_surrogate() {
+  local tool=('C:\windows\syswow64\regsvr32.exe' /s) library
+  library=$(windows_path build/win32/pvItems32.dll)
+  run_wine "${tool[@]}" "$library"
+  run_wine "${tool[@]}" /n /i:surrogate "$library"
+  document
+  run_wine "${tool[@]}" /u "$library"
+}
+
+# same_document <host> <command...>
+same_document() {
+  "${@:2}" >"$scratch/other"
+  cmp "$scratch/document" "$scratch/other"
+  echo "$1: the same, $(wc -l <"$scratch/other") lines"
+}
+
 build_simulator
 register build/win32/fluxor_server.dll
 
 title "document.vbs: the parameters of a Fluxor (first lines)"
-host en_US CP437 document.vbs "$(windows_path examples/data)" 2.30 1 | sed -n '1,20p;$p'
+document >"$scratch/document"
+sed -n '1,20p;$p' "$scratch/document"
+echo
+echo "32-bit host: $(wc -l <"$scratch/document") lines"
+same_document "64-bit host" with_64_bits document_with_64_bits
+same_document "64-bit host, 32-bit library in a surrogate process" with_64_bits document_through_surrogate
 title "read_write.vbs: reading and writing a Fluxor on COM1"
 read_and_write en_US CP437 1 "$@"
 title "read_write.vbs: the same in Hungarian"
