@@ -1,5 +1,7 @@
 #include "com/registration.h"
 
+#include <algorithm>
+#include <cwchar>
 #include <string>
 
 #include "com/automation.h"
@@ -30,30 +32,41 @@ std::wstring text_of_guid(REFGUID guid) {
   return text;
 }
 
-struct Library {
+struct TypeLibrary {
   GUID guid;
   WORD major, minor;
   LCID locale;
   SYSKIND system;
 };
 
-Library identity_of(ITypeLib* library) {
+TypeLibrary identity_of(ITypeLib* library) {
   TLIBATTR* attributes = nullptr;
   check(library->GetLibAttr(&attributes));
-  const Library identity{attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum,
-                         attributes->lcid, attributes->syskind};
+  const TypeLibrary identity{attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum,
+                             attributes->lcid, attributes->syskind};
   library->ReleaseTLibAttr(attributes);
   return identity;
 }
 
+std::wstring version_of(const TypeLibrary& library) {
+  return std::to_wstring(library.major) + L"." + std::to_wstring(library.minor);
+}
+
+// 64-bit Windows keeps what concerns programs of 32 and of 64 bits in two views of the registry.
+enum class View : REGSAM {
+  kOwn = 0,
+  kOther = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY,
+};
+
 class Registry {
  public:
-  explicit Registry(Registration scope) : root_(root_of(scope)) {}
+  explicit Registry(Registration scope, View view = View::kOwn)
+      : root_(root_of(scope)), view_(static_cast<REGSAM>(view)) {}
 
   void write(const std::wstring& key, const wchar_t* name, const std::wstring& text) const {
     HKEY opened = nullptr;
-    check_registry(RegCreateKeyExW(root_, (kClasses + key).c_str(), 0, nullptr, 0, KEY_WRITE,
-                                   nullptr, &opened, nullptr));
+    check_registry(RegCreateKeyExW(root_, (kClasses + key).c_str(), 0, nullptr, 0,
+                                   KEY_WRITE | view_, nullptr, &opened, nullptr));
     const DWORD bytes = (text.size() + 1) * sizeof(wchar_t);
     const LSTATUS written =
         RegSetValueExW(opened, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()), bytes);
@@ -61,13 +74,34 @@ class Registry {
     check_registry(written);
   }
 
+  bool has(const std::wstring& key) const {
+    HKEY opened = nullptr;
+    if (!open(key, KEY_READ, opened)) return false;
+    RegCloseKey(opened);
+    return true;
+  }
+
   void erase(const std::wstring& key) const {
-    const LSTATUS erased = RegDeleteTreeW(root_, (kClasses + key).c_str());
-    if (erased != ERROR_FILE_NOT_FOUND) check_registry(erased);
+    HKEY opened = nullptr;
+    if (!open(key, KEY_READ | KEY_SET_VALUE | DELETE, opened)) return;
+    const LSTATUS emptied = RegDeleteTreeW(opened, nullptr);
+    RegCloseKey(opened);
+    check_registry(emptied);
+    check_registry(RegDeleteKeyExW(root_, (kClasses + key).c_str(), view_, 0));
   }
 
  private:
+  /// False for a key that there is not.
+  bool open(const std::wstring& key, REGSAM access, HKEY& opened) const {
+    const LSTATUS status =
+        RegOpenKeyExW(root_, (kClasses + key).c_str(), 0, access | view_, &opened);
+    if (status == ERROR_FILE_NOT_FOUND) return false;
+    check_registry(status);
+    return true;
+  }
+
   HKEY root_;
+  REGSAM view_;
 };
 
 struct Names {
@@ -79,7 +113,7 @@ struct Names {
   std::wstring general, versioned, clsid, key;
 };
 
-void write_class(const Registry& registry, const ClassEntry& entry, const std::wstring& library) {
+void write_class(const Registry& registry, const ClassEntry& entry, const TypeLibrary& types) {
   const Names names(entry);
   registry.write(names.general, nullptr, names.general);
   registry.write(names.general + L"\\CLSID", nullptr, names.clsid);
@@ -91,15 +125,35 @@ void write_class(const Registry& registry, const ClassEntry& entry, const std::w
   registry.write(names.key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
   registry.write(names.key + L"\\ProgID", nullptr, names.versioned);
   registry.write(names.key + L"\\VersionIndependentProgID", nullptr, names.general);
-  registry.write(names.key + L"\\TypeLib", nullptr, library);
+  registry.write(names.key + L"\\TypeLib", nullptr, text_of_guid(types.guid));
+  registry.write(names.key + L"\\Version", nullptr, version_of(types));
   registry.write(names.key + L"\\Programmable", nullptr, L"");
 }
 
-void erase_class(const Registry& registry, const ClassEntry& entry) {
-  const Names names(entry);
-  registry.erase(names.general);
-  registry.erase(names.versioned);
-  registry.erase(names.key);
+void erase_classes(const Registry& registry) {
+  for (const ClassEntry& entry : library().classes) registry.erase(Names(entry).key);
+}
+
+void erase_names(const Registry& registry) {
+  for (const ClassEntry& entry : library().classes) {
+    const Names names(entry);
+    registry.erase(names.general);
+    registry.erase(names.versioned);
+  }
+}
+
+bool has_server(const Registry& registry) {
+  return std::any_of(library().classes.begin(), library().classes.end(), [&](const auto& entry) {
+    return registry.has(Names(entry).key + L"\\InprocServer32");
+  });
+}
+
+// The type library's entry for programs of our own number of bits.
+std::wstring platform_key(const TypeLibrary& types) {
+  wchar_t locale[9];
+  std::swprintf(locale, ARRAYSIZE(locale), L"%lx", types.locale);
+  return L"TypeLib\\" + text_of_guid(types.guid) + L"\\" + version_of(types) + L"\\" + locale +
+         (types.system == SYS_WIN64 ? L"\\win64" : L"\\win32");
 }
 
 void register_library(ITypeLib* library, Registration scope) {
@@ -109,7 +163,7 @@ void register_library(ITypeLib* library, Registration scope) {
                                      : RegisterTypeLib(library, full_path, nullptr));
 }
 
-void unregister_library(const Library& id, Registration scope) {
+void unregister_library(const TypeLibrary& id, Registration scope) {
   const HRESULT result =
       scope == Registration::kUser
           ? UnRegisterTypeLibForUser(id.guid, id.major, id.minor, id.locale, id.system)
@@ -124,15 +178,28 @@ HRESULT register_classes(Registration scope) noexcept {
   return guarded(library().name, "register", [&] {
     const Ref<ITypeLib> types = own_type_library();
     register_library(types.get(), scope);
-    const std::wstring guid = text_of_guid(identity_of(types.get()).guid);
-    for (const ClassEntry& entry : library().classes) write_class(Registry(scope), entry, guid);
+    const TypeLibrary identity = identity_of(types.get());
+    for (const ClassEntry& entry : library().classes) {
+      write_class(Registry(scope), entry, identity);
+    }
   });
 }
 
+// The twin with the other number of bits has the same names, interfaces and type library. Which of
+// these keys both views share depends on the system, so they all stay until its classes are gone,
+// and are then erased from both views.
 HRESULT unregister_classes(Registration scope) noexcept {
   return guarded(library().name, "unregister", [&] {
-    for (const ClassEntry& entry : library().classes) erase_class(Registry(scope), entry);
-    unregister_library(identity_of(own_type_library().get()), scope);
+    const TypeLibrary types = identity_of(own_type_library().get());
+    const Registry own(scope), other(scope, View::kOther);
+    erase_classes(own);
+    if (has_server(other)) {
+      own.erase(platform_key(types));
+      return;
+    }
+    erase_names(own);
+    erase_names(other);
+    unregister_library(types, scope);
   });
 }
 

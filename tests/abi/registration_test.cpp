@@ -115,8 +115,8 @@ TEST_F(Registration, WritesWhatClientsLookFor) {
          {key + L"\\InprocServer32|=" + module_.path(),
           key + L"\\InprocServer32|ThreadingModel=Apartment",
           key + L"\\ProgID|=" + entry.prog_id() + L".1",
-          key + L"\\VersionIndependentProgID|=" + entry.prog_id(), key + L"\\Programmable",
-          L"\\" + entry.prog_id() + L"\\CLSID|=" + clsid,
+          key + L"\\VersionIndependentProgID|=" + entry.prog_id(), key + L"\\Version|=1.0",
+          key + L"\\Programmable", L"\\" + entry.prog_id() + L"\\CLSID|=" + clsid,
           L"\\" + entry.prog_id() + L".1\\CLSID|=" + clsid,
           L"\\" + entry.prog_id() + L"\\CurVer|=" + entry.prog_id() + L".1"}) {
       EXPECT_TRUE(entries.contains(expected)) << printable(expected);
