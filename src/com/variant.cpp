@@ -1,5 +1,7 @@
 #include "com/variant.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <new>
 
@@ -9,8 +11,10 @@
 
 namespace pv {
 
+// The platform refuses the greatest length itself.
 Bstr::Bstr(std::wstring_view text)
-    : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
+    : text_(SysAllocStringLen(text.data(),
+                              static_cast<UINT>(std::min<std::size_t>(text.size(), UINT_MAX)))) {
   if (!text_) throw std::bad_alloc();
 }
 

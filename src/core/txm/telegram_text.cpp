@@ -3,6 +3,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <new>
 
 #include "core/errors/automation_error.h"
 #include "core/text/number_text.h"
@@ -98,6 +99,9 @@ std::wstring padded(std::wstring_view data, long length, std::wstring_view fille
     throw automation_error(ErrorCode::kInvalidCall, L"length " + format_integer(length));
   const auto wanted = static_cast<std::size_t>(length);
   const std::size_t missing = wanted > data.size() ? wanted - data.size() : 0;
+  // Automation counts the bytes of a text in 31 bits, whatever memory a 64-bit program can have.
+  constexpr std::size_t kMostCharacters = 0x3FFFFFFF;
+  if (!filler.empty() && missing > kMostCharacters) throw std::bad_alloc();
   std::wstring fill;
   // As if the filler were added once for each missing character: what is too much is cut off.
   while (!filler.empty() && fill.size() < missing) fill += filler;

@@ -26,7 +26,8 @@ double hex_to_single(std::wstring_view digits);
 /// Cuts the first `count` characters off `data` and returns them.
 std::wstring take_chunk(std::wstring& data, int count);
 
-/// `data` brought to a length: filled or cut at its end, or with `before` at its start.
+/// `data` brought to a length: filled or cut at its end, or with `before` at its start. Throws
+/// std::bad_alloc for what is longer than a text of automation can be.
 std::wstring padded(std::wstring_view data, long length, std::wstring_view filler, bool before);
 
 /// "[CR]" for a carriage return, "[NULL]" for no character; other characters as they are.

@@ -95,6 +95,7 @@ TEST_F(Codec, PadsAtEitherSide) {
   EXPECT_EQ(codec.call(L"Pad", L"abcd", 2, L"0", true), L"cd");
   EXPECT_EQ(codec.try_call(L"Pad", L"a", -1).number(), 5);
   EXPECT_EQ(codec.try_call(L"Pad", L"a", L"x").number(), 13);
+  EXPECT_EQ(codec.try_call(L"Pad", L"a", 2'000'000'000, L"x").number(), 7);
 }
 
 TEST_F(Codec, CharactersAndTheirNames) {

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <new>
 #include <random>
 
 #include "core/errors/automation_error.h"
@@ -243,6 +244,11 @@ TEST(Padded, CutsLongDataAtTheEndOrAtTheStart) {
   EXPECT_EQ(padded(L"abcdef", 3, L" ", true), L"def");
   EXPECT_EQ(padded(L"abc", 0, L" ", false), L"");
   EXPECT_EQ(padded(L"abc", 0, L" ", true), L"");
+}
+
+TEST(Padded, DoesNotFillMoreThanATextCanHold) {
+  EXPECT_THROW(padded(L"abc", 2'000'000'000, L"x", false), std::bad_alloc);
+  EXPECT_EQ(padded(L"abc", 2'000'000'000, L"", false), L"abc");
 }
 
 TEST(Padded, LeavesDataOfTheLengthAlone) {
