@@ -55,6 +55,17 @@ target_link_libraries(help_viewer PRIVATE pv_options)
 target_link_options(help_viewer PRIVATE -static -Wl,--kill-at)
 add_dependencies(dialogs_tests help_viewer)
 
+# Hosts whose threads are free-threaded, and a class of somebody else.
+add_windows_tests(apartments)
+target_sources(apartments_tests PRIVATE abi/sweep.cpp automation/txm/txm_support.cpp)
+add_library(apartments_stranger MODULE apartments/helper/stranger.cpp
+  apartments/helper/stranger.def)
+set_target_properties(apartments_stranger PROPERTIES PREFIX ""
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+target_link_libraries(apartments_stranger PRIVATE pv_options uuid)
+target_link_options(apartments_stranger PRIVATE -static -Wl,--kill-at -Wl,--enable-stdcall-fixup)
+add_dependencies(apartments_tests apartments_stranger)
+
 # A call that is measured stays a call, though the program could know where it leads.
 add_windows_program(bench)
 target_link_libraries(bench_tests PRIVATE pv_options)

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <set>
 
+#include "tests/support/activation.h"
 #include "tests/support/module.h"
 #include "tests/support/object.h"
 #include "tests/support/type_library.h"
@@ -160,28 +161,6 @@ TEST_F(Registration, OfTheTypeLibraryLeadsToTheModule) {
             S_OK);
   module_.type_library()->ReleaseTLibAttr(attributes);
 }
-
-/// Classes are looked up in a manifest while this lives.
-class Activation {
- public:
-  explicit Activation(const std::wstring& manifest) {
-    ACTCTXW context{};
-    context.cbSize = sizeof context;
-    context.lpSource = manifest.c_str();
-    handle_ = CreateActCtxW(&context);
-    active_ = handle_ != INVALID_HANDLE_VALUE && ActivateActCtx(handle_, &cookie_);
-  }
-  ~Activation() {
-    if (active_) DeactivateActCtx(0, cookie_);
-    if (handle_ != INVALID_HANDLE_VALUE) ReleaseActCtx(handle_);
-  }
-  bool is_active() const { return active_; }
-
- private:
-  HANDLE handle_ = INVALID_HANDLE_VALUE;
-  ULONG_PTR cookie_ = 0;
-  bool active_ = false;
-};
 
 TEST_F(Registration, IsNotNeededWithTheManifest) {
   ASSERT_EQ(module_.unregister_server(), S_OK);

@@ -6,6 +6,9 @@
 
 namespace pv::bench {
 
+inline constexpr IID kDictionary{
+    0x42C642C1, 0x97E1, 0x11CF, {0x97, 0x8F, 0x00, 0xA0, 0x24, 0x63, 0xE0, 0x6F}};
+
 /// The first members of the platform's dictionary, as its type library has them.
 struct IScriptDictionary : IDispatch {
   virtual HRESULT STDMETHODCALLTYPE putref_Item(VARIANT* key, VARIANT* item) = 0;
@@ -18,8 +21,6 @@ struct IScriptDictionary : IDispatch {
 class Dictionary {
  public:
   Dictionary() {
-    constexpr IID kDictionary{
-        0x42C642C1, 0x97E1, 0x11CF, {0x97, 0x8F, 0x00, 0xA0, 0x24, 0x63, 0xE0, 0x6F}};
     CLSID clsid{};
     check(CLSIDFromProgID(L"Scripting.Dictionary", &clsid));
     check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, kDictionary,

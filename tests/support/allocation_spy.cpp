@@ -90,6 +90,10 @@ class Spy final : public IMallocSpy {
     const std::lock_guard lock(mutex_);
     return next_serial_;
   }
+  void forget_since(std::size_t serial) {
+    const std::lock_guard lock(mutex_);
+    std::erase_if(blocks_, [&](const auto& block) { return block.second.serial >= serial; });
+  }
   std::string report_since(std::size_t serial) {
     const std::lock_guard lock(mutex_);
     std::ostringstream text;
@@ -149,6 +153,9 @@ AllocationBalance::AllocationBalance() : before_(spy().living()), first_new_(spy
 long AllocationBalance::difference() const {
   return static_cast<long>(spy().living()) - static_cast<long>(before_);
 }
+
+LostByThePlatform::LostByThePlatform() : first_new_(spy().next_serial()) {}
+LostByThePlatform::~LostByThePlatform() { spy().forget_since(first_new_); }
 
 std::string AllocationBalance::report() const { return spy().report_since(first_new_); }
 

@@ -36,4 +36,17 @@ class AllocationBalance {
   std::size_t first_new_;
 };
 
+/// Forgets the blocks that are allocated while it lives and are left at its end: those that the
+/// platform loses by itself.
+class LostByThePlatform {
+ public:
+  LostByThePlatform();
+  ~LostByThePlatform();
+  LostByThePlatform(const LostByThePlatform&) = delete;
+  LostByThePlatform& operator=(const LostByThePlatform&) = delete;
+
+ private:
+  std::size_t first_new_;
+};
+
 }  // namespace pv::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <type_traits>
 
 #include "com/automation.h"
@@ -7,7 +8,7 @@
 namespace pv::test {
 
 /// IUnknown for the objects of the tests: answers to its interface and deletes itself with the last
-/// reference. For use in one thread.
+/// reference, on whatever thread that is released.
 template <class Interface>
 class Counted : public Interface {
  public:
@@ -34,7 +35,7 @@ class Counted : public Interface {
 
  private:
   const IID iid_;
-  ULONG references_ = 0;
+  std::atomic<ULONG> references_ = 0;
 };
 
 }  // namespace pv::test

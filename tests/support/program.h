@@ -8,4 +8,7 @@ namespace pv::test {
 /// The value behind an option of the test program, such as "--write-golden <path>".
 std::optional<std::string> option(const std::string& name);
 
+/// The platform keeps the library for good: it need not be free to be unloaded at the end.
+void library_stays_loaded();
+
 }  // namespace pv::test

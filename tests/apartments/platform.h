@@ -1,0 +1,10 @@
+#pragma once
+
+namespace pv::test {
+
+/// The platform of this run forgets to release the class objects through which it creates objects
+/// for free threads. The library is never free to be unloaded then, and the program does not ask
+/// for it.
+bool platform_keeps_class_objects();
+
+}  // namespace pv::test

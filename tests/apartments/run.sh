@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Runs the tests of free-threaded hosts, a part in each process: this platform hangs when a process has
+# had more than some sixty apartments. Needs a running Wine with the library registered.
+# Usage: tests/apartments/run.sh [tests, as a filter of Google Test [Windows build folder]]
+set -uo pipefail
+. tools/wine_prefix.sh
+. tests/wanted.sh
+
+tests=${1:-*}
+windows=${2:-build/win32}
+failed=0
+
+export GTEST_TOTAL_SHARDS=8 GTEST_SHARD_INDEX
+for ((GTEST_SHARD_INDEX = 0; GTEST_SHARD_INDEX < GTEST_TOTAL_SHARDS; GTEST_SHARD_INDEX++)); do
+  run_test_program "$windows/apartments_tests.exe" "--gtest_filter=$tests" || failed=1
+done
+unset GTEST_TOTAL_SHARDS GTEST_SHARD_INDEX
+
+name=PlatformLimit.AProcessHasFewApartments
+if wanted "$name" "$tests"; then
+  if run_wine "$windows/apartments_tests.exe" --limit 6 --gtest_also_run_disabled_tests \
+    --gtest_filter=PlatformLimit.DISABLED_AProcessHasManyApartments >/dev/null 2>&1; then
+    say_failed "$name"
+  else
+    say_passed "$name"
+  fi
+fi
+exit "$failed"
