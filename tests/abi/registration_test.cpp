@@ -146,7 +146,73 @@ TEST_F(Registration, InstallWithoutAUserIsThatOfTheMachine) {
   EXPECT_LT(classes_in(HKEY_LOCAL_MACHINE).size(), registered.size());
 }
 
+constexpr wchar_t kAppId[] = L"{37D5D503-E0CD-46FB-BB20-CEA6915A50A9}";
+
+// The entries that there are with a surrogate, and only then.
+Entries of_the_surrogate(ITypeLib* library) {
+  const std::wstring application = std::wstring(L"\\AppID\\") + kAppId;
+  Entries entries = {application, application + L"|=pvItems32", application + L"|DllSurrogate="};
+  for (const ClassInfo& entry : classes_of(library)) {
+    entries.insert(L"\\CLSID\\" + text_of_guid(entry.clsid) + L"|AppID=" + kAppId);
+  }
+  return entries;
+}
+
+TEST_F(Registration, OfTheSurrogateAddsTheApplicationAndNothingElse) {
+  ASSERT_EQ(module_.register_server(), S_OK);
+  const Entries before = classes_in(HKEY_LOCAL_MACHINE);
+  Entries expected = of_the_surrogate(module_.type_library().get());
+  expected.insert(before.begin(), before.end());
+  for (int times = 0; times < 2; ++times) {
+    EXPECT_EQ(module_.install(true, L"surrogate"), S_OK);
+    EXPECT_EQ(listed(classes_in(HKEY_LOCAL_MACHINE), expected), "");
+    EXPECT_EQ(listed(expected, classes_in(HKEY_LOCAL_MACHINE)), "");
+  }
+  for (int times = 0; times < 2; ++times) {
+    EXPECT_EQ(module_.install(false, L"surrogate"), S_OK);
+    EXPECT_EQ(listed(classes_in(HKEY_LOCAL_MACHINE), before), "");
+    EXPECT_EQ(listed(before, classes_in(HKEY_LOCAL_MACHINE)), "");
+  }
+}
+
+TEST_F(Registration, OfTheSurrogateForTheUserLeavesTheMachineAlone) {
+  ASSERT_EQ(module_.register_server(), S_OK);
+  const Entries machine = classes_in(HKEY_LOCAL_MACHINE);
+  ASSERT_EQ(module_.install(true, L"user"), S_OK);
+  const Entries before = classes_in(HKEY_CURRENT_USER);
+  Entries expected = of_the_surrogate(module_.type_library().get());
+  expected.insert(before.begin(), before.end());
+  expected.insert(L"\\AppID");
+  EXPECT_EQ(module_.install(true, L"user,surrogate"), S_OK);
+  EXPECT_EQ(listed(classes_in(HKEY_CURRENT_USER), expected), "");
+  EXPECT_EQ(listed(expected, classes_in(HKEY_CURRENT_USER)), "");
+  EXPECT_EQ(module_.install(false, L"user,surrogate"), S_OK);
+  EXPECT_EQ(listed(classes_in(HKEY_CURRENT_USER), expected), "");
+  EXPECT_FALSE(classes_in(HKEY_CURRENT_USER).contains(std::wstring(L"\\AppID\\") + kAppId));
+  EXPECT_EQ(classes_in(HKEY_LOCAL_MACHINE), machine);
+  EXPECT_EQ(module_.install(false, L"user"), S_OK);
+}
+
+TEST_F(Registration, OfTheSurrogateNeedsTheClasses) {
+  ASSERT_EQ(module_.unregister_server(), S_OK);
+  const Entries before = classes_in(HKEY_LOCAL_MACHINE);
+  EXPECT_EQ(module_.install(true, L"surrogate"), REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(classes_in(HKEY_LOCAL_MACHINE), before);
+  EXPECT_EQ(module_.install(false, L"surrogate"), S_OK) << "what is not there is no failure";
+  EXPECT_EQ(classes_in(HKEY_LOCAL_MACHINE), before);
+}
+
+TEST_F(Registration, OfTheSurrogateGoesWithTheClasses) {
+  ASSERT_EQ(module_.unregister_server(), S_OK);
+  const Entries before = classes_in(HKEY_LOCAL_MACHINE);
+  ASSERT_EQ(module_.register_server(), S_OK);
+  ASSERT_EQ(module_.install(true, L"surrogate"), S_OK);
+  ASSERT_EQ(module_.unregister_server(), S_OK);
+  EXPECT_EQ(listed(classes_in(HKEY_LOCAL_MACHINE), before), "");
+}
+
 TEST_F(Registration, InstallRefusesWhatItDoesNotKnow) {
+  EXPECT_EQ(module_.install(true, L"surrogate,user"), E_INVALIDARG);
   EXPECT_EQ(module_.install(true, L"everybody"), E_INVALIDARG);
   EXPECT_EQ(module_.install(false, L"everybody"), E_INVALIDARG);
 }
