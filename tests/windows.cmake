@@ -66,6 +66,10 @@ target_link_libraries(apartments_stranger PRIVATE pv_options uuid)
 target_link_options(apartments_stranger PRIVATE -static -Wl,--kill-at -Wl,--enable-stdcall-fixup)
 add_dependencies(apartments_tests apartments_stranger)
 
+# A host that reaches the library in another process.
+add_windows_tests(surrogate)
+target_sources(surrogate_tests PRIVATE automation/txm/txm_support.cpp)
+
 # A call that is measured stays a call, though the program could know where it leads.
 add_windows_program(bench)
 target_link_libraries(bench_tests PRIVATE pv_options)
