@@ -25,6 +25,7 @@ memory               calls      120  *           win32/memory_tests
 faults               calls      300  *           win32/faults_tests
 scripts              calls      300  *           win32/pvItems32
 script_host          calls      300  *           win32/script_host_tests
+apartments           calls      300  *           win32/apartments_tests
 documents            calls      300  *           win32/pvItems32
 abi-64               calls-64   300  *           win64/abi_tests
 automation-64        calls-64   300  *           win64/automation_tests
@@ -36,7 +37,9 @@ memory-64            calls-64   120  *           win64/memory_tests
 faults-64            calls-64   300  *           win64/faults_tests
 scripts-64           calls-64   300  *           win64/pvItems32
 script_host-64       calls-64   300  *           win64/script_host_tests
-package              package    300  *           win32/pvItems32 win32/read_write win32/fluxor_server win64/pvItems32 win64/read_write win64/fluxor_server
+apartments-64        calls-64   300  *           win64/apartments_tests
+surrogate            own        300  *           win64/surrogate_tests win32/pvItems32
+package              own        300  *           win64/pvItems32 win64/read_write win64/fluxor_server win32/pvItems32 win32/read_write win32/fluxor_server
 unit                 plain      300  *           native/unit_tests
 unit-clang           plain      300  *           native-clang/unit_tests
 '
@@ -62,10 +65,10 @@ load_suite() {
 is_native() { [[ $targets == native* ]]; }
 
 # start_lane <name>: starts the lane's Windows, of 64 bits when its name ends so; the library is
-# registered there. The package is tested in a Windows without it, which the suite makes itself.
+# registered there. The suites of the lane "own" make a Windows of their own, which begins without it.
 start_lane() {
   case $1 in
-    plain | package) return ;;
+    plain | own) return ;;
   esac
   export PV_WINEPREFIX=$PWD/build/wine-$1 PV_BITS=32
   [[ $1 != *-64 ]] || PV_BITS=64

@@ -1,20 +1,15 @@
 #!/usr/bin/env bash
-# Runs hosts that reach the 32-bit library through the platform's surrogate process, in a Windows of 64
-# bits of their own: hosts of 64 bits, and of 32 bits where the 64-bit build is not there.
-# Usage: tests/surrogate/run.sh [tests, as a filter of Google Test [Windows build folder]]
+# Runs hosts of 64 bits that reach the 32-bit library through the platform's surrogate process, in a
+# Windows of their own.
+# Usage: tests/surrogate/run.sh [tests, as a filter of Google Test [build folder of the hosts]]
 set -uo pipefail
-export PV_WINEPREFIX=$PWD/build/wine-surrogate
+PV_WINEPREFIX=$PWD/build/wine-surrogate PV_BITS=64
 . tools/wine_prefix.sh
 . tests/wanted.sh
-export WINEARCH=win64
 tests=${1:-*}
-windows=${2:-build/win32}
-loader=/usr/lib/wine/wine64
-dll=$(windows_path "$windows/pvItems32.dll")
+windows=${2:-build/win64}
+dll=$(windows_path build/win32/pvItems32.dll)
 failed=0
-
-# This loader alone starts programs of either kind under their names.
-run_wine() { env LC_ALL="$PV_LOCALE" "$loader" "$@" </dev/null; }
 
 regsvr32() { run_wine 'C:\windows\syswow64\regsvr32.exe' /s "$@" "$dll"; }
 
@@ -59,14 +54,11 @@ run_case() { # <name> <command...>
   if "${@:2}"; then say_passed "$1"; else say_failed "$1"; fi
 }
 
-[ -x "$loader" ] || { echo "there is no $loader"; say_failed Surrogate.HasA64BitWindows; exit 1; }
 trap stop_wine EXIT
 start_wine && regsvr32 || { say_failed Surrogate.IsRegistered; exit 1; }
 run_case SurrogateRegistration.ChangesNothingWhenUndone changes_nothing_when_undone
 regsvr32 /n /i:surrogate || { say_failed Surrogate.IsRegistered; exit 1; }
 run_case SurrogateVbs.ReachesItsEnd run_script tests/surrogate/document.vbs
 run_case SurrogateVbs.ServerOfTheScript run_server_of_a_script
-client=build/win64/surrogate_tests.exe
-[ -e "$client" ] || client=$windows/surrogate_tests.exe
-run_wanted '*' "$client" || failed=1
+run_wanted '*' "$windows/surrogate_tests.exe" || failed=1
 exit "$failed"
