@@ -7,7 +7,7 @@ target_compile_options(pv_test_options INTERFACE -O1)
 
 # What they share: late-bound clients, fakes of host objects, views of the type library, the main
 # function, and the headers that nearly every file starts with, compiled once for all.
-file(GLOB sources CONFIGURE_DEPENDS support/*.cpp)
+file(GLOB_RECURSE sources CONFIGURE_DEPENDS support/*.cpp)
 add_library(test_support STATIC EXCLUDE_FROM_ALL ${sources})
 target_link_libraries(test_support PRIVATE pv_test_options PUBLIC pv_host pv_contract gtest)
 set_source_files_properties(support/source_tree.cpp PROPERTIES COMPILE_DEFINITIONS

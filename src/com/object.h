@@ -23,8 +23,8 @@
 
 #include "com/automation.h"
 #include "com/boundary.h"
+#include "com/dispatch/invoke.h"
 #include "com/floating_point.h"
-#include "com/invoke.h"
 #include "com/module.h"
 #include "com/result.h"
 #include "com/simple_object.h"

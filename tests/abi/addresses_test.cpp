@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "tests/abi/probe_object.h"
-#include "tests/support/high_addresses.h"
+#include "tests/support/memory/high_addresses.h"
 #include "tests/support/module.h"
 #include "tests/support/sample_values.h"
 

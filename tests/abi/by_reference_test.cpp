@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "tests/abi/probe_object.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/sample_values.h"
 
 namespace pv::test {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/abi/probe_object.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 
 namespace pv::test {
 namespace {

@@ -8,9 +8,9 @@
 
 #include "com/boundary.h"
 #include "com/floating_point.h"
-#include "tests/support/allocation_spy.h"
 #include "tests/support/dispatch_object.h"
 #include "tests/support/fake_object.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/trapping_host.h"
 
 namespace pv::test {

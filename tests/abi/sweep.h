@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/dialog_presser.h"
+#include "tests/support/dialogs/dialog_presser.h"
 #include "tests/support/module.h"
 #include "tests/support/object.h"
 #include "tests/support/type_library.h"

@@ -2,8 +2,8 @@
 
 #include "pvItems32.h"
 #include "tests/apartments/apartment.h"
-#include "tests/support/allocation_spy.h"
 #include "tests/support/members.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/sample_values.h"
 
 namespace pv::test {

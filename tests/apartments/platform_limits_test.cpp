@@ -5,9 +5,9 @@
 #include "tests/apartments/apartment.h"
 #include "tests/apartments/platform.h"
 #include "tests/bench/dictionary.h"
-#include "tests/support/allocation_spy.h"
 #include "tests/support/counted.h"
 #include "tests/support/fake_object.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/module.h"
 #include "tests/support/program.h"
 

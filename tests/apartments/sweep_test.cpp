@@ -7,7 +7,7 @@
 #include "tests/abi/sweep.h"
 #include "tests/apartments/apartment.h"
 #include "tests/apartments/platform.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/raw_call.h"
 #include "tests/support/silent_streams.h"
 

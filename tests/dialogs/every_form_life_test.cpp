@@ -8,7 +8,7 @@
 
 #include "tests/dialogs/driver/every_form.h"
 #include "tests/dialogs/driver/handle_count.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 
 namespace pv::dialogs_test {
 namespace {

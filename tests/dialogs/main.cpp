@@ -9,7 +9,7 @@
 
 #include "tests/dialogs/driver/automation_client.h"
 #include "tests/dialogs/driver/gallery.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 
 namespace pv::dialogs_test {
 namespace {

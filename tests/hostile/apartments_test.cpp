@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "tests/hostile/world.h"
-#include "tests/support/child_window.h"
-#include "tests/support/dialog_presser.h"
+#include "tests/support/dialogs/child_window.h"
+#include "tests/support/dialogs/dialog_presser.h"
 #include "tests/support/members.h"
 #include "tests/support/module.h"
 #include "tests/support/silent_streams.h"

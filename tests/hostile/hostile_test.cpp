@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "tests/hostile/world.h"
-#include "tests/support/dialog_presser.h"
+#include "tests/support/dialogs/dialog_presser.h"
 #include "tests/support/module.h"
 #include "tests/support/silent_streams.h"
 

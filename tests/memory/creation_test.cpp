@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "com/dispatch_table.h"
+#include "com/dispatch/dispatch_table.h"
 #include "com/module.h"
 #include "com/type_library.h"
 #include "pvItems32.h"
 #include "tests/memory/failing_memory.h"
 #include "tests/memory/host.h"
 #include "tests/memory/tables.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/type_library.h"
 
 namespace pv::test {

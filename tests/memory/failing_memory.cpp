@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 
 namespace pv::test {
 namespace {

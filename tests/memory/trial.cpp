@@ -4,7 +4,7 @@
 
 #include "com/module.h"
 #include "tests/memory/failing_memory.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 
 namespace pv::test {
 namespace {

@@ -10,8 +10,8 @@
 #include <fstream>
 
 #include "tests/serial/line_test.h"
-#include "tests/support/allocation_count.h"
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_count.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/module.h"
 #include "tests/support/program.h"
 

@@ -10,8 +10,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "tests/support/allocation_spy.h"
-#include "tests/support/high_addresses.h"
+#include "tests/support/memory/allocation_spy.h"
+#include "tests/support/memory/high_addresses.h"
 #include "tests/support/module.h"
 #include "tests/support/program.h"
 

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
+#include "com/dispatch/vtable_call.h"
 #include "com/variant.h"
-#include "com/vtable_call.h"
 
 namespace pv::test {
 namespace {

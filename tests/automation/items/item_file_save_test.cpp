@@ -8,7 +8,7 @@
 
 #include "resources/version.h"
 #include "tests/automation/items/item_support.h"
-#include "tests/support/dialog_answerer.h"
+#include "tests/support/dialogs/dialog_answerer.h"
 #include "tests/support/dispatch_object.h"
 
 namespace pv::test {

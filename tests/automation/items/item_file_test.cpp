@@ -6,7 +6,7 @@
 #include <set>
 
 #include "tests/automation/items/item_support.h"
-#include "tests/support/dialog_answerer.h"
+#include "tests/support/dialogs/dialog_answerer.h"
 
 namespace pv::test {
 namespace {

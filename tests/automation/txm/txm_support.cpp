@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/letter_case.h"
-#include "tests/support/child_window.h"
+#include "tests/support/dialogs/child_window.h"
 
 namespace pv::test {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "tests/dialogs/driver/automation_client.h"
-#include "tests/support/child_window.h"
+#include "tests/support/dialogs/child_window.h"
 
 // Dialogs are shown by one thread and driven by another, as a user would: find the window, read it,
 // press something. Nothing here waits without a limit.

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "tests/support/allocation_count.h"
+#include "tests/support/memory/allocation_count.h"
 
 namespace pv::dialogs_test {
 namespace {

@@ -1,9 +1,9 @@
-#include "com/invoke.h"
+#include "com/dispatch/invoke.h"
 
 #include <algorithm>
 #include <optional>
 
-#include "com/argument.h"
+#include "com/dispatch/argument.h"
 #include "com/failure.h"
 #include "com/floating_point.h"
 #include "com/module.h"

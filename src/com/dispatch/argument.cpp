@@ -1,4 +1,4 @@
-#include "com/argument.h"
+#include "com/dispatch/argument.h"
 
 #include <algorithm>
 #include <cstring>

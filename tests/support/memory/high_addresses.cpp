@@ -1,4 +1,4 @@
-#include "tests/support/high_addresses.h"
+#include "tests/support/memory/high_addresses.h"
 
 #include <algorithm>
 #include <cstdint>

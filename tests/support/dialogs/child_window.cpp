@@ -1,4 +1,4 @@
-#include "tests/support/child_window.h"
+#include "tests/support/dialogs/child_window.h"
 
 namespace pv::test {
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "com/automation.h"
-#include "com/call_words.h"
+#include "com/dispatch/call_words.h"
 
 namespace pv {
 namespace detail {

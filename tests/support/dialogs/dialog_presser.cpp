@@ -1,4 +1,4 @@
-#include "tests/support/dialog_presser.h"
+#include "tests/support/dialogs/dialog_presser.h"
 
 #include <map>
 

@@ -1,4 +1,4 @@
-#include "tests/support/allocation_spy.h"
+#include "tests/support/memory/allocation_spy.h"
 
 #include <cstdlib>
 #include <map>

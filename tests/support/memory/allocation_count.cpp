@@ -1,4 +1,4 @@
-#include "tests/support/allocation_count.h"
+#include "tests/support/memory/allocation_count.h"
 
 #include <windows.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "com/dispatch_table.h"
+#include "com/dispatch/dispatch_table.h"
+#include "com/dispatch/vtable_call.h"
 #include "com/variant.h"
-#include "com/vtable_call.h"
 
 namespace pv {
 

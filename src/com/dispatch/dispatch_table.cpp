@@ -1,4 +1,4 @@
-#include "com/dispatch_table.h"
+#include "com/dispatch/dispatch_table.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "com/dispatch_table.h"
+#include "com/dispatch/dispatch_table.h"
 
 namespace pv {
 

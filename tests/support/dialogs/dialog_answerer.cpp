@@ -1,6 +1,6 @@
-#include "tests/support/dialog_answerer.h"
+#include "tests/support/dialogs/dialog_answerer.h"
 
-#include "tests/support/child_window.h"
+#include "tests/support/dialogs/child_window.h"
 
 namespace pv::test {
 namespace {
