@@ -6,6 +6,7 @@
 
 #include "com/automation.h"
 #include "com/boundary.h"
+#include "com/classes_root.h"
 #include "com/module.h"
 #include "com/type_library.h"
 
@@ -17,20 +18,6 @@ extern "C" HRESULT STDMETHODCALLTYPE UnRegisterTypeLibForUser(REFGUID guid, WORD
 
 namespace pv {
 namespace {
-
-const std::wstring kClasses = L"Software\\Classes\\";
-
-HKEY root_of(Registration scope) {
-  return scope == Registration::kUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
-}
-
-void check_registry(LSTATUS status) { check(HRESULT_FROM_WIN32(static_cast<DWORD>(status))); }
-
-std::wstring text_of_guid(REFGUID guid) {
-  wchar_t text[40];
-  StringFromGUID2(guid, text, ARRAYSIZE(text));
-  return text;
-}
 
 struct TypeLibrary {
   GUID guid;
@@ -52,58 +39,6 @@ std::wstring version_of(const TypeLibrary& library) {
   return std::to_wstring(library.major) + L"." + std::to_wstring(library.minor);
 }
 
-// 64-bit Windows keeps what concerns programs of 32 and of 64 bits in two views of the registry.
-enum class View : REGSAM {
-  kOwn = 0,
-  kOther = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY,
-};
-
-class Registry {
- public:
-  explicit Registry(Registration scope, View view = View::kOwn)
-      : root_(root_of(scope)), view_(static_cast<REGSAM>(view)) {}
-
-  void write(const std::wstring& key, const wchar_t* name, const std::wstring& text) const {
-    HKEY opened = nullptr;
-    check_registry(RegCreateKeyExW(root_, (kClasses + key).c_str(), 0, nullptr, 0,
-                                   KEY_WRITE | view_, nullptr, &opened, nullptr));
-    const DWORD bytes = (text.size() + 1) * sizeof(wchar_t);
-    const LSTATUS written =
-        RegSetValueExW(opened, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()), bytes);
-    RegCloseKey(opened);
-    check_registry(written);
-  }
-
-  bool has(const std::wstring& key) const {
-    HKEY opened = nullptr;
-    if (!open(key, KEY_READ, opened)) return false;
-    RegCloseKey(opened);
-    return true;
-  }
-
-  void erase(const std::wstring& key) const {
-    HKEY opened = nullptr;
-    if (!open(key, KEY_READ | KEY_SET_VALUE | DELETE, opened)) return;
-    const LSTATUS emptied = RegDeleteTreeW(opened, nullptr);
-    RegCloseKey(opened);
-    check_registry(emptied);
-    check_registry(RegDeleteKeyExW(root_, (kClasses + key).c_str(), view_, 0));
-  }
-
- private:
-  /// False for a key that there is not.
-  bool open(const std::wstring& key, REGSAM access, HKEY& opened) const {
-    const LSTATUS status =
-        RegOpenKeyExW(root_, (kClasses + key).c_str(), 0, access | view_, &opened);
-    if (status == ERROR_FILE_NOT_FOUND) return false;
-    check_registry(status);
-    return true;
-  }
-
-  HKEY root_;
-  REGSAM view_;
-};
-
 struct Names {
   explicit Names(const ClassEntry& entry)
       : general(std::wstring(library().name) + L"." + entry.name),
@@ -113,7 +48,7 @@ struct Names {
   std::wstring general, versioned, clsid, key;
 };
 
-void write_class(const Registry& registry, const ClassEntry& entry, const TypeLibrary& types) {
+void write_class(const ClassesRoot& registry, const ClassEntry& entry, const TypeLibrary& types) {
   const Names names(entry);
   registry.write(names.general, nullptr, names.general);
   registry.write(names.general + L"\\CLSID", nullptr, names.clsid);
@@ -130,11 +65,11 @@ void write_class(const Registry& registry, const ClassEntry& entry, const TypeLi
   registry.write(names.key + L"\\Programmable", nullptr, L"");
 }
 
-void erase_classes(const Registry& registry) {
+void erase_classes(const ClassesRoot& registry) {
   for (const ClassEntry& entry : library().classes) registry.erase(Names(entry).key);
 }
 
-void erase_names(const Registry& registry) {
+void erase_names(const ClassesRoot& registry) {
   for (const ClassEntry& entry : library().classes) {
     const Names names(entry);
     registry.erase(names.general);
@@ -142,7 +77,7 @@ void erase_names(const Registry& registry) {
   }
 }
 
-bool has_server(const Registry& registry) {
+bool has_server(const ClassesRoot& registry) {
   return std::any_of(library().classes.begin(), library().classes.end(), [&](const auto& entry) {
     return registry.has(Names(entry).key + L"\\InprocServer32");
   });
@@ -180,7 +115,7 @@ HRESULT register_classes(Registration scope) noexcept {
     register_library(types.get(), scope);
     const TypeLibrary identity = identity_of(types.get());
     for (const ClassEntry& entry : library().classes) {
-      write_class(Registry(scope), entry, identity);
+      write_class(ClassesRoot(scope), entry, identity);
     }
   });
 }
@@ -191,7 +126,7 @@ HRESULT register_classes(Registration scope) noexcept {
 HRESULT unregister_classes(Registration scope) noexcept {
   return guarded(library().name, "unregister", [&] {
     const TypeLibrary types = identity_of(own_type_library().get());
-    const Registry own(scope), other(scope, View::kOther);
+    const ClassesRoot own(scope), other(scope, View::kOther);
     erase_classes(own);
     if (has_server(other)) {
       own.erase(platform_key(types));

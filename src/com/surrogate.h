@@ -6,8 +6,9 @@ namespace pv {
 
 /// Lets hosts that cannot load the library themselves, such as those with the other number of bits,
 /// use it through the platform's surrogate process. All classes belong to the one application
-/// `app_id`,
-/// "{...}", which never changes. The classes have to be registered in the same scope: else
+/// `app_id`, "{...}", which never changes. The classes have to be registered in the same scope:
+/// else
+
 /// REGDB_E_CLASSNOTREG, and nothing is written.
 HRESULT register_surrogate(Registration scope, const wchar_t* app_id) noexcept;
 
