@@ -43,14 +43,6 @@ def parameter_text(parameter):
     return f"[{text}]" if parameter.is_optional else text
 
 
-def as_one(members):
-    """A property and its setters become one entry, in the order of the contract."""
-    entries = {}
-    for member in members:
-        entries.setdefault((member.name, member.kind == "method"), []).append(member)
-    return entries.values()
-
-
 def signature(kinds):
     first = kinds[0]
     parameters, result = first.parameters, first.result
@@ -85,7 +77,7 @@ def escaped(text):
 def member_table(members, with_access=True):
     lines = ["| Member | | What it does |", "|---|---|---|"] if with_access else [
         "| Event | Number | When |", "|---|---|---|"]
-    for kinds in as_one(members):
+    for kinds in contract.grouped(members):
         identifier = kinds[0].id
         middle = access(kinds) if with_access else identifier
         if with_access and identifier == 0:

@@ -102,6 +102,14 @@ class Contract:
     classes: list = field(default_factory=list)
 
 
+def grouped(members):
+    """A property and its setters become one entry, in the order of the contract."""
+    entries = {}
+    for member in members:
+        entries.setdefault((member.name, member.kind == "method"), []).append(member)
+    return list(entries.values())
+
+
 def expanded(path):
     """The file after its macros; enumeration values keep their help texts (__midl)."""
     source = "\n".join(line for line in path.read_text(encoding="utf-8").splitlines()

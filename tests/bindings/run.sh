@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Compares the bindings of other languages with the type library: C# as the runtime sees it compiled,
+# Pascal and Basic as they are written, Python as it is imported and as its calls come out.
+# Needs the bindings in the build folder, no Windows.
+# Usage: tests/bindings/run.sh [tests, such as 'Bindings.CSharp' [Windows build folder]]
+set -uo pipefail
+. tests/wanted.sh
+
+tests=${1:-*}
+bindings=${2:-build/win32}/bindings
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+export PYTHONDONTWRITEBYTECODE=1
+failed=0
+
+compare() { python3 tests/bindings/compare.py "$@"; }
+
+compare_csharp() {
+  mcs -target:library -warnaserror -out:"$scratch/bindings.dll" "$bindings/pvItems32.cs" &&
+    mcs -warnaserror -out:"$scratch/dump.exe" tests/bindings/dump.cs &&
+    mono "$scratch/dump.exe" "$scratch/bindings.dll" >"$scratch/dump" && compare csharp "$scratch/dump"
+}
+
+# try <name> <command...>
+try() {
+  local name=Bindings.$1 start output
+  shift
+  wanted "$name" "$tests" || return 0
+  start=$(date +%s%3N)
+  if output=$("$@" 2>&1); then
+    say_passed "$name" $(($(date +%s%3N) - start))
+  else
+    printf '%s\n' "$output"
+    say_failed "$name" $(($(date +%s%3N) - start))
+  fi
+}
+
+try CSharp compare_csharp
+try Pascal compare pascal "$bindings/pvItems32_TLB.pas"
+try Python compare python "$bindings/pvItems32.py"
+try PythonCalls compare python-calls "$bindings/pvItems32.py"
+try Basic compare basic "$bindings/pvItems32.bas"
+exit "$failed"
