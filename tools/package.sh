@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Packs what a host programmer needs: build/package/pvItems32-<version>.zip. Its folders x86 and x64 hold
 # what is made for one kind of processor: the library with its manifest and type library, the example
-# server and the example host. Needs the win32 and the win64 build.
+# server and the example host; bindings has the contract in other languages. Needs both Windows
+# builds.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -36,6 +37,7 @@ pack_contract() {
     cp build/win32/generated/"$file" "$root/typelib/"
   done
   cp typelib/pvItems32.idl "$root/typelib/"
+  cp -r build/win32/bindings "$root/"
 }
 
 pack_sources() {

@@ -79,7 +79,19 @@ guide_program() {
     place_manifest "$program" && ends_with "$2" "$program"
 }
 
+client_pascal() {
+  local program=$folder/client_pascal.exe
+  "$root/tools/fpc32.sh" && fpc -Fubindings -FU"$folder" -o"$program" "$sources/client.pas" &&
+    place_manifest "$program" && ends_with "$bits bits: DONE" "$program"
+}
+
 guide_pascal() { "$root/tools/fpc32.sh" && guide_program host.pas 'Volume flow'; }
+
+# Compiled alone: there is no run-time here that has automation.
+guide_csharp() {
+  local command
+  command=$(command_for host.cs "$folder") && echo "$command" && eval "mcs -warnaserror ${command#csc}"
+}
 
 # Without arguments it tells its usage; its way with a transmitter is tested with the serial line.
 example_host() {
@@ -112,7 +124,9 @@ run_lane() {
   for standard in 98 11 14 17 20; do try "Cpp$standard" client g++ "c++$standard" client.cpp; done
   try GuideC guide_program host.c '66 items'
   try GuideCpp guide_program host.cpp 'Volume flow'
+  [ "$bits" = 64 ] || try Pascal client_pascal
   [ "$bits" = 64 ] || try GuidePascal guide_pascal
+  try GuideCSharp guide_csharp
   try ExampleHost example_host
   [ "$bits" = 64 ] || try ExampleServer example_server
   return "$failed"
@@ -134,6 +148,7 @@ unpack() {
 if unpack; then say_passed Package.IsMade; else say_failed Package.IsMade; exit 1; fi
 cd "$scratch"/* || exit 1
 ln -sfn "$PWD/examples/data" "$WINEPREFIX/drive_c/data"
+snippet csharp 'C#' >host.cs
 snippet c C >host.c
 snippet cpp C++ >host.cpp
 snippet pascal Pascal >host.pas
