@@ -21,27 +21,33 @@ set(PV_GENERATED_DIR ${CMAKE_BINARY_DIR}/generated)
 file(MAKE_DIRECTORY ${PV_GENERATED_DIR})
 
 # Compiles <idl> into <name>.tlb, <name>.h and <name>_i.c in the folder of generated files. More
-# arguments are a command that completes the type library.
+# arguments are a command that completes the type library. The compiler writes the name that it is given
+# into its results, so it gets no folder.
 function(compile_idl idl)
   get_filename_component(name ${idl} NAME_WE)
   get_filename_component(folder ${idl} DIRECTORY)
   set(base ${PV_GENERATED_DIR}/${name})
   set(shim ${CMAKE_SOURCE_DIR}/typelib/shim)
+  set(sources ${idl} ${shim}/oaidl.idl ${shim}/ocidl.idl ${shim}/unknwn.idl)
   set(widl ${WIDL} -I${shim} -L${stdole_dir})
   set(completion)
   if(ARGN)
     set(completion COMMAND ${ARGN})
   endif()
   add_custom_command(
-    OUTPUT ${base}.tlb ${base}.h ${base}_i.c
+    OUTPUT ${base}.tlb
     COMMAND ${widl} -t -o ${base}.tlb ${name}.idl
     ${completion}
+    DEPENDS ${sources} ${CMAKE_SOURCE_DIR}/tools/typelib_help.py ${CMAKE_SOURCE_DIR}/tools/contract.py
+    WORKING_DIRECTORY ${folder}
+    COMMENT "Compiling ${name}.idl")
+  add_custom_command(
+    OUTPUT ${base}.h ${base}_i.c
     COMMAND ${widl} -h -o ${base}.h ${name}.idl
     COMMAND ${widl} -u -o ${base}_i.c ${name}.idl
-    DEPENDS ${idl} ${shim}/oaidl.idl ${shim}/ocidl.idl ${shim}/unknwn.idl
-      ${CMAKE_SOURCE_DIR}/tools/typelib_help.py ${CMAKE_SOURCE_DIR}/tools/contract.py
-    WORKING_DIRECTORY ${folder}  # the compiler writes the name that it is given into its results
-    COMMENT "Compiling ${name}.idl")
+    DEPENDS ${sources}
+    WORKING_DIRECTORY ${folder}
+    COMMENT "Writing ${name}.h")
 endfunction()
 
 # What nearly every file of a target starts with, compiled once. The compiler then no longer knows
