@@ -29,7 +29,7 @@ static_assert(sizeof(Environment) == 28);
 // The exceptions are written with the control word: a pending one that the old word lets pass
 // would trap on the next instruction. What lies on the register stack stays.
 void set_x87(std::uint16_t control, std::uint16_t exceptions) {
-  Environment environment;
+  Environment environment{};
   asm volatile("fnstenv %0" : "=m"(environment));  // masks all, so that FLDENV does not trap
   environment.control = control;
   environment.status &= static_cast<std::uint16_t>(~(kExceptions | kFollowExceptions));
@@ -42,7 +42,7 @@ void set_x87(std::uint16_t control, std::uint16_t exceptions) {
 FloatingPointState floating_point_state() noexcept {
   FloatingPointState state;
   state.mxcsr = _mm_getcsr();
-  std::uint16_t status;
+  std::uint16_t status = 0;
   asm volatile("fnstcw %0" : "=m"(state.x87_control));
   asm volatile("fnstsw %0" : "=m"(status));
   state.x87_exceptions = status & kExceptions;

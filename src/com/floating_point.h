@@ -26,7 +26,7 @@ inline bool is_default_floating_point() noexcept {
   if ((_mm_getcsr() & ~kMxcsrExceptions) != kMxcsrDefault) return false;
   // Exception masks, upper bit of the precision (53 or 64 bits), rounding.
   constexpr std::uint16_t kMeant = 0x0E3F, kDefault = 0x023F;
-  std::uint16_t control;
+  std::uint16_t control = 0;
   asm volatile("fnstcw %0" : "=m"(control));
   if ((control & kMeant) != kDefault) return false;
   return true;
