@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Registers the builds of 32 and of 64 bits on one system: neither breaks the other, whichever comes or
-# goes first, and nothing is left of both. Needs a running 64-bit Wine; leaves the 64-bit build registered.
+# Registers the builds of 32 and of 64 bits on one system: neither breaks the other, in either order, and
+# nothing is left of both. Needs a running 64-bit Wine; leaves the 64-bit build registered.
 # Usage: tests/registration/run.sh [tests, as a filter of Google Test [64-bit build folder [32-bit one]]]
 set -uo pipefail
 . tools/wine_prefix.sh
@@ -42,7 +42,7 @@ serves() {
 # All of the registry that is about classes, of both views.
 classes() { program 64 reg query "$root\\Software\\Classes" /s | sort; }
 
-# one_goes <bits of the first> <bits of the one that goes>: both come, one goes, the other goes
+# one_goes <bits registered first> <bits unregistered first>
 one_goes() {
   regsvr "$1"
   regsvr "${other[$1]}"

@@ -16,7 +16,7 @@ namespace pv {
 
 #ifdef _WIN64
 
-/// The words that a call passes: one of 64 bits for each argument. What is larger goes by the
+/// The words that a call passes: one of 64 bits for each argument. A larger value is passed by the
 /// address of a copy in here, aligned as the convention has it, which the callee may change.
 // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): only words that were pushed are read.
 class CallWords {
