@@ -3,6 +3,7 @@
 
 #include "tests/apartments/apartment.h"
 #include "tests/automation/txm/txm_support.h"
+#include "tests/support/allocation_spy.h"
 #include "tests/support/fake_object.h"
 #include "tests/support/members.h"
 #include "tests/support/own_file.h"
@@ -28,6 +29,7 @@ std::string saved(const Object& collection) {
 
 /// Two apartments: the hosting one of this free thread, and `other`.
 struct ForeignObjects : FreeThreaded {
+  const LostByThePlatform lost;  // the library calls foreign objects through their vtables
   ApartmentThread other;
 };
 
