@@ -71,7 +71,7 @@ STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
   });
 }
 
-// A listener that goes may look at the list: it is the new one by then.
+// A listener whose last reference is released here may call back: it finds the new list.
 void ConnectionPoint::replace(Listeners listeners) {
   auto next = std::make_shared<const Listeners>(std::move(listeners));
   listeners_.swap(next);

@@ -28,7 +28,7 @@ std::optional<Installation> installation(std::wstring_view command_line) {
   return std::nullopt;
 }
 
-// The surrogate goes with the classes.
+// Without its classes the surrogate would serve nothing.
 HRESULT unregister(pv::Registration scope) {
   const HRESULT result = pv::unregister_surrogate(scope, kAppId);
   return FAILED(result) ? result : pv::unregister_classes(scope);

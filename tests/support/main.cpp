@@ -124,7 +124,7 @@ int watch(HANDLE tests) {
   return static_cast<int>(result);
 }
 
-// The thread's shared state went with its thread; nothing may be left now.
+// The state of the test thread was released with the thread; nothing may be left now.
 bool is_balanced(const Module& module, const AllocationBalance& balance) {
   const bool unloads = stays_loaded || module.can_unload() == S_OK;
   if (!unloads) std::printf("[  FAILED  ] objects of the library are left\n");
