@@ -10,11 +10,13 @@ tests=${1:-*}
 windows=${2:-build/win32}
 failed=0
 
-export GTEST_TOTAL_SHARDS=8 GTEST_SHARD_INDEX
-for ((GTEST_SHARD_INDEX = 0; GTEST_SHARD_INDEX < GTEST_TOTAL_SHARDS; GTEST_SHARD_INDEX++)); do
-  run_test_program "$windows/apartments_tests.exe" "--gtest_filter=$tests" || failed=1
+# A debugger is for one process.
+parts=8
+[ -z "${PV_DEBUGGER:-}" ] || parts=1
+for ((part = 0; part < parts; part++)); do
+  GTEST_TOTAL_SHARDS=$parts GTEST_SHARD_INDEX=$part \
+    run_test_program "$windows/apartments_tests.exe" "--gtest_filter=$tests" || failed=1
 done
-unset GTEST_TOTAL_SHARDS GTEST_SHARD_INDEX
 
 name=PlatformLimit.AProcessHasFewApartments
 if wanted "$name" "$tests"; then
