@@ -28,6 +28,17 @@ changes_nothing_when_undone() {
   regsvr32 /u /n /i:surrogate && [ "$(registered)" = "$before" ]
 }
 
+# The application of the surrogate stays as long as the library of either kind needs it.
+is_kept_for_the_other_library() {
+  local application='HKLM\Software\Classes\AppID\{37D5D503-E0CD-46FB-BB20-CEA6915A50A9}'
+  regsvr64() { run_wine 'C:\windows\system32\regsvr32.exe' /s "$@" "$(windows_path build/win64/pvItems32.dll)"; }
+  has_application() { run_wine reg query "$application" >/dev/null 2>&1; }
+  regsvr64 && regsvr64 /n /i:surrogate && regsvr32 /n /i:surrogate || return 1
+  regsvr32 /u /n /i:surrogate && has_application || return 1
+  regsvr64 /u /n /i:surrogate && ! has_application || return 1
+  regsvr64 /u && regsvr32 # their program identifiers are the same
+}
+
 # A script of tests/, behind its checks, by the script host of 64 bits.
 run_script() { # <script>
   local whole output
@@ -57,6 +68,8 @@ run_case() { # <name> <command...>
 trap stop_wine EXIT
 start_wine && regsvr32 || { say_failed Surrogate.IsRegistered; exit 1; }
 run_case SurrogateRegistration.ChangesNothingWhenUndone changes_nothing_when_undone
+[ ! -e build/win64/pvItems32.dll ] ||
+  run_case SurrogateRegistration.IsKeptForTheOtherLibrary is_kept_for_the_other_library
 regsvr32 /n /i:surrogate || { say_failed Surrogate.IsRegistered; exit 1; }
 run_case SurrogateVbs.ReachesItsEnd run_script tests/surrogate/document.vbs
 run_case SurrogateVbs.ServerOfTheScript run_server_of_a_script
