@@ -28,7 +28,8 @@ run_suite() {
   load_suite "$@"
   rm -f "$logs/$1.sum"
   suite_command
-  timeout --kill-after=10 "$seconds" "${command[@]}" >"$log" 2>&1 </dev/null
+  timeout --kill-after=10 "$seconds" "${command[@]}" >"$log" 2>&1 </dev/null &
+  wait $!
   status=$?
   ok=$(grep -a -c '^\[       OK \]' "$log")
   bad=$(grep -a -E '^\[  FAILED  \] [^ ]+\..* \([0-9]+ ms\)' "$log" | sort -u | wc -l)
@@ -43,6 +44,7 @@ run_suite() {
 
 run_lane() { # <name>
   local name
+  trap 'kill $!; exit 143' TERM
   start_lane "$1" || return
   for name in $(suite_names "$1"); do run_suite "$name"; done
 }
