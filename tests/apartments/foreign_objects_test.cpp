@@ -3,9 +3,9 @@
 
 #include "tests/apartments/apartment.h"
 #include "tests/automation/txm/txm_support.h"
-#include "tests/support/allocation_spy.h"
 #include "tests/support/fake_object.h"
 #include "tests/support/members.h"
+#include "tests/support/memory/allocation_spy.h"
 #include "tests/support/own_file.h"
 
 namespace pv::test {

@@ -1,9 +1,9 @@
 // How long objects last that other threads hold.
 
 #include "tests/apartments/apartment.h"
-#include "tests/support/allocation_spy.h"
 #include "tests/support/fake_object.h"
 #include "tests/support/members.h"
+#include "tests/support/memory/allocation_spy.h"
 
 namespace pv::test {
 namespace {
