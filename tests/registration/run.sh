@@ -14,10 +14,6 @@ scratch=$(mktemp -d)
 trap 'regsvr 64 >/dev/null; rm -rf "$scratch"' EXIT
 failed=0
 
-# The 64-bit loader runs programs of either kind; that of the name "wine" may be the other.
-loader=$(PATH=$PATH:/usr/lib/wine command -v wine64)
-export WINEARCH=win64 WINELOADER=$loader
-
 in_idl() { sed -n "s/$1/\1/p" typelib/pvItems32.idl; } # <pattern with one group>
 class_names() { in_idl '.*coclass \([A-Za-z]*\).*'; }
 type_library="TypeLib\\{$(in_idl '^\[uuid(\(.*\)), version.*')}\\1.0"
@@ -25,7 +21,7 @@ a_class="CLSID\\{$(in_idl '.*uuid(\([^)]*\)).* coclass CItem .*')}"
 an_interface="Interface\\{$(in_idl '.*uuid(\([^)]*\)), dual.*One parameter of a transmitter.*')}"
 
 # program <bits> <name> <arguments...>: one of the system's own
-program() { "$loader" "C:\\windows\\${programs[$1]}\\$2.exe" "${@:3}" </dev/null 2>&1 | tr -d '\r'; }
+program() { "$PV_WINE" "C:\\windows\\${programs[$1]}\\$2.exe" "${@:3}" </dev/null 2>&1 | tr -d '\r'; }
 
 regsvr() { program "$1" regsvr32 /s "${@:2}" "$(windows_path "${library[$1]}")"; } # <bits> <options...>
 
