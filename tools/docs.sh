@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Makes the reference as a site, build/docs/html/index.html, and as a help file, build/docs/pvItems32.chm,
+# of the contract, the examples of docs/examples and the guides. Both can be read from their folder.
+# Usage: tools/docs.sh [folder]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+output=${1:-build/docs}
+sources=$output/sources
+
+# sphinx <builder> <folder> <options...>: warnings, such as broken references, are errors.
+sphinx() {
+  sphinx-build -q -W --keep-going -j 2 -b "$1" -d "$output/doctrees" "${@:3}" "$sources" "$2"
+}
+
+# The compiler leaves the help file in the folder of the project, and says more than anybody wants to know.
+make_help_file() {
+  local log=$output/chmcmd.log
+  docs/site/help_file.py "$output/htmlhelp"
+  (cd "$output/htmlhelp" && chmcmd pvItems32.hhp) >"$log" 2>&1 || { tail "$log" >&2; return 1; }
+  mv "$output/htmlhelp/pvItems32.chm" "$output/"
+}
+
+rm -rf "$output"
+docs/site/pages.py "$sources"
+sphinx html "$output/html"
+sphinx htmlhelp "$output/htmlhelp" -t chm
+make_help_file
+rm -rf "$output/html/.buildinfo" "$output/doctrees"
+echo "== $output/html/index.html, $output/pvItems32.chm"
