@@ -1,7 +1,7 @@
 #pragma once
 
-// What the C++ examples of the reference share, besides the library.h of the example server: `show`,
-// which prints as a script host does.
+// What the C++ examples of the reference share, besides the library.h of the example server:
+// `show`, which prints as a script host does.
 
 #include <cstdio>
 #include <vector>

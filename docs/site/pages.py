@@ -22,7 +22,7 @@ from make_reference import (access, as_one, by_name, default_text, escaped, para
 from picture import picture  # noqa: E402
 
 GUIDES = ["README.md", "CHANGELOG.md", "CONTRIBUTING.md", "SECURITY.md", "docs/*.md", "examples/*README.md"]
-NOT_GUIDES = ("docs/examples/", "docs/reference.md", "docs/performance_notes.md")
+NOT_GUIDES = ("docs/examples/", "docs/site/", "docs/reference.md", "docs/performance_notes.md")
 
 HOSTS = "docs/hosts/"
 GUIDES_IN_ORDER = ["docs/using", "docs/server_contract", "docs/dialogs", "docs/symbols", "docs/performance"]
