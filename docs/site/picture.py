@@ -69,6 +69,8 @@ def picture(name, givers, given):
             top += ROW
         drawn.append(f'<path class="line" d="M{LINE} {below}V{top - ROW + BOX // 2}"/>')
         top -= ROW
+    if not givers and not given:
+        drawn.append(f'<text class="caption" x="{box_width(name) + 10}" y="{top + 18}">created by its ProgID</text>')
     height = top + BOX + 2
     tip = ('<defs><marker id="tip" viewBox="0 0 8 8" refX="8" refY="4" markerWidth="8" markerHeight="8" '
            'orient="auto"><path class="tip" d="M0 0L8 4L0 8z"/></marker></defs>')
