@@ -224,7 +224,8 @@ class Reference:
         every = sum(len(self.members(known)) for known in self.classes)
         lines = ["# Reference", "", "Types are named as Basic hosts know them. Every class can be created by its ProgID,"
                  f" `pvItems32.<Class>`. Of the {every} members, {shown['vbscript']} are shown in an example in VBScript,"
-                 f" {shown['cpp']} in one in C++.",
+                 f" {shown['cpp']} in one in C++; the tests run them, but what waits for a user or needs a device is"
+                 " only compiled, and in VBScript only shown.",
                  "", "## Classes", "", "| Class | |", "|---|---|"]
         lines += [f"| [{known.name}](classes/{known.name}.md) | {known.help} |" for known in self.classes]
         lines += ["", "## Errors", "", (HERE / "errors.md").read_text(encoding="utf-8"), "",
