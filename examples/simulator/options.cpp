@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <stdexcept>
+#include <utility>
 
 namespace fluxor {
 
@@ -13,6 +14,9 @@ const char* const kUsage =
     "  --address N       bus address, 1 to 99 (default: that of the settings files)\n"
     "  --link PATH       makes PATH a link to the host's end of the line\n"
     "  --delay MS        milliseconds until an answer goes out\n"
+    "  --timed           characters take the time that they need at the baud rate\n"
+    "  --autobaud        answers at every baud rate\n"
+    "  --counts FILE     counts of what passed the line, written whenever it has fallen silent\n"
     "  --drop PERCENT    telegrams lost\n"
     "  --noise PERCENT   answers damaged, between garbage\n"
     "  --half PERCENT    answers that break off\n"
@@ -25,6 +29,21 @@ const char* const kUsage =
     "  --verbose         prints each telegram\n";
 
 namespace {
+
+constexpr std::pair<const char*, bool Options::*> kFlags[] = {
+    {"--timed", &Options::timed},
+    {"--autobaud", &Options::autobaud},
+    {"--verbose", &Options::verbose},
+};
+
+bool set_flag(Options& options, const std::string& name) {
+  for (const auto& [known, member] : kFlags) {
+    if (name != known) continue;
+    options.*member = true;
+    return true;
+  }
+  return false;
+}
 
 int number(const std::string& name, const std::string& text) {
   int value = 0;
@@ -45,6 +64,8 @@ bool set_text(Options& options, const std::string& name, const std::string& valu
     options.link = value;
   } else if (name == "--faults") {
     options.faults_file = value;
+  } else if (name == "--counts") {
+    options.counts_file = value;
   } else {
     return false;
   }
@@ -72,10 +93,7 @@ Options parse_options(std::span<const char* const> arguments) {
   Options options;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string name = arguments[i];
-    if (name == "--verbose") {
-      options.verbose = true;
-      continue;
-    }
+    if (set_flag(options, name)) continue;
     if (i + 1 == arguments.size())
       throw std::runtime_error(name + " is unknown or lacks its value");
     const std::string value = arguments[++i];

@@ -13,11 +13,14 @@ struct Options {
   std::string software = "2.30";
   std::string link;
   std::string faults_file;
+  std::string counts_file;
   Faults faults;
   int address = 0;  // 0: the one in the values file
   std::uint32_t seed = 1;
-  int store = 50;   // per cent of an item's waiting time until a write is stored
-  int hang_up = 0;  // telegrams after which the program ends; 0: never
+  int store = 50;         // per cent of an item's waiting time until a write is stored
+  int hang_up = 0;        // telegrams after which the program ends; 0: never
+  bool timed = false;     // characters take their time on the line
+  bool autobaud = false;  // the device follows the baud rate of the host
   bool verbose = false;
 };
 

@@ -9,8 +9,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include "line_speed.h"
-
 namespace fluxor {
 namespace {
 
@@ -63,6 +61,6 @@ void SerialLine::write(std::string_view text) {
   }
 }
 
-int SerialLine::host_baud_rate() const { return line_speed(host_); }
+LineFormat SerialLine::host_format() const { return line_format(host_); }
 
 }  // namespace fluxor

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "line_format.h"
+
 namespace fluxor {
 
 /// The device's end of a serial line: a pseudo-terminal whose other end a host opens like a port.
@@ -21,8 +23,8 @@ class SerialLine {
   std::string read(int milliseconds);
   void write(std::string_view text);
 
-  /// Bits per second that the host has set on its port.
-  int host_baud_rate() const;
+  /// What the host has set its port to.
+  LineFormat host_format() const;
 
  private:
   std::string link_;
