@@ -15,7 +15,20 @@ measure() (
   start_wine && register "build/win$1/pvItems32.dll" || exit 1
   echo "== measuring $1 bits (some minutes)" >&2
   run_wine "build/win$1/bench_tests.exe" | tr -d '\r'
+  measure_lines "$1"
 )
+
+# measure_lines <bits>: the rows of reading simulated transmitters, without a head.
+measure_lines() {
+  # shellcheck source=examples/simulator/start.sh
+  . examples/simulator/start.sh
+  local counts
+  counts=$(mktemp -d)
+  # shellcheck disable=SC2064
+  trap "forget_simulator; rm -rf '$counts'; stop_wine" EXIT
+  register "build/win$1/fluxor_server.dll" && start_many_simulators 16 build/native/fluxor_simulator "$counts" || exit 1
+  run_wine "build/win$1/bench_tests.exe" --lines "$(windows_path "$counts")" | tr -d '\r' | tail -n +3
+}
 
 # page <compiler> <title and lines of its own...>: the head of a page.
 page() {

@@ -1,7 +1,13 @@
 // Measures the library beside this program against the platform and prints a table of ratios.
+//
+//   bench_tests [--lines <folder of the counts>]
+//
+// With the option, measures simulated transmitters on sixteen lines instead.
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
+#include <string_view>
 
 #include "tests/bench/subject.h"
 
@@ -16,9 +22,7 @@ struct Apartment {
   ~Apartment() { CoUninitialize(); }
 };
 
-int run() {
-  const Apartment apartment;
-  Report report;
+void measure_library(Report& report) {
   measure_lookups(report);
   measure_values(report);
   measure_exchanges(report);
@@ -26,6 +30,16 @@ int run() {
   measure_statistics(report);
   measure_files(report);
   measure_memory(report);
+}
+
+int run(int argc, char** argv) {
+  const Apartment apartment;
+  Report report;
+  if (argc == 3 && std::string_view(argv[1]) == "--lines") {
+    measure_lines(report, std::filesystem::path(argv[2]).wstring());
+  } else {
+    measure_library(report);
+  }
   report.print();
   return 0;
 }
@@ -33,9 +47,9 @@ int run() {
 }  // namespace
 }  // namespace pv::bench
 
-int main() {
+int main(int argc, char** argv) {
   try {
-    return pv::bench::run();
+    return pv::bench::run(argc, argv);
   } catch (const pv::com_failure& error) {
     std::printf("bench: a call failed with %lx\n", error.result());
     return 1;

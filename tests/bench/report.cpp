@@ -53,7 +53,8 @@ void Report::information(std::string work, std::string against, const Medians& m
 void Report::print() const {
   std::vector<Line> table{{"work", "time", "against", "its time", "ratio", "goal", ""}};
   table.insert(table.end(), lines_.begin(), lines_.end());
-  std::vector<std::size_t> widths(table.front().size(), 0);
+  // At least so wide that tables of different groups can stand below each other.
+  std::vector<std::size_t> widths{53, 10, 47, 11, 7, 7, 6};
   for (const Line& line : table) {
     for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], line[i].size());
   }

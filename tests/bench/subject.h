@@ -52,5 +52,8 @@ void measure_exchanges(Report& report);
 void measure_events(Report& report);
 void measure_statistics(Report& report);
 void measure_memory(Report& report);
+/// Of sixteen simulated transmitters that answer at every baud rate, as tests/support/line_host.h
+/// has them.
+void measure_lines(Report& report, const std::wstring& counts_folder);
 
 }  // namespace pv::bench

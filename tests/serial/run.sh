@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs the serial tests and the example hosts against simulated transmitters on COM1. Needs a running
-# Wine with the library registered.
+# Runs the serial tests and the example hosts against simulated transmitters on COM1, and on many ports
+# at once. Needs a running Wine with the library registered.
 # Usage: tests/serial/run.sh [tests, as a filter of Google Test [Windows build folder]]
 set -uo pipefail
 . tools/wine_prefix.sh
@@ -23,6 +23,13 @@ run_tests() {
   start_simulator "$native/fluxor_simulator" --faults "$faults" --store 0 "$@" || return 1
   run_wanted "$filter" "$windows/serial_tests.exe" --faults "$(windows_path "$faults")" \
     --line "$(windows_path "$WINEPREFIX/dosdevices/com1")" || failed=1
+  stop_simulator
+}
+
+run_many_lines() {
+  mkdir "$scratch/counts"
+  start_many_simulators 16 "$native/fluxor_simulator" "$scratch/counts" || return 1
+  run_wanted 'ManyLines.*' "$windows/serial_tests.exe" --counts "$(windows_path "$scratch/counts")" || failed=1
   stop_simulator
 }
 
@@ -54,11 +61,12 @@ script() { windows_path "examples/hosts/$1"; }
 register "$windows/fluxor_server.dll" ||
   { say_failed Server.IsRegistered; exit 1; }
 
-run_tests '-HangUp.*:OldSoftware.*:Soak.*' || exit 1
+run_tests '-HangUp.*:OldSoftware.*:ManyLines.*:Soak.*' || exit 1
 for test in EndsInTimeAndSaysWhy BetweenTwoExchangesIsNoticedByTheNextOne; do
   run_tests "HangUp.$test" --hang-up 5 || exit 1
 done
 run_tests 'OldSoftware.*' --software 1.10 || exit 1
+run_many_lines || exit 1
 
 if wanted Soak.MemoryHandlesAndHistoriesStayExact "$tests"; then
   tools/soak.sh 2000 "$native" "$windows" || failed=1
