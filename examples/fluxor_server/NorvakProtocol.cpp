@@ -151,6 +151,7 @@ bool NorvakProtocol::exchange(const Command& command, std::size_t room, Answer& 
   const auto detail = new_detail(command, telegram);
   state_ = State::kIdle;
   attempt_ = 0;
+  room_ = room;
   received_.clear();
   answer_telegram_.clear();
   answer_error_ = 0;
@@ -196,32 +197,40 @@ void NorvakProtocol::attempt(const std::string& telegram, const Command& command
 // Leaves error_ at ComErrRecTimeOut when nothing came that looks like a telegram in time.
 void NorvakProtocol::receive(const Command& command, Answer& answer, double seconds) {
   error_ = ComErrRecTimeOut;
-  AnswerReader reader;
+  AnswerReader reader(room_);
+  std::string characters;
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds * 1000);
   while (GetTickCount64() < end) {
-    char character = 0;
-    switch (port_->receive(character)) {
+    switch (port_->receive(characters, reader.missing())) {
       case SerialPort::Received::kNothing:
         continue;
       case SerialPort::Received::kBroken:
         lose_port();
         return;
-      case SerialPort::Received::kCharacter:
+      case SerialPort::Received::kCharacters:
         break;
     }
-    received_ += from_line(character);
-    if (!reader.take(from_line(character))) continue;
-    if (!parse_answer(reader.telegram(), codes_, answer)) {
-      error_ = ComErrShortTxmAnswer;
-      return;
+    for (const char character : characters) {
+      received_ += from_line(character);
+      if (!reader.take(from_line(character))) continue;
+      if (settle(reader.telegram(), command, answer)) return;
+      reader = AnswerReader(room_);
     }
-    if (!belongs_to(answer, command)) continue;
-    answer_telegram_ = reader.telegram();
-    answer_error_ = answer.error;
-    error_ = outcome_of(answer.error);
-    state_ = State::kAnswered;
-    return;
   }
+}
+
+// False for the late answer to an earlier command.
+bool NorvakProtocol::settle(const std::wstring& telegram, const Command& command, Answer& answer) {
+  if (!parse_answer(telegram, codes_, answer)) {
+    error_ = ComErrShortTxmAnswer;
+    return true;
+  }
+  if (!belongs_to(answer, command)) return false;
+  answer_telegram_ = telegram;
+  answer_error_ = answer.error;
+  error_ = outcome_of(answer.error);
+  state_ = State::kAnswered;
+  return true;
 }
 
 // Closed, it is opened anew by the next exchange, and may be plugged in again by then.
@@ -257,7 +266,7 @@ void NorvakProtocol::finish(const ComPtr<_CComDetail>& detail, const Answer& ans
 
 ComPtr<_CComDetail> NorvakProtocol::new_detail(const Command& command,
                                                const std::wstring& telegram) const {
-  const auto detail = create<_CComDetail>(CLSID_CComDetail);
+  const auto detail = details_.create();
   put(detail, &_CComDetail::put_Protocol, bstr(L"Norvak"));
   put(detail, &_CComDetail::put_Connection, port_->number());
   put(detail, &_CComDetail::put_ComSettings, bstr(port_->settings()));

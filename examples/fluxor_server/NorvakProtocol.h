@@ -52,6 +52,7 @@ class NorvakProtocol final : public AutomationObject {
   bool exchange(const Command& command, std::size_t room, Answer& answer);
   void attempt(const std::string& telegram, const Command& command, Answer& answer);
   void receive(const Command& command, Answer& answer, double seconds);
+  bool settle(const std::wstring& telegram, const Command& command, Answer& answer);
   void lose_port();
   void finish(const ComPtr<_CComDetail>& detail, const Answer& answer);
   ComPtr<_CComDetail> new_detail(const Command& command, const std::wstring& telegram) const;
@@ -61,6 +62,7 @@ class NorvakProtocol final : public AutomationObject {
   ComPtr<SerialPort> port_ = make<SerialPort>();
   ComUtility codes_;
   Progress progress_;
+  Factory<_CComDetail> details_{CLSID_CComDetail};
   ComPtr<_CComHistory> history_;
   ErrorText error_text_;
 
@@ -74,6 +76,7 @@ class NorvakProtocol final : public AutomationObject {
   enum class State : short { kIdle, kSending, kReceiving, kAnswered };
   State state_ = State::kIdle;
   short attempt_ = 0;
+  std::size_t room_ = 0;  // characters of data that an answer has
   double time_out_ = 0;
   std::wstring received_;
   std::wstring answer_telegram_;

@@ -11,6 +11,12 @@ constexpr DWORD kPatience = 50, kSendTimeOut = 1000;  // milliseconds
 struct LineSettings {
   DWORD baud = 0;
   BYTE parity = NOPARITY, data_bits = 0, stop_bits = ONESTOPBIT;
+
+  double seconds_per_character() const {
+    const int bits =
+        1 + data_bits + (parity == NOPARITY ? 0 : 1) + (stop_bits == TWOSTOPBITS ? 2 : 1);
+    return static_cast<double>(bits) / baud;
+  }
 };
 
 std::optional<BYTE> parity_of(const std::wstring& letter) {
@@ -58,6 +64,8 @@ bool configure(HANDLE port, const LineSettings& line) {
   return SetCommState(port, &control) != FALSE;
 }
 
+// A read ends with the last character that it asked for, at once. It does not wait for silence, as
+// ReadIntervalTimeout would, nor look again and again.
 bool set_time_outs(HANDLE port) {
   COMMTIMEOUTS time_outs{};
   time_outs.ReadTotalTimeoutConstant = kPatience;
@@ -83,7 +91,7 @@ bool SerialPort::open(short number, const std::wstring& settings) {
   if (!is_open()) return false;
   number_ = number;
   settings_ = settings;
-  baud_ = line->baud;
+  seconds_per_character_ = line->seconds_per_character();
   if (!configure(handle_, *line) || !set_time_outs(handle_)) close();
   return is_open();
 }
@@ -102,10 +110,14 @@ bool SerialPort::send(const std::string& characters) {
          sent == characters.size();
 }
 
-SerialPort::Received SerialPort::receive(char& character) {
+SerialPort::Received SerialPort::receive(std::string& characters, std::size_t wanted) {
+  characters.resize(wanted);
   DWORD count = 0;
-  if (!ReadFile(handle_, &character, 1, &count, nullptr)) return Received::kBroken;
-  if (count == 1) return Received::kCharacter;
+  const bool done =
+      ReadFile(handle_, characters.data(), static_cast<DWORD>(wanted), &count, nullptr) != FALSE;
+  characters.resize(count);
+  if (!done) return Received::kBroken;
+  if (count > 0) return Received::kCharacters;
   // Reading from a port that was pulled out need not fail. How soon nothing came proves nothing:
   // the system's tick count may stand still meanwhile.
   return is_there() ? Received::kNothing : Received::kBroken;

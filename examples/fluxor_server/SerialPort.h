@@ -11,7 +11,7 @@ namespace fluxor {
 /// such as 4800,n,8,1.
 class SerialPort final : public AutomationObject {
  public:
-  enum class Received { kCharacter, kNothing, kBroken };
+  enum class Received { kCharacters, kNothing, kBroken };
 
   SerialPort();
   ~SerialPort() override { close(); }
@@ -26,21 +26,22 @@ class SerialPort final : public AutomationObject {
   bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
   short number() const { return number_; }
   const std::wstring& settings() const { return settings_; }
-  double seconds_per_character() const { return 10.0 / baud_; }
+  double seconds_per_character() const { return seconds_per_character_; }
 
   /// Forgets what was received so far.
   void forget_input();
 
   bool send(const std::string& characters);
 
-  /// The next character, waiting for it for a moment only.
-  Received receive(char& character);
+  /// The next characters: as many as are wanted, or fewer when a moment passes before they came.
+  /// Asking for all that are sure to come costs one call of the system instead of one for each.
+  Received receive(std::string& characters, std::size_t wanted);
 
  private:
   HANDLE handle_ = INVALID_HANDLE_VALUE;
   short number_ = 0;
   std::wstring settings_;
-  double baud_ = 1200;
+  double seconds_per_character_ = 0;
 };
 
 }  // namespace fluxor

@@ -56,4 +56,11 @@ bool AnswerReader::take(wchar_t character) {
   return character == kEnd;
 }
 
+std::size_t AnswerReader::missing() const {
+  const std::size_t length = telegram_.size();
+  if (length < kShortestAnswer) return kShortestAnswer - length;
+  const std::size_t expected = kShortestAnswer + room_;
+  return length < expected ? expected - length : 1;
+}
+
 }  // namespace fluxor

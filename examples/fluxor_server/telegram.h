@@ -44,11 +44,17 @@ bool belongs_to(const Answer& answer, const Command& command);
 /// Collects received characters into telegrams, from start to end.
 class AnswerReader {
  public:
+  /// `room` is the length of the data that is expected.
+  explicit AnswerReader(std::size_t room) : room_(room) {}
+
   /// True when this character completes a telegram.
   bool take(wchar_t character);
   const std::wstring& telegram() const { return telegram_; }
+  /// How many characters of the telegram are sure to come; a refusal has no data.
+  std::size_t missing() const;
 
  private:
+  std::size_t room_;
   std::wstring telegram_;
 };
 

@@ -37,6 +37,17 @@ TEST_F(Record, DescribesCommandAndAnswer) {
   EXPECT_GT(detail.get(L"TimeOut").real(), 10) << "the characters take their time as well";
 }
 
+TEST_F(Record, TheTimeOutCountsTheBitsOfEachCharacter) {
+  transmitter_.put(L"ComSettings", L"4800,n,8,1");
+  ASSERT_TRUE(read(L"119"));
+  const double short_characters = record().get(L"TimeOut").real();
+  transmitter_.put(L"ComSettings", L"4800,e,8,2");
+  ASSERT_TRUE(read(L"119"));
+  constexpr double kCharacters = 13 + 15 + 150;
+  EXPECT_NEAR(record().get(L"TimeOut").real() - short_characters, kCharacters * 2 / 4800, 1e-4)
+      << "a parity bit and a stop bit more";
+}
+
 TEST_F(Record, ShowsTheDataOfAWrite) {
   EXPECT_EQ(write(L"32", 1), false);
   EXPECT_EQ(record().get(L"CmdLetter"), L"W");
