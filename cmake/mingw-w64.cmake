@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Windows from Linux, with the POSIX thread model (std::mutex and std::thread work). The including
 # toolchain file names the processor.
 set(PV_TARGET ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # What the builds for Windows share: compiler options, the IDL compiler, precompiled headers.
 
 # Numbers are computed in their own 32 or 64 bits, as the contract has it, not in the wider

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes docs/reference.md from the published contract, typelib/pvItems32.idl.
 
 Usage: docs/make_reference.py [--check]     --check only tells whether the reference is current

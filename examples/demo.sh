@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Shows hosts at work: one documents a transmitter type, with 32 bits, with 64, and with 64 through the
 # 32-bit library in a surrogate process; another connects to a simulated transmitter on
 # COM1, reads and writes its items under access control and prints the audit file that resulted, in

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The numbers of all texts, for the string tables and for the code: plain numbers only, because the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The identity of the library, for its version resource and its own version members.

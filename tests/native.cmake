@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # The tests of src/core and of the simulated transmitter, and the fuzzer.
 
 # What the fuzzer does with its inputs; the unit tests do it with the inputs that are kept.

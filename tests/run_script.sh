@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs a test script behind its checks by Wine's script host. Errors end a script silently, so its
 # last line must be DONE; anything else is a failure.
 set -uo pipefail

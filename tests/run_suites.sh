@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs suites, whose programs must have been built; each leaves its log and the numbers of its passed and
 # failed cases in build/test-logs.
 # A suite prints a line "[       OK ] name" or "[  FAILED  ] name" for each case.

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Source this file: the table of the suites, and what runs each of them.
 
 # For each suite: the lane that it runs in, the seconds that it may take, the tests that it runs unless
@@ -26,6 +29,7 @@ faults               calls      300  *           win32/faults_tests
 scripts              calls      300  *           win32/pvItems32
 script_host          calls      300  *           win32/script_host_tests
 apartments           calls      300  *           win32/apartments_tests
+site                 calls      300  *           win32/pvItems32
 documents            calls      300  *           win32/pvItems32
 abi-64               calls-64   300  *           win64/abi_tests
 automation-64        calls-64   300  *           win64/automation_tests

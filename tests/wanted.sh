@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Source this file behind tools/wine_prefix.sh, in a suite that is more than one program. Picks tests by
 # filters as Google Test has them, such as 'FullDisk*:*/FullDisk*' or '-HangUp.*'.
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # The test programs that run under Wine.
 
 # Compiled often and run briefly.

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Measures the library against the platform in one run, shows the table and keeps it in
 # docs/performance.md; of the 64-bit library, beside the 32-bit one, in docs/performance_64.md.
 # Usage: tools/bench.sh [win32 | win64]

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Joins the tables of the 32-bit and the 64-bit bench into one.
 
 Usage: compare_bits.py <table of 32 bits> <table of 64 bits>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Reads the published contract, an IDL file, into plain Python objects.
 
 Everything that is made of the contract besides the type library starts here: the reference, the

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Tells how many lines of src/core the unit tests execute, and how many of the class files the
 # contract sweep, the automation tests and the scripts, and fails below the limits. The lists of lines
 # that none of them executes stay in build/coverage/*.txt. Needs the builds of the presets "coverage" and

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Source this file: tells which Debian release the machine runs and where its packages come from.
 
 debian_keyring=/usr/share/keyrings/debian-archive-keyring.gpg

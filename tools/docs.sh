@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Makes the reference as a site, build/docs/html/index.html, and as a help file, build/docs/pvItems32.chm,
 # of the contract, the examples of docs/examples and the guides. Both can be read from their folder.
 # Usage: tools/docs.sh [folder]

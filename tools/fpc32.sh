@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Makes a Free Pascal that compiles for 32-bit Windows, in build/fpc32: Debian has the compiler for its own
 # system, and the sources of the other. Does nothing when it is there. Afterwards: build/fpc32/fpc host.pas
 set -euo pipefail

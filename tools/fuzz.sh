@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Fuzzes every text that comes from outside, two targets at a time, and fails on a finding. What was
 # learned stays in build/fuzz/corpus for the next run. Needs the build of the preset "fuzz".
 # Usage: tools/fuzz.sh [seconds for each target [target...]]

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Photographs every dialog in every language, in three resolutions and on a wide screen:
 # build/gallery/index.html.
 # Needs a started Wine. Usage: tools/gallery.sh [folder with dialogs_tests.exe] [output folder]

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Checks the form of all sources, the order of the rooms, the library with clang-tidy, everything with
 # cppcheck, that the reference is current, and that every file has its licence. Silent when all is well.
 set -uo pipefail

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes what hosts in other languages compile or import: the contract in C#, Pascal, Python and Basic."""
 
 import argparse

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes the side-by-side manifest for use of the library without registration.
 
 A program whose own manifest depends on the assembly "pvItems32" finds the classes through this

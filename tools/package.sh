@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Packs what a host programmer needs: build/package/pvItems32-<version>.zip. Its folders x86 and x64 hold
 # what is made for one kind of processor: the library with its manifest and type library, the example
 # server and the example host; bindings has the contract in other languages. Needs both Windows
@@ -41,10 +44,17 @@ pack_contract() {
 }
 
 pack_sources() {
-  git ls-files README.md CHANGELOG.md 'docs/*.md' examples | while read -r file; do
+  git ls-files README.md CHANGELOG.md LICENSE SECURITY.md LICENSES 'docs/*.md' ':!docs/site' examples | while read -r file; do
     mkdir -p "$root/$(dirname "$file")"
     cp "$file" "$root/$file"
   done
+}
+
+# The reference, to be read without the sources.
+pack_site() {
+  tools/docs.sh
+  cp -r build/docs/html "$root/docs/html"
+  cp build/docs/pvItems32.chm "$root/docs/"
 }
 
 rm -rf "$output"
@@ -52,5 +62,6 @@ pack_programs x86 build/win32 i686
 pack_programs x64 build/win64 x86_64
 pack_contract
 pack_sources
+pack_site
 (cd "$output" && zip -q -r -X "$name.zip" "$name")
 echo "== $output/$name.zip: $(find "$root" -type f | wc -l) files"

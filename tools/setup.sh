@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Installs every build and test tool from Debian packages, or the packages that are named; does nothing
 # when they are all there.
 set -euo pipefail
@@ -11,6 +14,7 @@ packages=(
   g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools
   wine wine32:i386 libwine:i386 wine64 xvfb socat
   fp-compiler-3.2.2 fp-utils-3.2.2 fp-units-rtl-3.2.2 fpc-source-3.2.2 mono-mcs reuse
+  python3-sphinx python3-myst-parser python3-sphinxcontrib.htmlhelp
   fonts-wine fonts-dejavu-core fonts-dejavu-extra
 )
 [ $# -eq 0 ] || packages=("$@")

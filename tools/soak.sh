@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Writes and reads a simulated transmitter for many rounds, over a line that loses telegrams. Needs a
 # running Wine with the library registered.
 # Usage: tools/soak.sh [rounds [native build folder [Windows build folder]]]

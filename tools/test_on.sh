@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs "./run test", or another command, of the committed tree on another Debian release. Its system
 # lies in build/chroot-<release>, takes packages from the sources of this machine and is there for the
 # next time. Needs root.

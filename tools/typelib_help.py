@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Gives the values of enumerations their help texts in a compiled type library.
 
 The IDL compiler of the build cannot store them. This program adds those of the contract to the

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Source this file: sets up the Wine prefix of the build (once), and starts its server and a display.
 # Takes PV_BITS, the bitness of the Windows, 32 or 64, and PV_WINEPREFIX, if it is not the usual one.
 # Gives: WINEPREFIX, PV_WINE, DISPLAY, PV_LOCALE and the functions below.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // What the C++ examples of the reference share, besides the library.h of the example server:

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Sphinx makes the site and the help file of the sources that pages.py writes."""
 
 from pathlib import Path

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Reads the pages of docs/examples, one for each class, whose examples stand in the reference and are
 run by the tests.
 

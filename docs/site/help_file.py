@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes contents, index and topic numbers of the help file, beside the pages that Sphinx has made for it.
 
 Usage: docs/site/help_file.py <folder>

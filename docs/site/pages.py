@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes the sources of the reference site: a page for each class of the contract, one with the
 enumerations, and beside them the guides, in the folders in which the project has them.
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Draws whom a class is given by and whom it gives: a column of boxes along a line, as narrow as the
 screen of a telephone. Colours come from the style sheet of the site, so it follows light and dark."""
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """The Fluxor flow transmitter in readable tables: dimensions, display lists, items and versions.
 
 make_data.py writes the settings files from these tables. Factors are exact fractions, values are

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes the Fluxor settings files (fluxor.itm, .ver, .dim, .lst, .val) from fluxor_tables.py.
 
 Usage: make_data.py [folder]      without a folder the files beside this script are replaced

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // The smallest way to an automation object in C++: a table from member names to functions.

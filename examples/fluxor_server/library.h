@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Reaching pvItems32 from C++: the header that comes out of its type library declares bare COM

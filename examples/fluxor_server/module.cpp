@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What makes a DLL of the server: a class factory, and registration by regsvr32.
 
 #include <string>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Documents a transmitter: loads its settings files through pvItems32 and prints its items.
 //
 //   cscript //nologo document.js <data folder> <version name> <language index>

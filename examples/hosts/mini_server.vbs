@@ -1,3 +1,6 @@
+' SPDX-FileCopyrightText: the pvItems32 authors
+' SPDX-License-Identifier: MIT
+
 ' The smallest start: a transmitter server as one short class. This one keeps the values in memory; put
 ' your own telegrams where it reads and writes them.
 '

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Connects to a Fluxor transmitter, reads and writes items and shows the audit file that resulted.
 //
 //   cscript //nologo read_write.js <settings name> <history folder> <language index>

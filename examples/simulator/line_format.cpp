@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Apart from the other uses of terminals: the kernel's own header does not go with <termios.h>,
 // whose speeds are codes and have none for a speed that was set as a number.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // A program that behaves like a Fluxor flow transmitter on a serial line.
 
 #include <chrono>

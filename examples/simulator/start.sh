@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Source this file: starts and stops simulated transmitters at the other ends of Wine's serial ports.
 
 PV_SIMULATORS=()

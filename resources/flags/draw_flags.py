@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Draws the flags of the six languages: flag_<name>.bmp (24x16) and flag_<name>.ico (32x32, 16x16).
 
 Run without arguments after changing a flag; the files are written beside this script.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """A small picture in memory and the Windows file formats it is stored in.
 
 Integer arithmetic only, so that a rerun on any machine gives the same bytes.

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Draws connected.bmp and not_connected.bmp: a field transmitter on its pipe, 32x32 pixels.
 
 The second one also stands for "no symbol". Run without arguments after changing a picture; the

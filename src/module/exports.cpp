@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
 
 #include <optional>
 #include <string_view>

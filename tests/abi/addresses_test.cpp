@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The process has the pointers of its build, and the suites of the 64-bit build use those that need
 // more than 32 bits. Under some systems the loader of 32-bit programs has the names of the other.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // How late-bound arguments find their parameters, and what is refused.
 
 #include <gtest/gtest.h>

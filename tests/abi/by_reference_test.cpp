@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Arguments that a member may change: they travel from variables of every kind into typed
 // parameters, and changes travel back.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Every class with an enumerator, filled through its own Add.
 
 #include <algorithm>

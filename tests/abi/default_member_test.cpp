@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Objects of a host where a plain value is wanted: their default member counts.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Events: listeners hear them in order, may change by-reference arguments, and may come and go
 // while they are called.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The published contract is frozen: clients are compiled against it. A wanted addition is written
 // with   abi_tests --gtest_filter=Contract.* --write-golden Z:/.../tests/abi/pvItems32.golden.txt
 

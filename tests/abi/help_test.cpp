@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Everything that the contract publishes carries a help text.
 
 #include <gtest/gtest.h>

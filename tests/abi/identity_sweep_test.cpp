@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What every object tells about itself: interfaces, class information, events.
 
 #include <ocidl.h>

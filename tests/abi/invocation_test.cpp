@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Which member an invocation means, and how its failures reach the client.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Every member of every class, called late-bound with everything that must be refused. A refused
 // call runs nothing and changes no reference count.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // How the library calls objects of the host.
 
 #include "host/late_bound.h"

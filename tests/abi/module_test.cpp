@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The module itself: what it exports and imports, its class factories, when it may be unloaded.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Every member of every class, called through its vtable as compiled clients do.
 
 #include <sstream>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Registration writes what clients need and takes all of it away again; without registration the
 // manifest beside the library is enough.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Calls from free threads, through the vtable and by name, with arguments of every kind.
 
 #include "pvItems32.h"

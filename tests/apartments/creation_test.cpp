@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Free threads create objects: the platform makes one apartment in which all of these live, and
 // what they share, they share there.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Listeners and servers that live among the free threads: the library calls them from its own
 // apartment, and they may call back meanwhile.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Objects of one apartment in the objects of another: kept, copied, saved, enumerated. The library
 // reaches them through their published interfaces alone.
 

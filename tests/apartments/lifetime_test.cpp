@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // How long objects last that other threads hold.
 
 #include "tests/apartments/apartment.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Many free threads use the library at once: their calls come in one after the other, also while a
 // call of the library to a server is under way.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What this platform does with any object of another apartment, where the tests of the library have
 // to look away. Each is shown with an object that is not the library's. A platform without these
 // limits fails here: then the tests that name them can ask for more.

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs the tests of free-threaded hosts, a part in each process: this platform hangs when a process has
 # had more than some sixty apartments. Needs a running Wine with the library registered.
 # Usage: tests/apartments/run.sh [tests, as a filter of Google Test [Windows build folder]]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Every member of every class, called from a free thread as it is called directly: the answers are
 // the same, through the vtable and by name.
 

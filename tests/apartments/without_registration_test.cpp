@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Free threads of hosts that bring the library along: its classes, and the way between apartments,
 // come from the side-by-side manifest.
 

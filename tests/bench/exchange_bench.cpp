@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Exchanges with a transmitter and their audit entries.
 #include <filesystem>
 #include <fstream>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Settings files: loading against the platform's way to read such files, saving, and growth.
 #include <algorithm>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The round on the line: all items of simulated transmitters, read through host, library, sample
 // server and protocol, against the time that the line itself needs for the characters.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Calls by name, and members of collections by key.
 #include "tests/bench/dictionary.h"
 #include "tests/bench/subject.h"

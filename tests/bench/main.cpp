@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Measures the library beside this program against the platform and prints a table of ratios.
 //
 //   bench_tests [--lines <folder of the counts>]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the benchmarks work on: objects of the library made without the registry, early bound, and
 // the platform's own objects beside them.
 #pragma once

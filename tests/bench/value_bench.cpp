@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Values as texts.
 #include "tests/bench/host_objects.h"
 #include "tests/bench/subject.h"

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Compares bindings with the type library: compare.py csharp <dump of the assembly>, or
 pascal, python, python-calls or basic <file>. Prints what differs."""
 

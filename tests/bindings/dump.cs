@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Prints what an assembly of bindings declares, as the runtime sees it, in a form that is compared with
 // the type library: dump.exe <assembly>
 

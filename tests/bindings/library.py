@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """What the type library declares, read from its dump, which the ABI tests compare with the library."""
 
 import re

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Compares the bindings of other languages with the type library: C# as the runtime sees it compiled,
 # Pascal and Basic as they are written, Python as it is imported and as its calls come out.
 # Needs the bindings in the build folder, no Windows.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The access editor: what it shows of an access word, and the word that it stores.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What screen readers are told: the platform names a field by the label before it.
 
 #include <gtest/gtest.h>

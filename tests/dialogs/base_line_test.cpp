@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Labels and the texts of their fields stand on one line, as they are seen on the screen.
 
 #include <gtest/gtest.h>

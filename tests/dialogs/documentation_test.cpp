@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What docs/dialogs.md says about windows and control ids is true.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What every form must bear: hosts without windows, several apartments, endings from outside,
 // questions within questions, and hundreds of shows.
 

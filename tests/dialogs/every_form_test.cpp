@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What is asked of every form alike: its layout, its access keys, its texts, real key strokes.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The count that the tests for leaks rely on sees what is left behind.
 
 #include "tests/dialogs/driver/handle_count.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // F1 in every form: the help viewer is asked for the form's topic, or for nothing.
 
 #include <gtest/gtest.h>

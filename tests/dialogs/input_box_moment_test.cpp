@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The input box: dates and times.
 
 #include "tests/dialogs/input_box_support.h"

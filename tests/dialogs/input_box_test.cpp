@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The input box: texts, masked texts, and the value that stays until it is closed.
 
 #include "tests/dialogs/input_box_support.h"

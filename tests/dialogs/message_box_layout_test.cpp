@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Where the message box puts its parts, in twips, and that no text is cut off.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Owners, nesting, threads and endings from outside, with what each button set answers.
 
 #include <gtest/gtest.h>

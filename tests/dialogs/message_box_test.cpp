@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the message box answers: button sets, keys, close box, titles, languages.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The password dialog: entering and closing a password of a store.
 
 #include "tests/dialogs/password_support.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What Windows is stricter about than other platforms: its documented demands, put before the
 // library's calls.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The symbol editor with a registered picture-editor control.
 
 #include <gtest/gtest.h>

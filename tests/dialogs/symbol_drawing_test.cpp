@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Drawing in the symbol editor: tools, colours, keys.
 
 #include "tests/dialogs/symbol_editor_support.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the symbol editor remembers: the colours, its place and its size.
 
 #include "tests/dialogs/symbol_editor_support.h"

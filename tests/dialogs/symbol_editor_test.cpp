@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The symbol editor with the library's own drawing part: what is opened, stored and shown.
 
 #include "tests/dialogs/symbol_editor_support.h"

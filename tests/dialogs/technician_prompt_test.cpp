@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The prompt of the audit log, as a write shows it.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Takes the code blocks of one language out of a page, one after the other, and beside them the output
 # that the page shows: the text block behind a block of code. A fence that says more than the language,
 # such as "```vbscript not run", is not taken.

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs the examples of the guides: the code blocks of a page that are in one language are one program,
 # and it writes what the page shows. Languages that have no run-time here are only compiled.
 # Needs a running Wine with the library registered, whose header is in the build folder.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the tests of saves under faults share: tables to save, and the other process.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Saving without room. The suite runs these tests with a limit on the size of files, which the
 // option --room tells: what lies beyond it does not fit.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Saving over a file that another process holds open, into folders that take no files, and beside
 // another process that saves the same file.
 

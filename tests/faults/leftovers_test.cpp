@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What programs that were killed in the middle of a save left beside the file.
 
 #include <gtest/gtest.h>

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Saves with a full disk, over files that others hold, and by programs that are killed. Needs a
 # running Wine with the library registered.
 # Usage: tests/faults/run.sh [tests, as a filter of Google Test [Windows build folder]]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The encoding of passwords, and the conversions of telegrams.
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The four settings files: what is read and written again reads the same, and every reader finds
 // what the plain search finds.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The fuzzer's program: fuzz_targets --target=<name> <corpus folders and options of libFuzzer>.
 
 #include <cstdint>

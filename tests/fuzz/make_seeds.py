@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Makes the fuzzer's first inputs out of the example settings: one folder for each target."""
 
 import argparse

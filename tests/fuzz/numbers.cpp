@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Number text: the reader agrees with the C library on the longest number, what is written reads
 // the same, and the conversions round as they promise. The first eight bytes also stand for a
 // double.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The search of the settings files as it is described, without any care for speed: what the
 // library's readers are compared with.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The records of units, variables, items and list members: each text is read as every kind.
 
 #include <algorithm>

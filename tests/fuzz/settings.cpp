@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The framing of the settings files. The first two lines of the input name a section and a key, the
 // rest is the file.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The text form of symbols: each input is read as a text, and stands for pixels besides.
 
 #include <algorithm>

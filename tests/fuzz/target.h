@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the fuzzer and the replay of its cases share: targets, each of which takes any bytes and
 // tells when a promise of the library does not hold for them.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The record of a window's place. The first line is the record, the second the size of the screen.
 
 #include "core/forms/window_placement.h"

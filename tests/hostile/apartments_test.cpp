@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Four apartments use the library at once: each has its own state, and none disturbs another.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Many random calls: nothing may crash, hang or leak. The allocation balance and the object count
 // are checked when the program ends.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What is made once: objects of every class, and the tables of their members.
 
 #include <gtest/gtest.h>

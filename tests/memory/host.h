@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The host side of a call whose memory fails: a server, a listener, a list box.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Settings files: a load takes the whole file or leaves the tables as they were, a save leaves the
 // former file or the whole new one.
 

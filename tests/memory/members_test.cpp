@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Members of all kinds, called late-bound with every allocation failing once.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Collections with a few members, whose texts are too long for a string's internal buffer.
 #pragma once
 

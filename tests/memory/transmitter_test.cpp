@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Calls that go on to a server of the host, and events that go to its listeners. What the host has
 // been told cannot be taken back; what the library keeps is as it was.
 

@@ -1,3 +1,6 @@
+/* SPDX-FileCopyrightText: the pvItems32 authors */
+/* SPDX-License-Identifier: MIT */
+
 /* A host in plain C, of any standard since 1989. It makes objects, works with them, changes an
    argument by reference, listens to an event and enumerates a collection; each result is compared.
    Ends with DONE; anything wrong is told before and ends it with exit code 1. */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 program Client;
 
 { A host in Pascal, early bound by the unit that comes out of the contract. It makes objects, works with

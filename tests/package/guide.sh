@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Source this file: takes programs and commands out of the guide of the unpacked package.
 
 # snippet <language of the fence> <heading>: the first one of the section.

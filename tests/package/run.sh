@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Makes the package, unpacks it, and builds and runs hosts of nothing but what is in it: the clients of
 # this folder in every standard of C and C++, and what the guide shows. Needs both Windows builds. Runs
 # in a Windows of its own, in which the library is registered for the scripts alone.

@@ -1,3 +1,6 @@
+' SPDX-FileCopyrightText: the pvItems32 authors
+' SPDX-License-Identifier: MIT
+
 ' Creates an object of each class that is named, by its ProgID, and tells which build served it.
 Option Explicit
 Dim i, object

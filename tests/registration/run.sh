@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Registers the builds of 32 and of 64 bits on one system: neither breaks the other, in either order, and
 # nothing is left of both. Needs a running 64-bit Wine; leaves the 64-bit build registered.
 # Usage: tests/registration/run.sh [tests, as a filter of Google Test [64-bit build folder [32-bit one]]]

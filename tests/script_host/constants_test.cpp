@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Every constant of the type library is known to scripts by its name.
 
 #include <gtest/gtest.h>

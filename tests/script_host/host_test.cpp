@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The host itself: what goes wrong in a script is told, so that no test passes by silence.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Scripts as users write them: each job of each .wsf file is a test.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the platform's own script engines do not do, shown with objects of the host. The other
 // tests of this folder keep within these limits; a platform that does more fails here and shows
 // which of their detours may go.

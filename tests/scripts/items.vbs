@@ -1,3 +1,6 @@
+' SPDX-FileCopyrightText: the pvItems32 authors
+' SPDX-License-Identifier: MIT
+
 ' Items, variables, versions and display lists as a VBScript host sees them.
 suite = "ItemsVbs"
 

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs the test scripts. Needs a running Wine with the library registered.
 # Usage: tests/scripts/run.sh [names, such as 'items.*:tools.vbs']
 set -uo pipefail

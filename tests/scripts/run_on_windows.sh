@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs the test scripts on Windows itself, by the bash that comes with git. Needs the library registered.
 # Usage: tests/scripts/run_on_windows.sh [folder of the script host]
 set -uo pipefail

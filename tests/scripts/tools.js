@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Item maintenance, statistics, directories, errors and passwords as a JScript host sees them.
 
 suite = "ToolsJs";

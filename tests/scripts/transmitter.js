@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // A transmitter whose server, host and modem are objects of this script. Where such an object has
 // no object to give it has null; its members may be values or functions.
 

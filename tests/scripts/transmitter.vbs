@@ -1,3 +1,6 @@
+' SPDX-FileCopyrightText: the pvItems32 authors
+' SPDX-License-Identifier: MIT
+
 ' A transmitter whose server is a class of this script: what the server changes in its arguments
 ' reaches the transmitter and its callers.
 suite = "TransmitterVbs"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Units, utilities, languages and window positions as a JScript host sees them.
 
 suite = "UtilityJs";

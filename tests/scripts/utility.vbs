@@ -1,3 +1,6 @@
+' SPDX-FileCopyrightText: the pvItems32 authors
+' SPDX-License-Identifier: MIT
+
 ' Units, utilities, languages and file names as a VBScript host sees them.
 suite = "UtilityVbs"
 

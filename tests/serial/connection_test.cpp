@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Finding the transmitter, and what is known of it then.
 
 #include "tests/serial/line_test.h"

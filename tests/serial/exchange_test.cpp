@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Reading and writing items over a line without faults.
 
 #include "tests/serial/known_values.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // A line that loses, damages and delays telegrams: exchanges are repeated, end in time and never
 // bring wrong values.
 

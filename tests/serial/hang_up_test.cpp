@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The port goes away after some telegrams. Each test is run alone: nobody answers afterwards.
 
 #include "tests/serial/line_test.h"

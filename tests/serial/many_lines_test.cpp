@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Many transmitters at once, one apartment each: every line keeps to itself. Their lines take the
 // time that the characters need; the option --counts names the folder of what they counted.
 

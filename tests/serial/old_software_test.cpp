@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // A device with software 1.10. Run alone: it needs a simulated transmitter of its own.
 
 #include "tests/serial/line_test.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What an exchange leaves behind: its record, and the events on its way.
 
 #include "tests/serial/line_test.h"

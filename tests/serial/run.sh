@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs the serial tests and the example hosts against simulated transmitters on COM1, and on many ports
 # at once. Needs a running Wine with the library registered.
 # Usage: tests/serial/run.sh [tests, as a filter of Google Test [Windows build folder]]

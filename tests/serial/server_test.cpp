@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The server's contract, called directly: kinds of arguments, settings, functions, pictures.
 
 #include "pvItems32.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Many rounds of writing and reading over a line that loses telegrams: what is written is read, and
 // memory, handles and both histories stay exact. The options --rounds and --progress tell how many,
 // and after how many a line is printed.

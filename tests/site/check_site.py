@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Checks the reference site and the help file against the contract, case by case.
 
 Usage: check_site.py <case> <folder>     the folder that tools/docs.sh has made; says what is wrong

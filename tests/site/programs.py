@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Makes programs of the examples of docs/examples, and tells what they have to print.
 
 Usage: programs.py <folder>

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Makes the reference site and the help file, checks them against the contract, and runs the examples of
 # every class, in VBScript and in C++. Needs a running Wine with the library registered, whose header is
 # in the build folder.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The main function of every Windows test program: the tests run in a single-threaded apartment of
 // their own thread, under the allocation spy; the main thread watches that they go on, and looks
 // at the end whether anything is left.

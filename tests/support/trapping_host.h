@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // A host whose run-time library lets the floating-point unit trap.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Texts as the user's locale and the system's code page have them, told by the platform and not by
 // the library.
 #pragma once

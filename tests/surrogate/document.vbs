@@ -1,3 +1,6 @@
+' SPDX-FileCopyrightText: the pvItems32 authors
+' SPDX-License-Identifier: MIT
+
 ' A script host that reaches the library through the surrogate process.
 suite = "SurrogateVbs"
 

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Runs hosts of 64 bits that reach the 32-bit library through the platform's surrogate process, in a
 # Windows of their own.
 # Usage: tests/surrogate/run.sh [tests, as a filter of Google Test [build folder of the hosts]]

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // A host that reaches the library through the platform's surrogate process, as hosts do that cannot
 // load it themselves: those of 64 bits the 32-bit library. Each object that is created may have a
 // process of its own.

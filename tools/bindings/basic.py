@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """The contract's constants as a module of Basic, for hosts that bind late."""
 
 

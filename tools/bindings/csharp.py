@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """The contract as C#: one source file that needs no interop assembly.
 
 The order of an interface's members is that of its vtable. Where C# has no property for a member, such

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """The contract as a Pascal unit, for Free Pascal and Delphi: interfaces for early binding, dispatch
 interfaces for calls by member number, a class for each coclass that creates its objects.
 

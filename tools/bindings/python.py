@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """The contract as a Python module: enumerations, and a thin class for each coclass and its members, over
 either of the two usual packages for automation."""
 

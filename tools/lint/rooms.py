@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Proves the order of the rooms: a file below src/ includes only its own room and those before it, and
 core/ includes neither a header of the platform nor one of the contract."""
 

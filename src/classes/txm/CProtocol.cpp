@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "classes/txm/CProtocol.h"
 
 #include "com/call.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "classes/units/CDimension.h"
 
 #include "classes/units/CUnits.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "classes/utility/CUtility.h"
 #include "com/call.h"
 #include "core/text/number_text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Access keys of captions: the letters that Alt reaches in a form.
 #pragma once
 

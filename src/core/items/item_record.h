@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The records of an item and of a variable: fields ended by '|', as the item file and CVariable
 // hold them.
 #pragma once

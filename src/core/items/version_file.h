@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The version file: which items each software version shows, and which item stands for each of
 // them.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "core/statistics/running_statistics.h"
 
 #include "core/errors/automation_error.h"

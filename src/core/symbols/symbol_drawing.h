@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Drawing on a symbol, stroke by stroke.
 #pragma once
 

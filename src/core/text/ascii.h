@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // ASCII letters and texts that differ only by their case. Case beyond ASCII is the platform's: see

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Windows file names taken apart and put together: drive, folder, name, extension.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Reading and writing numbers as text, independently of the platform's locale.
 //
 // Every lenient conversion of the library is made here: the reader knows only '.' (callers

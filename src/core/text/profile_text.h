@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the platform's private-profile functions make of an initialisation file, over memory: each
 // change gives the text that the file would hold after the platform's call, which reads and writes
 // the file anew every time.

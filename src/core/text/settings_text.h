@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The framing of the settings files, over memory: lines "[section]" and "key=value".
 //
 // Files are bytes in the system's ANSI code page; texts are wide. Opening, replacing and appending

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "core/txm/txm_name.h"
 
 #include "core/text/number_text.h"

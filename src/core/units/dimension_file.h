@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The table of dimensions and units as text, and the record of a unit.
 #pragma once
 

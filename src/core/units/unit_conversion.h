@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // From base values to engineering units and back, and the text that is shown for them.
 #pragma once
 

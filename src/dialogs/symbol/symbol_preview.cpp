@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "dialogs/symbol/symbol_preview.h"
 
 #include "platform/symbol_picture.h"

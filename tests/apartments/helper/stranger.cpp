@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // A class of somebody else for one apartment, which has nothing in common with the library: what
 // the platform does with this one, it does with any.
 

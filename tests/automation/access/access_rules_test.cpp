@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Access control: levels, refusals and their messages.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The encoding of password texts in settings, through the store, against the formulas of its
 // digits.
 

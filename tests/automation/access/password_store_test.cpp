@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The password store without its dialog: collection, settings text, encoding and events.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Item files as the item database saves them, and saves that are refused.
 
 #include <gtest/gtest.h>

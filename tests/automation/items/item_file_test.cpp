@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Item files as the item database loads them: whole, damaged and hostile ones.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Maintenance of the item database: changing an item's number or key.
 
 #include <gtest/gtest.h>

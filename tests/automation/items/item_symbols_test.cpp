@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The pictures of the items' symbols in an image list of the host.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // One item: its own properties, those of its variables, and copying.
 
 #include <gtest/gtest.h>

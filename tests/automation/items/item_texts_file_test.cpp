@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The file of the item texts is the one that the platform's own calls would have made, byte by
 // byte.
 

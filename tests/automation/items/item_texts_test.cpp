@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The texts of the items as one settings file per language.
 
 #include <gtest/gtest.h>

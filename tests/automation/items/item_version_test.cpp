@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // How the selected software version changes what the item database shows.
 
 #include <gtest/gtest.h>

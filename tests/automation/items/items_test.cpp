@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The item database: adding, finding, removing, enumerating, events.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Display-list files, and the host's list control that is filled with a list.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Display lists and their members: records, collections, renaming, copying.
 
 #include <gtest/gtest.h>

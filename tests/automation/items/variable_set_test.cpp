@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The variables of an item: an ordered, keyed collection that raises its errors.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // One variable of an item: its properties and its record.
 
 #include <gtest/gtest.h>

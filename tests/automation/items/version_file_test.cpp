@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Version files through the class that loads and saves them.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Versions and their lookup entries: collections, renaming, copying.
 
 #include <gtest/gtest.h>

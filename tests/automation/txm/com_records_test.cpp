@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Command and answer records, and the bounded list of the most recent ones.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The codecs of telegrams as automation clients reach them.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The event hub: every event with its number and arguments, and what listeners may do.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What a write does for the audit file, and the prompt for the technician.
 
 #include <optional>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Finding the transmitter on its port, the modem, and the display.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Reading and writing one item: which calls the server gets, in which order and with which kinds
 // of arguments.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What a transmitter keeps itself, and what its server answers for it.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What the tests of transmitters share: host objects whose calls end up, in order and with the
 // kinds of their arguments, in one log.
 #pragma once

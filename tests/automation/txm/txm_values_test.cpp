@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Raw values as texts and back: lists, units, and dimensions that other items name.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Base values as text in engineering units, and back.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The table of dimensions in its settings file.
 
 #include <gtest/gtest.h>

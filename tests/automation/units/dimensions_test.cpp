@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The collection of dimensions: adding, finding, copying and renaming them.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Directory listings of real folders, and the collection that holds them.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The log of errors that a host fills and shows.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Hosts whose floating-point unit is set otherwise than the platform sets it.
 
 #include <gtest/gtest.h>

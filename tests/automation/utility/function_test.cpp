@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Function buttons and the forms behind them.
 
 #include <gtest/gtest.h>

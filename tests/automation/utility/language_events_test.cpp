@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Changes of the active language, as listeners at the connection point hear of them.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The localised texts: what the library holds, and what pvString makes of it.
 
 #include <gtest/gtest.h>

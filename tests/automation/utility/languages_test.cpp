@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The registry of languages, its members and its flags.
 
 #include <gtest/gtest.h>

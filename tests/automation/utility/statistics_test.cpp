@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Running figures of a series of readings, against an independent computation.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The symbols of items: their keys, their pictures, and image lists that are filled on demand.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Constants, names, versions and dates of the utility facade, and sizes of pictures.
 
 #include <gtest/gtest.h>

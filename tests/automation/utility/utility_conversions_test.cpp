@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The tolerant conversions: any value in, the wanted type out.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Settings in files that the caller has opened itself: descriptors of the system's C library, which
 // this program shares with the library under test.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Settings in initialisation files, through the platform's profile functions.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The state that all objects of a thread share: who sees it, and how long it lives.
 
 #include <gtest/gtest.h>

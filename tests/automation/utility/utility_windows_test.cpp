@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Window positions: what a host's forms are asked, in which order, and what is kept of it.
 
 #include <gtest/gtest.h>

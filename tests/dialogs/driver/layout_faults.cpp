@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What is wrong with the layout of an open dialog, found with the platform's own text measures.
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "tests/dialogs/driver/picture_control.h"
 
 #include <gtest/gtest.h>

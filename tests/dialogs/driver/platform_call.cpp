@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "tests/dialogs/driver/platform_call.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Stands in for the platform's help viewer: notes in the environment what it was asked to show.
 
 #include <windows.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The other process of the fault tests:
 //   faults_helper hold <file> <share mode>    keeps the file open until its input ends
 //   faults_helper save <file> <times>         saves two item tables in turn; 0 times are for ever

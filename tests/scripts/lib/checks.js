@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // What comes before every JScript test: checks of one case, and its result line.
 
 var suite = "";

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Access words: what their bits mean, and how rules become a word.
 
 #include "core/access/access_word.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Proves that the example settings files are complete and agree with each other.
 #include "example_data.h"
 

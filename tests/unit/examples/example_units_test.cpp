@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Proves the example table of dimensions and units: standard order, exact factors.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The line of the simulated transmitter: what the host has set, and how long characters take.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "core/forms/access_keys.h"
 
 #include <gtest/gtest.h>

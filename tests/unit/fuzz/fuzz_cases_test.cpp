@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Inputs of the fuzzer that are kept: what once broke a promise, and some that are typical.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 #include "core/list/sorted_positions.h"
 
 #include <gtest/gtest.h>

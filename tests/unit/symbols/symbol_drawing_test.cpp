@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Drawing on symbols: tools, strokes and undo.
 
 #include "core/symbols/symbol_drawing.h"

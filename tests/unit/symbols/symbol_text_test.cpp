@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The text form of symbols.
 
 #include "core/symbols/symbol_text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Texts out of numbers, and the rounding that they need.
 
 #include "core/text/number_text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Reads the string tables as their source text, so that the coverage of every language and the
 // English wording are proved without a resource compiler or Windows.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The texts of the symbol editor, as the source of the resources has them.
 
 #include <gtest/gtest.h>

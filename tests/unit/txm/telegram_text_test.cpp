@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Conversions between values and the texts of telegrams, against references of their own.
 
 #include "core/txm/telegram_text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // The formatted name of a transmitter, in every combination of its parts.
 
 #include "core/txm/txm_name.h"
