@@ -20,7 +20,7 @@ sys.path[:0] = [str(ROOT / "docs"), str(ROOT / "tools"), str(HERE)]
 
 import contract  # noqa: E402
 import examples  # noqa: E402
-from make_reference import (access, as_one, by_name, default_text, escaped, parameter_text,  # noqa: E402
+from make_reference import (access, by_name, default_text, escaped, parameter_text,  # noqa: E402
                             signature, type_name)
 from picture import picture  # noqa: E402
 
@@ -88,10 +88,10 @@ class Reference:
         self.relations = [relation for known in self.classes for relation in self.relations_of(known)]
 
     def members(self, known):
-        return list(as_one(self.interfaces[known.interface].members))
+        return list(contract.grouped(self.interfaces[known.interface].members))
 
     def events(self, known):
-        return list(as_one(self.interfaces[known.source].members)) if known.source else []
+        return list(contract.grouped(self.interfaces[known.source].members)) if known.source else []
 
     # ---- who gives whom
 

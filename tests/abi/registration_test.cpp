@@ -21,6 +21,9 @@ namespace {
 
 using Entries = std::set<std::wstring>;
 
+// Both views of the registry share the applications: this is \AppID once more.
+constexpr wchar_t kApplicationsOfTheOtherView[] = L"\\Wow6432Node\\AppID";
+
 // Every key below this one, and every value as "key|name=text".
 void collect(HKEY key, const std::wstring& path, Entries& entries) {
   wchar_t name[512];
@@ -37,6 +40,7 @@ void collect(HKEY key, const std::wstring& path, Entries& entries) {
   }
   for (DWORD i = 0; RegEnumKeyW(key, i, name, ARRAYSIZE(name)) == ERROR_SUCCESS; ++i) {
     const std::wstring below = path + L"\\" + name;
+    if (_wcsicmp(below.c_str(), kApplicationsOfTheOtherView) == 0) continue;
     entries.insert(below);
     HKEY child = nullptr;
     if (RegOpenKeyExW(key, name, 0, KEY_READ, &child) != ERROR_SUCCESS) continue;
