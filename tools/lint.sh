@@ -25,10 +25,11 @@ mapfile -t sources < <(git ls-files '*.cpp' '*.h')
 mapfile -t core < <(git ls-files 'src/core/*.cpp')
 mapfile -t windows < <(git ls-files 'src/*.cpp' ':!src/core')
 
-# clang-tidy asks for the commands of a clang build without sanitizers' run-time options.
+# clang-tidy asks for the commands of a clang build without sanitizers' run-time options and without
+# precompiled headers, which nobody has built.
 configure_native() {
   cmake -S . -B build/lint -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
+    -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON
 }
 
 # The commands of the cross-compiler, whose precompiled header clang cannot read, and the header that
