@@ -41,7 +41,7 @@ TEST(LoadingWithoutMemory, TakesAllDisplayListsOrNone) {
 TEST(LoadingWithoutMemory, TakesAllDimensionsOrNone) {
   EXPECT_GT(fail_everywhere(a_dimension, L"LoadSettingsNew", {data_file("fluxor.dim")},
                             DISPATCH_METHOD, 17),
-            400);
+            300);
 }
 
 // Keys that are in use, in the file and in the table, do not make up for a lack of memory.

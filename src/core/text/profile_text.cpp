@@ -36,8 +36,7 @@ std::wstring_view without_quotes(std::wstring_view text) {
 
 }  // namespace
 
-ProfileText::ProfileText(std::wstring_view text)
-    : sections_(parse(text)), irregular_(true), unread_(kNone) {}
+ProfileText::ProfileText(std::wstring_view text) : sections_(parse(text)), unread_(kNone) {}
 
 // A line of its name and value. Of lines without either, one in a row stays.
 void ProfileText::add_line(Section& section, std::wstring_view text) {

@@ -66,7 +66,7 @@ class ProfileText {
   Sections sections_;
   bool changed_ = false;
   std::optional<Written> written_;
-  bool irregular_;  // some section disappears when the text is written and read again
+  bool irregular_ = true;  // some section disappears when the text is written and read again
   // The changed section that would not read as it stands here; or none, or all.
   std::size_t unread_;
 };
