@@ -25,7 +25,7 @@ automation-hu_HU     calls      300  *           win32/automation_tests
 automation-traps     calls      300  *           win32/automation_tests
 hostile              calls      300  *           win32/hostile_tests
 memory               calls      120  *           win32/memory_tests
-faults               calls      300  *           win32/faults_tests
+faults               calls      600  *           win32/faults_tests
 scripts              calls      300  *           win32/pvItems32
 script_host          calls      300  *           win32/script_host_tests
 apartments           calls      300  *           win32/apartments_tests
@@ -38,7 +38,7 @@ automation-hu_HU-64  calls-64   300  *           win64/automation_tests
 automation-traps-64  calls-64   300  *           win64/automation_tests
 hostile-64           calls-64   300  *           win64/hostile_tests
 memory-64            calls-64   120  *           win64/memory_tests
-faults-64            calls-64   300  *           win64/faults_tests
+faults-64            calls-64   600  *           win64/faults_tests
 scripts-64           calls-64   300  *           win64/pvItems32
 script_host-64       calls-64   300  *           win64/script_host_tests
 apartments-64        calls-64   300  *           win64/apartments_tests
