@@ -6,6 +6,7 @@
 #include <dispex.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "com/failure.h"
@@ -102,7 +103,8 @@ thread_local int NestedCall::depth_ = 0;
 HRESULT code_of(const EXCEPINFO& exception) {
   if (FAILED(exception.scode)) return exception.scode;
   const auto number = exception.wCode ? exception.wCode : static_cast<WORD>(exception.scode);
-  return static_cast<HRESULT>(0x800A0000u + number);
+  const std::uint32_t code = 0x800A0000u + number;
+  return static_cast<HRESULT>(code);
 }
 
 [[noreturn]] void raise(EXCEPINFO& exception) {

@@ -1,6 +1,10 @@
 // SPDX-FileCopyrightText: the pvItems32 authors
 // SPDX-License-Identifier: MIT
 
+// clang-format off: the controls' header needs the platform's types before it.
+#include "com/automation.h"
+// clang-format on
+
 #include <commctrl.h>
 
 #include <algorithm>

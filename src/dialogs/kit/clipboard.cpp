@@ -28,7 +28,9 @@ void copy_to_clipboard(HWND owner, const std::wstring& text) {
     taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
     CloseClipboard();
   }
-  if (!taken) GlobalFree(memory);  // else it belongs to the clipboard
+  // What is taken belongs to the clipboard, which cppcheck takes for a release in any case.
+  // cppcheck-suppress doubleFree
+  if (!taken) GlobalFree(memory);
 }
 
 }  // namespace pv

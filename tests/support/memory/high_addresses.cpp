@@ -24,6 +24,8 @@ void* address_of(std::uint64_t number) {
 void reserve(std::uint64_t from, std::uint64_t to, std::uint64_t step) {
   from = (from + step - 1) / step * step;
   if (from >= to) return;
+  // It stays until the process ends.
+  // cppcheck-suppress leakNoVarFunctionCall
   if (VirtualAlloc(address_of(from), to - from, MEM_RESERVE, PAGE_NOACCESS)) return;
   if (to - from <= step) return;
   const std::uint64_t middle = from + std::max((to - from) / 2 / step * step, step);
