@@ -10,14 +10,14 @@ set -uo pipefail
 name=${1##*/}
 whole=$(mktemp --suffix ".${name##*.}")
 trap 'rm -f "$whole"' EXIT
-cat "${1%/*}/lib/checks.${name##*.}" "$1" >"$whole"
+cat "tests/scripts/lib/checks.${name##*.}" "$1" >"$whole"
 
 host=(cscript //nologo "$(windows_path "$whole")" "$(windows_path examples/data)")
 if [ -n "${PV_DEBUGGER:-}" ]; then
   run_test_program "${host[@]}"
   exit
 fi
-output=$(timeout --kill-after=10 60 env LC_ALL="$PV_LOCALE" "$PV_WINE" "${host[@]}" </dev/null | tr -d '\r')
+output=$(wine_output "${host[@]}")
 printf '%s\n' "$output"
 if [ "${output##*$'\n'}" != DONE ]; then
   echo "[  FAILED  ] $name.ReachesItsEnd (0 ms)"

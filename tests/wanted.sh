@@ -38,3 +38,17 @@ run_wanted() {
 # Cases that are no test of a program, with the milliseconds that they took.
 say_passed() { echo "[       OK ] $1 (${2:-0} ms)"; }
 say_failed() { echo "[  FAILED  ] $1 (${2:-0} ms)"; failed=1; }
+
+# run_case <name> <command...>: shows what the command writes when it fails. It runs in a shell of its own.
+run_case() {
+  local name=$1 begun output
+  shift
+  wanted "$name" "$tests" || return 0
+  begun=$(date +%s%3N)
+  if output=$("$@" 2>&1); then
+    say_passed "$name" $(($(date +%s%3N) - begun))
+  else
+    printf '%s\n' "$output"
+    say_failed "$name" $(($(date +%s%3N) - begun))
+  fi
+}

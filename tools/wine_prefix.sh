@@ -25,6 +25,11 @@ export PV_LOCALE=${PV_LOCALE:-C.UTF-8}
 
 run_wine() { env LC_ALL="$PV_LOCALE" "$PV_WINE" "$@" </dev/null; }
 
+# wine_output <program...>: what it writes within a minute, in lines of this system.
+wine_output() {
+  timeout --kill-after=10 60 env LC_ALL="$PV_LOCALE" "$PV_WINE" "$@" </dev/null | tr -d '\r'
+}
+
 # With a debugger before it, such as PV_DEBUGGER="winedbg --gdb", the program is at the terminal.
 run_test_program() {
   if [ -z "${PV_DEBUGGER:-}" ]; then run_wine "$@"; else env LC_ALL="$PV_LOCALE" "$PV_WINE" $PV_DEBUGGER "$@"; fi

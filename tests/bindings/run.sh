@@ -25,18 +25,7 @@ compare_csharp() {
 }
 
 # try <name> <command...>
-try() {
-  local name=Bindings.$1 start output
-  shift
-  wanted "$name" "$tests" || return 0
-  start=$(date +%s%3N)
-  if output=$("$@" 2>&1); then
-    say_passed "$name" $(($(date +%s%3N) - start))
-  else
-    printf '%s\n' "$output"
-    say_failed "$name" $(($(date +%s%3N) - start))
-  fi
-}
+try() { run_case "Bindings.$1" "${@:2}"; }
 
 try CSharp compare_csharp
 try Pascal compare pascal "$bindings/pvItems32_TLB.pas"

@@ -17,22 +17,20 @@ data=$WINEPREFIX/drive_c/data
 trap 'rm -rf "$data" "$scratch"' EXIT
 failed=0
 
-run_windows() { timeout --kill-after=10 60 env LC_ALL="$PV_LOCALE" wine "$@" </dev/null | tr -d '\r'; }
-
 # An error ends a script silently, so it has to tell that it came to its end.
 run_script() { # <code>
   echo 'WScript.Echo("(end)")' >>"$1"
   echo '(end)' >>"$scratch/expected"
-  run_windows cscript //nologo "$(windows_path "$1")" | iconv -f CP437 -t UTF-8
+  wine_output cscript //nologo "$(windows_path "$1")" | iconv -f CP437 -t UTF-8
 }
 
 run_program() { # <code> <compiler and its options...>
   "${@:2}" -Wall -Wextra -Werror -fmax-errors=5 -static -I "$windows/generated" \
-    -o "$scratch/program.exe" "$1" -lole32 -loleaut32 -luuid && run_windows "$scratch/program.exe"
+    -o "$scratch/program.exe" "$1" -lole32 -loleaut32 -luuid && wine_output "$scratch/program.exe"
 }
 
 run_pascal() { # <code>
-  tools/fpc32.sh && build/fpc32/fpc -o"$scratch/program.exe" "$1" >&2 && run_windows "$scratch/program.exe"
+  tools/fpc32.sh && build/fpc32/fpc -o"$scratch/program.exe" "$1" >&2 && wine_output "$scratch/program.exe"
 }
 
 run_code() { # <language> <code>
@@ -46,21 +44,21 @@ run_code() { # <language> <code>
   esac
 }
 
-# try <page> <language> <suffix of its source files>
-try() {
-  local page=${1##*/} name code=$scratch/code.$3 start
-  name=Documents.${page%.md}
-  [ "$page" = "$2.md" ] || name+=_$2
-  wanted "$name" "$tests" || return 0
-  start=$(date +%s%3N)
+# run_page <page> <language> <suffix of its source files>
+run_page() {
+  local code=$scratch/code.$3
   rm -f "$scratch"/*
   : >"$scratch/expected"
   awk -v language="$2" -v code="$code" -v output="$scratch/expected" -f tests/documents/blocks.awk "$1"
-  if run_code "$2" "$code" >"$scratch/output" && diff "$scratch/expected" "$scratch/output"; then
-    say_passed "$name" $(($(date +%s%3N) - start))
-  else
-    say_failed "$name" $(($(date +%s%3N) - start))
-  fi
+  run_code "$2" "$code" >"$scratch/output" && diff "$scratch/expected" "$scratch/output"
+}
+
+# try <page> <language> <suffix of its source files>
+try() {
+  local page=${1##*/} name
+  name=Documents.${page%.md}
+  [ "$page" = "$2.md" ] || name+=_$2
+  run_case "$name" run_page "$@"
 }
 
 # The programs of the general guide are scripts.

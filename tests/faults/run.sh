@@ -77,8 +77,5 @@ with_full_disk 16 || failed=1
 with_full_disk 100 || failed=1 # so that big tables, which are written in pieces, lose only some
 run_tests '-FullDisk*:*/FullDisk*' || failed=1
 
-name=KilledSaver.LeavesTheOldOrTheNewFileWhole
-if wanted "$name" "$tests"; then
-  if kill_at_random_moments; then say_passed "$name"; else say_failed "$name"; fi
-fi
+run_case KilledSaver.LeavesTheOldOrTheNewFileWhole kill_at_random_moments
 exit "$failed"

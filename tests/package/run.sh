@@ -46,18 +46,7 @@ ends_with() {
 }
 
 # try <name> <command...>
-try() {
-  local name=Package.$1.Bits$bits start output
-  shift
-  wanted "$name" "$tests" || return 0
-  start=$(date +%s%3N)
-  if output=$("$@" 2>&1); then
-    say_passed "$name" $(($(date +%s%3N) - start))
-  else
-    printf '%s\n' "$output"
-    say_failed "$name" $(($(date +%s%3N) - start))
-  fi
-}
+try() { run_case "Package.$1.Bits$bits" "${@:2}"; }
 
 # place_manifest <program>: the one of the guide, with which the library is found without registration.
 place_manifest() {

@@ -19,21 +19,8 @@ data=$WINEPREFIX/drive_c/data
 trap 'rm -rf "$data" "$scratch"' EXIT
 failed=0
 
-run_windows() { timeout --kill-after=10 60 env LC_ALL="$PV_LOCALE" wine "$@" </dev/null | tr -d '\r'; }
-
 # try <name> <command...>
-try() {
-  local name=Site.$1 start output
-  shift
-  wanted "$name" "$tests" || return 0
-  start=$(date +%s%3N)
-  if output=$("$@" 2>&1); then
-    say_passed "$name" $(($(date +%s%3N) - start))
-  else
-    printf '%s\n' "$output"
-    say_failed "$name" $(($(date +%s%3N) - start))
-  fi
-}
+try() { run_case "Site.$1" "${@:2}"; }
 
 # Not one site for each test: only the first that needs it waits.
 check() { # <case>
@@ -42,7 +29,7 @@ check() { # <case>
 }
 
 run_script() { # <class>
-  diff "$programs/$1.vbscript" <(run_windows cscript //nologo "$(windows_path "$programs/$1.vbs")" |
+  diff "$programs/$1.vbscript" <(wine_output cscript //nologo "$(windows_path "$programs/$1.vbs")" |
     iconv -f CP437 -t UTF-8)
 }
 
@@ -51,7 +38,7 @@ compile_cpp() {
   i686-w64-mingw32-g++-posix -std=c++20 -Wall -Wextra -Werror -fmax-errors=5 -static -I "$windows/generated" \
     -I docs/examples -I examples/fluxor_server -o "$programs/examples.exe" "$programs/examples.cpp" \
     examples/fluxor_server/library.cpp -lole32 -loleaut32 -luuid &&
-    run_windows "$programs/examples.exe" >"$programs/output"
+    wine_output "$programs/examples.exe" >"$programs/output"
 }
 
 run_cpp() { # <class>

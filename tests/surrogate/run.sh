@@ -6,7 +6,7 @@
 # Windows of their own.
 # Usage: tests/surrogate/run.sh [tests, as a filter of Google Test [build folder of the hosts]]
 set -uo pipefail
-PV_WINEPREFIX=$PWD/build/wine-surrogate PV_BITS=64
+export PV_WINEPREFIX=$PWD/build/wine-surrogate PV_BITS=64
 . tools/wine_prefix.sh
 . tests/wanted.sh
 tests=${1:-*}
@@ -42,18 +42,6 @@ is_kept_for_the_other_library() {
   regsvr64 /u && regsvr32 # their program identifiers are the same
 }
 
-# A script of tests/, behind its checks, by the script host of 64 bits.
-run_script() { # <script>
-  local whole output
-  whole=$(mktemp --suffix .vbs)
-  cat tests/scripts/lib/checks.vbs "$1" >"$whole"
-  output=$(run_wine 'C:\windows\system32\cscript.exe' //nologo "$(windows_path "$whole")" \
-    "$(windows_path examples/data)" | tr -d '\r')
-  rm -f "$whole"
-  printf '%s\n' "$output"
-  [ "${output##*$'\n'}" = DONE ] && ! grep -q '^\[  FAILED  \]' <<<"$output"
-}
-
 # The host script with a server of its own, which the library in the other process calls.
 run_server_of_a_script() {
   local output
@@ -63,18 +51,12 @@ run_server_of_a_script() {
   grep -q '^Flow damping: 7.5 s$' <<<"$output" && [ "${output##*$'\n'}" = DONE ]
 }
 
-run_case() { # <name> <command...>
-  wanted "$1" "$tests" || return 0
-  if "${@:2}"; then say_passed "$1"; else say_failed "$1"; fi
-}
-
 trap stop_wine EXIT
 start_wine && regsvr32 || { say_failed Surrogate.IsRegistered; exit 1; }
 run_case SurrogateRegistration.ChangesNothingWhenUndone changes_nothing_when_undone
-[ ! -e build/win64/pvItems32.dll ] ||
-  run_case SurrogateRegistration.IsKeptForTheOtherLibrary is_kept_for_the_other_library
+run_case SurrogateRegistration.IsKeptForTheOtherLibrary is_kept_for_the_other_library
 regsvr32 /n /i:surrogate || { say_failed Surrogate.IsRegistered; exit 1; }
-run_case SurrogateVbs.ReachesItsEnd run_script tests/surrogate/document.vbs
+! wanted document.vbs "$tests" || tests/run_script.sh tests/surrogate/document.vbs || failed=1
 run_case SurrogateVbs.ServerOfTheScript run_server_of_a_script
 run_wanted '*' "$windows/surrogate_tests.exe" || failed=1
 exit "$failed"
