@@ -13,6 +13,9 @@ output=build/package
 version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 name=pvItems32-$version
 root=$output/$name
+# The time of everything that is packed: that of the last change.
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
+export SOURCE_DATE_EPOCH
 
 # Whoever has no Windows tools can still see that nothing but system libraries is needed.
 needs_windows_alone() { # <processor> <program>
@@ -57,11 +60,19 @@ pack_site() {
   cp build/docs/pvItems32.chm "$root/docs/"
 }
 
+# The same files make the same archive, whoever packs them.
+make_archive() {
+  chmod -R u=rwX,go=rX "$root"
+  find "$root" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +
+  (cd "$output" && find "$name" | LC_ALL=C sort | TZ=UTC zip -q -X -@ "$name.zip")
+}
+
 rm -rf "$output"
 pack_programs x86 build/win32 i686
 pack_programs x64 build/win64 x86_64
 pack_contract
 pack_sources
 pack_site
-(cd "$output" && zip -q -r -X "$name.zip" "$name")
+cp installer/*.cmd "$root"
+make_archive
 echo "== $output/$name.zip: $(find "$root" -type f | wc -l) files"
