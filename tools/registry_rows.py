@@ -50,6 +50,7 @@ def class_rows(known, library, path):
         Row(key + "\\ProgID", versioned),
         Row(key + "\\VersionIndependentProgID", general),
         Row(key + "\\TypeLib", braced(library)),
+        Row(key + "\\Version", library.version),
         Row(key + "\\Programmable", ""),
     ]
 
