@@ -31,6 +31,7 @@ pack_programs() {
     "$processor-w64-mingw32-strip" -o "$folder/$program" "$build/$program"
     needs_windows_alone "$processor" "$folder/$program"
   done
+  tools/sign.sh "$folder"/*.dll "$folder"/*.exe
   cp "$build/pvItems32.manifest" "$build/generated/pvItems32.tlb" "$folder/"
 }
 
