@@ -1,3 +1,6 @@
+rem SPDX-FileCopyrightText: the pvItems32 authors
+rem SPDX-License-Identifier: MIT
+
 @echo off
 rem Registers the library for 32-bit and for 64-bit programs, with the tool of its own bitness.
 rem As administrator: for every user. "Register user": for the current user alone. "Unregister" takes it back.

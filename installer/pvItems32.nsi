@@ -1,3 +1,6 @@
+; SPDX-FileCopyrightText: the pvItems32 authors
+; SPDX-License-Identifier: MIT
+
 ; The setup program: the libraries of both bitnesses, for every user of the machine or for one.
 ; tools/make_installers.sh defines VERSION, ROOT (the package's folder), LISTS (that of the lists of its
 ; files) and OUTPUT. Silent: /S [/AllUsers | /CurrentUser] [/NoExamples] [/D=folder]

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Builds the committed sources twice, in two folders, and compares what is packed of the results byte by
 # byte. Takes minutes. Usage: tools/check_reproducible.sh [presets, such as win32 win64]
 set -euo pipefail

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Makes the installers of the folder that tools/package.sh packs: pvItems32-<version>-setup.exe and
 # pvItems32-<version>.msi.
 # Usage: tools/make_installers.sh <package folder> <version> <output folder>

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Makes of the folder that tools/package.sh packs, beside it: the installers, the bill of materials, drafts
 # of manifests for package managers, and SHA256SUMS. Signs installers when there is a certificate
 # (tools/sign.sh). PV_DOWNLOAD_URL is where the drafts say that the files are.

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes the bill of materials, SPDX 2.3 as JSON: the packed programs, and the compiler's and the
 platform's run-time libraries that are linked into them, in the versions of the build machine."""
 

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Writes the source of the MSI package, for wixl, from the folder that tools/package.sh packs.
 
 Each file is a component of its own. The libraries' components also hold what registration writes, as

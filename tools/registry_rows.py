@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """The rows that registration writes below Software\\Classes, from the contract.
 
 For installers that write the registry themselves. What regsvr32 writes is compared with them by

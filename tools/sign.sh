@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Signs programs, libraries and MSI packages in place, when PV_CERTIFICATE names a PKCS #12 file; the
 # password is in PV_CERTIFICATE_PASSWORD, a service for time stamps in PV_TIMESTAMP_URL. Else does nothing.
 # Usage: tools/sign.sh <files...>

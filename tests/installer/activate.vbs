@@ -1,3 +1,6 @@
+' SPDX-FileCopyrightText: the pvItems32 authors
+' SPDX-License-Identifier: MIT
+
 ' Creates an object of each class that is named, and tells the kind of the script host.
 Option Explicit
 Dim i, object

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 """Checks the drafts for package managers and the bill of materials against the files they tell of.
 
 The drafts have the fields that the package managers require, of the right form; whether the managers

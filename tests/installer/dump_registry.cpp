@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Writes keys of the registry, with all below them, as lines "key|name=data"; a key has a line of
 // its own. Names of keys are lower case, as their case has no meaning. Usage: dump_registry
 // (HKLM|HKCU)\key...

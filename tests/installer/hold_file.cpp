@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: the pvItems32 authors
+// SPDX-License-Identifier: MIT
+
 // Keeps the first file open as Windows keeps a loaded library, until the second one, which it
 // makes, is gone. The test platform lets others write to a library that is loaded.
 

@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Packs and makes the setup program and the MSI package, and those of an older version; installs, upgrades,
 # repairs and removes with each, and compares the registry with what regsvr32 writes, and registry and
 # folders with what they were. Does so with the scripts for use by hand, too. Needs both Windows builds. Runs
 # in a Windows of its own, which does not activate what is installed for one user: that is compared alone.
 # Usage: tests/installer/run.sh [ways, such as 'Installer.Msi' or '-Installer.Setup:Installer.Scripts']
 set -uo pipefail
-PV_WINEPREFIX=$PWD/build/wine-installer
+PV_WINEPREFIX=$PWD/build/wine-installer PV_BITS=64
 . tools/wine_prefix.sh
 . tests/wanted.sh
-export WINEARCH=win64
 
 tests=${1:-*}
 version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
@@ -16,23 +18,12 @@ older=0.9.0
 root=$PWD/build/package/pvItems32-$version
 scratch=$(mktemp -d)
 trap 'stop_wine; rm -rf "$scratch"' EXIT
-wine64=$(PATH=$PATH:/usr/lib/wine command -v wine64)
 USER=${USER:-$(id -un)}
 . tests/installer/state.sh
 failed=0
 
 # try <name> <command...>
-try() {
-  local name=Installer.$1 start output
-  shift
-  start=$(date +%s%3N)
-  if output=$("$@" 2>&1); then
-    say_passed "$name" $(($(date +%s%3N) - start))
-  else
-    printf '%s\n' "$output"
-    say_failed "$name" $(($(date +%s%3N) - start))
-  fi
-}
+try() { run_step "Installer.$1" "${@:2}"; }
 
 # ---- the two installers: install <version> <machine | user | chosen>, repair, remove <where>
 

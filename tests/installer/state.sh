@@ -1,6 +1,9 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: the pvItems32 authors
+# SPDX-License-Identifier: MIT
+
 # Source this file behind tools/wine_prefix.sh: what is installed on the test platform, to be compared.
-# Needs: scratch (a folder), root (the package's folder), wine64 (the 64-bit loader).
+# Needs: scratch (a folder), root (the package's folder).
 
 drive=$WINEPREFIX/drive_c
 declare -A windows_folder=([machine]='C:\Program Files\pvItems32'
@@ -9,7 +12,7 @@ declare -A tools_folder=([32]=syswow64 [64]=system32) bits_folder=([32]=x86 [64]
 
 on_drive() { local path=${1#C:}; printf '%s%s\n' "$drive" "${path//\\//}"; } # <Windows path>
 
-windows() { timeout --kill-after=5 60 env LC_ALL="$PV_LOCALE" "$wine64" "$@" </dev/null; }
+windows() { timeout --kill-after=5 60 env LC_ALL="$PV_LOCALE" "$PV_WINE" "$@" </dev/null; }
 tool() { windows "C:\\windows\\${tools_folder[$1]}\\$2.exe" "${@:3}"; } # <bits> <program> <arguments...>
 
 # regsvr <bits> <folder> <options...>
