@@ -42,15 +42,18 @@ say_failed() { echo "[  FAILED  ] $1 (${2:-0} ms)"; failed=1; }
 # run_case <name> <command...>: shows what the command writes when it fails. It runs in a shell of its own.
 run_case() { ! wanted "$1" "$tests" || run_step "$@"; }
 
-# run_step <name> <command...>: a case that others need, whichever are wanted.
+# run_step <name> <command...>: a case that others need, whichever are wanted. What it writes goes to a
+# file: the end of a pipe would be waited for as long as a process that it has started is there.
 run_step() {
-  local name=$1 begun output
+  local name=$1 begun log
   shift
   begun=$(date +%s%3N)
-  if output=$("$@" 2>&1); then
+  log=$(mktemp)
+  if ("$@") >"$log" 2>&1 </dev/null; then
     say_passed "$name" $(($(date +%s%3N) - begun))
   else
-    printf '%s\n' "$output"
+    cat "$log"
     say_failed "$name" $(($(date +%s%3N) - begun))
   fi
+  rm -f "$log"
 }
