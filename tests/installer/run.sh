@@ -202,9 +202,16 @@ run_scripts() {
   rm -r "$(on_drive "${windows_folder[machine]}")"
 }
 
+# Packed by another suite of the same run, and nothing that it is made of has changed since.
+is_packed() {
+  local zip=build/package/pvItems32-$version.zip
+  [ -e "$zip" ] && ! { git ls-files; ls build/win{32,64}/{pvItems32,fluxor_server}.dll; } |
+    tr '\n' '\0' | xargs -0 sh -c 'find "$@" -newer "$0"' "$zip" | grep -q .
+}
+
 # An older version is smaller, and has a file that the newer one has not.
 make_all() {
-  tools/package.sh && tools/make_release.sh && cp build/package/*.{exe,msi} "$scratch" || return 1
+  { is_packed || tools/package.sh; } && tools/make_release.sh && cp build/package/*.{exe,msi} "$scratch" || return 1
   mkdir "$scratch/older" && cp -r "$root"/{x86,x64,typelib} "$scratch/older" &&
     date >"$scratch/older/only_older.txt" &&
     tools/make_installers.sh "$scratch/older" "$older" "$scratch"
