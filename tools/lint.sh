@@ -76,6 +76,13 @@ analyse() {
     -I src -I . $(git ls-files '*.cpp')
 }
 
+# The newest release of the change log is the version that is built.
+has_release() {
+  local version
+  version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+  [ "$(sed -n 's/^## \[\([0-9.]*\)\].*/\1/p' CHANGELOG.md | head -n 1)" = "$version" ]
+}
+
 check "configuring the native commands" configure_native
 check "configuring the Windows commands" configure_windows
 check "order of the rooms" tools/lint/rooms.py
@@ -83,6 +90,7 @@ check "clang-format" clang-format --dry-run -Werror "${sources[@]}"
 check "clang-tidy, core" tidy_core
 check "clang-tidy, the other rooms" tidy_windows
 check "cppcheck" analyse
+check "release in the change log" has_release
 check "reference" docs/make_reference.py --check
 check "licences" reuse lint
 [ "$failed" -eq 0 ] && echo "== lint passed"
