@@ -277,6 +277,7 @@ prepare() {
 }
 
 try Make make_all
+[ "$failed" -eq 0 ] || exit 1
 try Release release_is_consistent
 try Signed signs
 try Prepare prepare
