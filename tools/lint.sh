@@ -3,7 +3,8 @@
 # SPDX-License-Identifier: MIT
 
 # Checks the form of all sources, the order of the rooms, the library with clang-tidy, everything with
-# cppcheck, that the reference is current, and that every file has its licence. Silent when all is well.
+# cppcheck, the YAML of the public forge, that the reference is current, and that every file has its
+# licence. Silent when all is well.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
@@ -91,6 +92,7 @@ check "clang-tidy, core" tidy_core
 check "clang-tidy, the other rooms" tidy_windows
 check "cppcheck" analyse
 check "release in the change log" has_release
+check "YAML" yamllint --strict -c tools/lint/yamllint.yaml $(git ls-files '*.yml')
 check "reference" docs/make_reference.py --check
 check "licences" reuse lint
 [ "$failed" -eq 0 ] && echo "== lint passed"
