@@ -50,6 +50,7 @@ function(compile_idl idl)
     COMMAND ${widl} -t -o ${base}.tlb ${name}.idl
     ${completion}
     DEPENDS ${sources} ${CMAKE_SOURCE_DIR}/tools/typelib_help.py ${CMAKE_SOURCE_DIR}/tools/contract.py
+      ${CMAKE_SOURCE_DIR}/tools/help_topics.py ${CMAKE_SOURCE_DIR}/typelib/help_topics.txt
     WORKING_DIRECTORY ${folder}
     COMMENT "Compiling ${name}.idl")
   add_custom_command(

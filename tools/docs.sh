@@ -17,10 +17,12 @@ sphinx() {
 }
 
 # The compiler leaves the help file in the folder of the project, and says more than anybody wants to know.
+# It writes the name of that folder into the file, so that is the same one wherever it is.
 make_help_file() {
-  local log=$output/chmcmd.log
+  local log=$output/chmcmd.log folder=/proc/self/cwd
   docs/site/help_file.py "$output/htmlhelp"
-  (cd "$output/htmlhelp" && chmcmd pvItems32.hhp) >"$log" 2>&1 || { tail "$log" >&2; return 1; }
+  (cd "$output/htmlhelp" && chmcmd "$folder/pvItems32.hhp") >"$log" 2>&1 || { tail "$log" >&2; return 1; }
+  docs/site/help_contexts.py "$output/htmlhelp/pvItems32.chm" "$folder"
   mv "$output/htmlhelp/pvItems32.chm" "$output/"
 }
 

@@ -3,8 +3,8 @@
 # SPDX-License-Identifier: MIT
 
 # Packs what a host programmer needs: build/package/pvItems32-<version>.zip. Its folders x86 and x64 hold
-# what is made for one kind of processor: the library with its manifest and type library, the example
-# server and the example host; bindings has the contract in other languages. Needs both Windows
+# what is made for one kind of processor: the library with its manifest, type library and help file, the
+# example server and the example host; bindings has the contract in other languages. Needs both Windows
 # builds.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -43,7 +43,7 @@ pack_contract() {
     cmp build/win32/generated/"$file" build/win64/generated/"$file"
     cp build/win32/generated/"$file" "$root/typelib/"
   done
-  cp typelib/pvItems32.idl "$root/typelib/"
+  cp typelib/pvItems32.idl typelib/help_topics.txt "$root/typelib/"
   cp -r build/win32/bindings "$root/"
 }
 
@@ -54,11 +54,13 @@ pack_sources() {
   done
 }
 
-# The reference, to be read without the sources.
+# The reference, to be read without the sources. The help file is beside the libraries: registration tells
+# object browsers that it is there.
 pack_site() {
   tools/docs.sh
   cp -r build/docs/html "$root/docs/html"
-  cp build/docs/pvItems32.chm "$root/docs/"
+  cp build/docs/pvItems32.chm "$root/x86/"
+  cp build/docs/pvItems32.chm "$root/x64/"
 }
 
 # The same files make the same archive, whoever packs them.

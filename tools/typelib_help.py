@@ -2,10 +2,9 @@
 # SPDX-FileCopyrightText: the pvItems32 authors
 # SPDX-License-Identifier: MIT
 
-"""Gives the values of enumerations their help texts in a compiled type library.
-
-The IDL compiler of the build cannot store them. This program adds those of the contract to the
-library in place.
+"""Completes the help of a compiled type library in place: the name of the help file, the contexts of
+everything that the library holds (tools/help_topics.py), and the texts of enumeration values, which
+the IDL compiler cannot store.
 
 A type library (MSFT format) is a header, the offsets of the type descriptions, a directory of
 segments, the segments, and behind them one block per type with its members. All pointers into the
@@ -19,32 +18,26 @@ import struct
 import sys
 
 import contract
+import help_topics
 
 HEADER_SIZE = 0x54
+LIBRARY_FLAGS, LIBRARY_CONTEXT, HELP_FILE = 0x14, 0x2C, 0x3C  # positions in the header
+HAS_HELP_FILE = 0x10  # in the header's flags
 HAS_HELP_DLL = 0x100  # in the header's flags: one more header field
 SEGMENT_COUNT = 15
 TYPE_INFO, NAMES, STRINGS = 0, 7, 8  # positions in the segment directory
 TYPE_INFO_SIZE = 0x64
+TYPE_NAME, TYPE_CONTEXT = 0x34, 0x44  # positions in a type description
 KIND_ENUM = 0
 
-# A variable record: size and number, type, flags, kind and description size, value; then optional
+# A member's record is its size and number, its type, and what depends on its kind; then optional
 # fields, of which help context and help text are the first.
-PLAIN_RECORD = 0x14
-RECORD_WITH_HELP = 0x1C
+FUNCTION_CONTEXT = 0x18
+VALUE_CONTEXT = 0x14
 
 
 def u32(data, offset):
     return struct.unpack_from("<I", data, offset)[0]
-
-
-def texts_in(declared):
-    """The help text of every enumeration value, by its name."""
-    texts = {}
-    for value in (value for known in declared.enumerations for value in known.values):
-        if value.name in texts:
-            raise ValueError(f"{value.name} is declared twice")
-        texts[value.name] = value.help
-    return texts
 
 
 class TypeLibrary:
@@ -56,7 +49,7 @@ class TypeLibrary:
             raise ValueError("not a type library")
         self.data = bytearray(data)
         self.directory = HEADER_SIZE + 4 * u32(data, 0x20)
-        if u32(data, 0x14) & HAS_HELP_DLL:
+        if u32(data, LIBRARY_FLAGS) & HAS_HELP_DLL:
             self.directory += 4
         self.replaced = {}  # start of a part -> its new content
         starts = {self.segment(i)[0] for i in range(SEGMENT_COUNT) if self.segment(i)[1]}
@@ -131,19 +124,14 @@ def records_of(block, count):
         position += size
 
 
-def with_help(block, count, texts, strings, name_of):
-    """A block of `count` values whose records carry their texts. Returns it with the names used.
-
-    Behind the records stand three arrays: member ids, names, and positions of the records."""
+def with_help(block, count, helped):
+    """A block of `count` members, whose records `helped` completes; it gets the number and the name
+    of each. Behind the records stand three arrays: member ids, names, and positions of the records."""
     arrays = 4 + u32(block, 0)
-    names = [name_of(u32(block, arrays + 4 * (count + i))) for i in range(count)]
     records, positions = [], []
-    for name, record in zip(names, records_of(block, count)):
-        if name in texts and len(record) == PLAIN_RECORD:
-            record = record + struct.pack("<II", 0, strings.add(texts[name]))
-            struct.pack_into("<H", record, 0, RECORD_WITH_HELP)
+    for i, record in enumerate(records_of(block, count)):
         positions.append(sum(map(len, records)))
-        records.append(record)
+        records.append(helped(record, u32(block, arrays + 4 * i), u32(block, arrays + 4 * (count + i))))
     body = b"".join(records)
     return (
         struct.pack("<I", len(body))
@@ -151,26 +139,78 @@ def with_help(block, count, texts, strings, name_of):
         + block[arrays : arrays + 8 * count]
         + struct.pack(f"<{count}I", *positions)
         + block[arrays + 12 * count :]
-    ), names
+    )
 
 
-def add_help(data, texts):
+def function_with_help(record, topic):
+    """Each has its text already, which stands behind the context."""
+    struct.pack_into("<I", record, FUNCTION_CONTEXT, topic.number)
+    return record
+
+
+def value_with_help(record, topic, strings):
+    text = strings.add(topic.member.help)
+    record = record[:VALUE_CONTEXT] + struct.pack("<II", topic.number, text)
+    struct.pack_into("<H", record, 0, len(record))
+    return record
+
+
+class Helper:
+    """Gives each type its topics, and knows afterwards which of them were used."""
+
+    def __init__(self, library, declared):
+        self.library = library
+        self.topics = help_topics.topics(declared)
+        self.owners = {known.interface: known.name for known in declared.classes}
+        self.ids = {(owner, topic.member.id): name for (owner, name), topic in self.topics.items()
+                    if isinstance(topic.member, contract.Member)}
+        start, size = library.segment(STRINGS)
+        self.strings = StringTable(library.part(start))
+        self.used = set()
+
+    def topic(self, *key):
+        if key not in self.topics:
+            raise ValueError(f"{key} is not in the contract")
+        self.used.add(key)
+        return self.topics[key]
+
+    def help_type(self, info):
+        library = self.library
+        name = library.name(u32(library.data, info + TYPE_NAME))
+        owner = self.owners.get(name, name)
+        struct.pack_into("<I", library.data, info + TYPE_CONTEXT, self.topic(owner, None).number)
+        is_enumeration = u32(library.data, info) & 0xF == KIND_ENUM
+
+        def helped(record, number, name):
+            if is_enumeration:
+                return value_with_help(record, self.topic(owner, library.name(name)), self.strings)
+            return function_with_help(record, self.topic(owner, self.ids.get((owner, signed(number)), "")))
+
+        functions, values = struct.unpack_from("<HH", library.data, info + 0x18)
+        if functions + values:
+            block = library.block(info)
+            library.replaced[block] = with_help(library.part(block), functions + values, helped)
+
+    def help_library(self, declared):
+        header = self.library.data
+        struct.pack_into("<I", header, LIBRARY_FLAGS, u32(header, LIBRARY_FLAGS) | HAS_HELP_FILE)
+        struct.pack_into("<I", header, LIBRARY_CONTEXT, self.topic(declared.name, None).number)
+        struct.pack_into("<I", header, HELP_FILE, self.strings.add(help_topics.HELP_FILE))
+        for info in self.library.types():
+            self.help_type(info)
+        missing = sorted(f"{owner}.{name}" for owner, name in set(self.topics) - self.used)
+        if missing:
+            raise ValueError("not in the library: " + ", ".join(missing))
+        self.library.replaced[self.library.segment(STRINGS)[0]] = bytes(self.strings.content)
+
+
+def signed(number):
+    return number - (1 << 32) if number >> 31 else number
+
+
+def completed(data, declared):
     library = TypeLibrary(data)
-    start, size = library.segment(STRINGS)
-    strings = StringTable(data[start : start + size])
-    used = set()
-    for info in library.types():
-        count = u32(data, info + 0x18) >> 16
-        if u32(data, info) & 0xF != KIND_ENUM or count == 0:
-            continue
-        block = library.part(library.block(info))
-        block, names = with_help(block, count, texts, strings, library.name)
-        library.replaced[library.block(info)] = block
-        used.update(names)
-    unknown = sorted(set(texts) - used)
-    if unknown:
-        raise ValueError("not in the library: " + ", ".join(unknown))
-    library.replaced[start] = bytes(strings.content)
+    Helper(library, declared).help_library(declared)
     return library.content()
 
 
@@ -180,10 +220,9 @@ def main():
     parser.add_argument("library", help="the compiled type library, changed in place")
     options = parser.parse_args()
     try:
-        texts = texts_in(contract.read(options.idl))
         with open(options.library, "rb") as file:
             data = file.read()
-        changed = add_help(data, texts)
+        changed = completed(data, contract.read(options.idl))
         with open(options.library, "wb") as file:
             file.write(changed)
     except (OSError, ValueError) as error:

@@ -28,7 +28,7 @@ GUIDES = ["README.md", "CHANGELOG.md", "CONTRIBUTING.md", "SECURITY.md", "docs/*
 NOT_GUIDES = ("docs/examples/", "docs/site/", "docs/reference.md", "docs/performance_notes.md")
 
 HOSTS = "docs/hosts/"
-GUIDES_IN_ORDER = ["docs/using", "docs/server_contract", "docs/dialogs", "docs/symbols", "docs/performance"]
+GUIDES_IN_ORDER = ["docs/using", "docs/installing", "docs/server_contract", "docs/dialogs", "docs/symbols", "docs/performance"]
 
 INDEX = """# pvItems32 {version}
 

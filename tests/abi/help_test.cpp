@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: the pvItems32 authors
 // SPDX-License-Identifier: MIT
 
-// Everything that the contract publishes carries a help text.
+// Everything that the contract publishes carries a help text and the context of its topic in the
+// help file. golden_test.cpp proves that the contexts are the published ones.
 
 #include <gtest/gtest.h>
 
@@ -104,6 +105,79 @@ TEST(Help, OfChangedSaysWhoSetsIt) {
     }
   });
   EXPECT_EQ(found, 2 * said.size());  // get and put
+}
+
+// As object browsers ask: the file's name with or without its folder.
+void expect_help_file(BSTR name) {
+  const std::wstring file = name ? name : L"";
+  SysFreeString(name);
+  EXPECT_TRUE(file.ends_with(L"pvItems32.chm")) << printable(file);
+}
+
+TEST(Help, LibraryNamesItsFile) {
+  const Module module;
+  BSTR file = nullptr;
+  DWORD context = 0;
+  ASSERT_EQ(module.type_library()->GetDocumentation(-1, nullptr, nullptr, &context, &file), S_OK);
+  expect_help_file(file);
+  // Wine answers with the context of the help text, which there is none of.
+  EXPECT_TRUE(context == 1000 || context == 0) << context;
+}
+
+// What the contexts of a type and of its members belong to, by context.
+class Topics {
+ public:
+  void add_type(const TypeInfo& type) {
+    add(type, MEMBERID_NIL, topic_of(type));
+    if (type.attributes().typekind == TKIND_ENUM) add_values(type);
+    if (type.attributes().typekind != TKIND_DISPATCH) return;
+    const TypeInfo view = vtable_view_of(type);
+    for (const FunctionInfo& function : functions_of(view)) {
+      const MEMBERID member = function.description().memid;
+      add(view, member, topic_of(type) + L"." + function.name());
+      EXPECT_EQ(type.help_context_of(member), view.help_context_of(member));
+    }
+  }
+  std::size_t size() const { return topics_.size(); }
+
+ private:
+  // A class and its default interface are one topic, _CItem and CItem; __CItems are its events.
+  static std::wstring topic_of(const TypeInfo& type) {
+    const std::wstring name = type.name();
+    return name.starts_with(L"_C") ? name.substr(1) : name;
+  }
+  void add_values(const TypeInfo& type) {
+    for (UINT i = 0; i < type.attributes().cVars; ++i) {
+      VARDESC* variable = nullptr;
+      ASSERT_EQ(type.get()->GetVarDesc(i, &variable), S_OK);
+      add(type, variable->memid, topic_of(type) + L"." + type.name_of(variable->memid));
+      type.get()->ReleaseVarDesc(variable);
+    }
+  }
+  void add(const TypeInfo& type, MEMBERID member, const std::wstring& topic) {
+    BSTR file = nullptr;
+    DWORD context = 0;
+    ASSERT_EQ(type.get()->GetDocumentation(member, nullptr, nullptr, &context, &file), S_OK);
+    SCOPED_TRACE(printable(topic));
+    expect_help_file(file);
+    EXPECT_NE(context, 0u);
+    EXPECT_EQ(topics_.try_emplace(context, topic).first->second, topic) << context;
+  }
+
+  std::map<DWORD, std::wstring> topics_;
+};
+
+// A property and its setter share theirs, and so do a class and its default interface.
+TEST(Help, EveryTopicHasItsOwnContext) {
+  const Module module;
+  Topics topics;
+  for (const TypeInfo& type : types_of(module.type_library().get())) {
+    topics.add_type(type);
+    if (type.attributes().typekind != TKIND_COCLASS) continue;
+    EXPECT_EQ(type.help_context_of(MEMBERID_NIL), type.implemented(0).help_context_of(MEMBERID_NIL))
+        << printable(type.name());
+  }
+  EXPECT_GT(topics.size(), 500u);
 }
 
 // From declarations such as ENUM_VALUE(edtBit, 1, "One bit.").

@@ -69,7 +69,7 @@ void dump_function(std::ostream& out, const TypeInfo& owner, const FunctionInfo&
     out << " slot " << static_cast<std::size_t>(description.oVft) / sizeof(void*);
   }
   if (description.wFuncFlags) out << " flags " << description.wFuncFlags;
-  out << "\n";
+  out << " help " << owner.help_context_of(description.memid) << "\n";
   for (const ParameterInfo& parameter : function.parameters()) {
     out << "    [" << text_of_flags(parameter.flags) << "] " << text_of_type(owner, parameter.type)
         << " " << printable(parameter.name);
@@ -83,7 +83,8 @@ void dump_values(std::ostream& out, const TypeInfo& type) {
     VARDESC* variable = nullptr;
     if (FAILED(type.get()->GetVarDesc(i, &variable))) continue;
     out << "  " << printable(type.name_of(variable->memid)) << " = "
-        << text_of_value(*variable->lpvarValue) << "\n";
+        << text_of_value(*variable->lpvarValue) << " help " << type.help_context_of(variable->memid)
+        << "\n";
     type.get()->ReleaseVarDesc(variable);
   }
 }
@@ -107,7 +108,8 @@ void dump_type(std::ostream& out, const TypeInfo& type) {
   const auto kind = kinds.find(attributes.typekind);
   out << "\n"
       << (kind == kinds.end() ? "type" : kind->second) << " " << printable(type.name()) << " "
-      << printable(text_of_guid(attributes.guid)) << " flags " << attributes.wTypeFlags << "\n";
+      << printable(text_of_guid(attributes.guid)) << " flags " << attributes.wTypeFlags << " help "
+      << type.help_context_of(MEMBERID_NIL) << "\n";
   if (attributes.typekind == TKIND_ENUM) dump_values(out, type);
   if (attributes.typekind == TKIND_COCLASS) dump_implemented(out, type);
   if (attributes.typekind == TKIND_DISPATCH) {

@@ -114,6 +114,16 @@ activates() {
   [ "$said" = "$2" ] || { echo "said: $said"; return 1; }
 }
 
+# Object browsers look for the help file where the type library's entry says.
+finds_help() {
+  local folder found=0
+  while read -r folder; do
+    [ -s "$(on_drive "$folder")/pvItems32.chm" ] || { echo "no help file in $folder"; return 1; }
+    found=1
+  done < <(sed -n 's/.*\\helpdir|=//p' "$scratch/installed.added")
+  [ "$found" -eq 1 ]
+}
+
 older_is_there() {
   "$1_install" "$older" machine && [ -e "$(on_drive "${windows_folder[machine]}")/only_older.txt" ]
 }
@@ -155,6 +165,7 @@ run_lane() { # <setup | msi> <name>
   wanted "Installer.$2" "$tests" || return 0
   try "$2.Older" older_is_there "$1"
   try "$2.Upgrade" upgrades "$1"
+  try "$2.Help" finds_help
   try "$2.Activate32" activates 32 x86
   try "$2.Activate64" activates 64 AMD64
   [ "$1" = msi ] || try "$2.InUse" refuses_in_use

@@ -139,9 +139,59 @@ def topics_of_dialogs():
     return {int(number) for number in re.findall(r"kHelpTopic = (\d+);", sources)}
 
 
+def topics_of_contract():
+    """What is published for each help context: the names of its type and of its member, if it is one's."""
+    type_name, found = "", {}
+    for line in (ROOT / "tests/abi/pvItems32.golden.txt").read_text(encoding="utf-8").splitlines():
+        words, number = line.split(), re.search(r" help (\d+)$", line)
+        if number and not line.startswith(" "):
+            type_name = words[1]
+            found.setdefault(int(number[1]), (type_name, None))
+        elif number:
+            is_value = words[1] == "="  # edtBit = 1 (type 3) help 2011, but 10 get HRESULT Key slot 7 help 20020
+            found[int(number[1])] = (type_name, words[0] if is_value else words[3])
+    return found
+
+
+def topics_of_help_file(files):
+    """The page of each help context."""
+    table, texts = files["#ivb"].read_bytes(), files["#strings"].read_bytes()
+    numbers = [int.from_bytes(table[at:at + 4], "little") for at in range(4, len(table), 4)]
+    return {number: texts[start:texts.index(b"\0", start)].decode("cp1252")
+            for number, start in zip(numbers[::2], numbers[1::2])}
+
+
+def place_of_topic(files, page):
+    """Page and anchor that a topic's page leads to, or "" for none."""
+    text = files[page.lower()].read_text(encoding="cp1252")
+    target = re.search(r'http-equiv="refresh" content="0; url=\.\./([^#"]*)#?([^"]*)"', text)
+    return target.groups() if target else ("", "")
+
+
+def wrong_topics(files):
+    """Every help context of the type library and of the dialogs has a page. That of a member leads to the place where
+    it is described: an anchor that ends in its name, or has the name of the value."""
+    pages, published = topics_of_help_file(files), topics_of_contract()
+    if len(published) < 500:
+        yield "no help contexts are published"
+    for number in sorted(topics_of_dialogs() | set(published)):
+        if pages.get(number, "").lower() not in files:
+            yield f"topic {number} has no page"
+    for number, (type_name, member) in published.items():
+        if pages.get(number, "").lower() not in files:
+            continue
+        page, anchor = place_of_topic(files, pages[number])
+        if page.lower() not in files:
+            yield f"topic {number} leads nowhere"
+        elif anchor and f'id="{anchor}"' not in files[page.lower()].read_text(encoding="cp1252"):
+            yield f"topic {number} leads to {page}#{anchor}, which has no such anchor"
+        elif member and not re.fullmatch(rf"(.*-)?{member.replace('_', '-')}(-event)?", anchor, re.IGNORECASE):
+            yield f"topic {number} leads to {page}#{anchor}, not to {type_name}.{member}"
+
+
 def case_help_file(output):
-    """The help file holds a page for every class, its index every class and member, and it knows the topics that the
-    dialogs open."""
+    """The help file holds a page for every class, its index every class and member, and it knows the topics of the
+    type library and those that the dialogs open."""
     with tempfile.TemporaryDirectory() as folder:
         done = subprocess.run(["chmls", "extractall", str((output / "pvItems32.chm").resolve()), folder],
                               capture_output=True, text=True)
@@ -151,10 +201,7 @@ def case_help_file(output):
             return
         lists = {suffix: "".join(path.read_text(encoding="utf-8", errors="replace") for name, path in files.items()
                                  if name.endswith(suffix)) for suffix in (".hhc", ".hhk")}
-        topics = files["#ivb"].read_bytes() if "#ivb" in files else b""
-        known_topics = {int.from_bytes(topics[at:at + 4], "little") for at in range(4, len(topics), 8)}
-        for number in topics_of_dialogs() - known_topics:
-            yield f"topic {number} is missing, which a dialog opens"
+        yield from wrong_topics(files)
         for known, members, events in members_of(contract.read()):
             if f"docs/classes/{known.name}.html".lower() not in files:
                 yield f"{known.name}: no page"

@@ -42,6 +42,12 @@ std::wstring TypeInfo::help_of(MEMBERID member) const {
   return taken(help);
 }
 
+DWORD TypeInfo::help_context_of(MEMBERID member) const {
+  DWORD context = 0;
+  require(info_->GetDocumentation(member, nullptr, nullptr, &context, nullptr));
+  return context;
+}
+
 TypeInfo TypeInfo::referenced(HREFTYPE reference) const {
   Ref<ITypeInfo> info;
   require(info_->GetRefTypeInfo(reference, info.put()));

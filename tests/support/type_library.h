@@ -27,6 +27,7 @@ class TypeInfo {
   std::wstring name() const { return name_of(MEMBERID_NIL); }
   std::wstring name_of(MEMBERID member) const;
   std::wstring help_of(MEMBERID member) const;
+  DWORD help_context_of(MEMBERID member) const;
   TypeInfo referenced(HREFTYPE reference) const;
   /// An implemented interface, by index.
   TypeInfo implemented(UINT index) const;
