@@ -1,5 +1,5 @@
-rem SPDX-FileCopyrightText: the pvItems32 authors
-rem SPDX-License-Identifier: MIT
+@rem SPDX-FileCopyrightText: the pvItems32 authors
+@rem SPDX-License-Identifier: MIT
 
 @echo off
 rem Registers the library for 32-bit and for 64-bit programs, with the tool of its own bitness.
