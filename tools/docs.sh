@@ -22,7 +22,7 @@ make_help_file() {
   local log=$output/chmcmd.log folder=/proc/self/cwd
   docs/site/help_file.py "$output/htmlhelp"
   (cd "$output/htmlhelp" && chmcmd "$folder/pvItems32.hhp") >"$log" 2>&1 || { tail "$log" >&2; return 1; }
-  docs/site/help_contexts.py "$output/htmlhelp/pvItems32.chm" "$folder"
+  docs/site/finish_help_file.py "$output/htmlhelp/pvItems32.chm" "$folder"
   mv "$output/htmlhelp/pvItems32.chm" "$output/"
 }
 
