@@ -4,30 +4,22 @@
 
 """Checks the drafts for package managers and the bill of materials against the files they tell of.
 
-The drafts have the fields that the package managers require, of the right form; whether the managers
-take them is seen by their own tools, which run on Windows alone.
+The drafts are valid by schemas of our own, winget.schema.json and nuspec.xsd; whether the package
+managers take them is seen by their own tools, which run on Windows alone.
 """
 
 import hashlib
 import json
 import re
+import subprocess
 import sys
 from pathlib import Path
 from xml.etree import ElementTree
 
+import jsonschema
 import yaml
 
-SHA256 = r"[0-9A-F]{64}"
-COMMON = {"PackageIdentifier": r"[^.\s]{1,32}(\.[^.\s]{1,32}){1,7}", "PackageVersion": r"\d+\.\d+\.\d+",
-          "ManifestVersion": r"1\.6\.0"}
-REQUIRED = {
-    "version": {**COMMON, "DefaultLocale": "en-US", "ManifestType": "version"},
-    "defaultLocale": {**COMMON, "PackageLocale": "en-US", "Publisher": ".{2,256}", "PackageName": ".{2,256}",
-                      "License": ".{3,512}", "ShortDescription": ".{3,256}", "ManifestType": "defaultLocale"},
-    "installer": {**COMMON, "ManifestType": "installer"},
-}
-OF_INSTALLER = {"Architecture": "x86|x64", "InstallerType": "nullsoft|wix", "Scope": "user|machine",
-                "InstallerUrl": "https?://.+", "InstallerSha256": SHA256}
+HERE = Path(__file__).resolve().parent
 NUSPEC = "{http://schemas.microsoft.com/packaging/2013/05/nuspec.xsd}"
 
 
@@ -40,26 +32,30 @@ def digest(path):
     return hashlib.sha256(path.read_bytes()).hexdigest()
 
 
-def check_fields(found, required, where):
-    for name, form in required.items():
-        expect(re.fullmatch(form, str(found.get(name, ""))), f"{where}: {name} is {found.get(name)!r}")
+def winget_draft(folder, kind):
+    """Valid by the schema of its kind. All values are texts, as the schema has them: dates, too."""
+    found = yaml.load((folder / "winget" / f"{kind}.yaml").read_text(encoding="utf-8"), yaml.BaseLoader)
+    schema = json.loads((HERE / "winget.schema.json").read_text(encoding="utf-8"))
+    error = next(jsonschema.Draft202012Validator(schema | {"$ref": f"#/$defs/{kind}"}).iter_errors(found), None)
+    expect(not error, error and f"{kind}: {error.json_path}: {error.message}")
+    return found
 
 
 def check_winget(folder, version):
-    for kind, required in REQUIRED.items():
-        found = yaml.safe_load((folder / "winget" / f"{kind}.yaml").read_text(encoding="utf-8"))
-        check_fields(found, required, kind)
+    drafts = {kind: winget_draft(folder, kind) for kind in ("version", "defaultLocale", "installer")}
+    for kind, found in drafts.items():
         expect(found["PackageVersion"] == version, f"{kind}: of another version")
-    for installer in found["Installers"]:
-        check_fields(installer, OF_INSTALLER, "installer")
+    for installer in drafts["installer"]["Installers"]:
         name = installer["InstallerUrl"].rsplit("/", 1)[1]
         expect(digest(folder / name).upper() == installer["InstallerSha256"], f"{name}: another checksum")
 
 
 def check_nuget(folder, root, version):
-    package = ElementTree.parse(folder / "nuget" / "pvItems32.nuspec").getroot()
-    for name in ("id", "version", "authors", "description", "license"):
-        expect(package.findtext(f"{NUSPEC}metadata/{NUSPEC}{name}"), f"nuspec: no {name}")
+    path = folder / "nuget" / "pvItems32.nuspec"
+    checked = subprocess.run(["xmllint", "--noout", "--nonet", "--schema", HERE / "nuspec.xsd", path],
+                             capture_output=True, text=True)
+    expect(checked.returncode == 0, checked.stderr)
+    package = ElementTree.parse(path).getroot()
     expect(package.findtext(f"{NUSPEC}metadata/{NUSPEC}version") == version, "nuspec: another version")
     for file in package.iter(NUSPEC + "file"):
         source = file.get("src")
