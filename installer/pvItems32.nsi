@@ -11,6 +11,8 @@ SetCompressor /SOLID lzma
 !define NAME pvItems32
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 
+!define MUI_ICON "${NSISDIR}/Contrib/Graphics/Icons/box-install.ico"
+!define MUI_UNICON "${NSISDIR}/Contrib/Graphics/Icons/box-uninstall.ico"
 !define MULTIUSER_EXECUTIONLEVEL Highest
 !define MULTIUSER_MUI
 !define MULTIUSER_USE_PROGRAMFILES64
@@ -36,6 +38,7 @@ VIAddVersionKey FileVersion ${VERSION}
 VIAddVersionKey FileDescription "Setup of ${NAME}"
 VIAddVersionKey LegalCopyright "the ${NAME} authors"
 
+!insertmacro MUI_PAGE_LICENSE "../LICENSE"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY
@@ -120,6 +123,7 @@ Section "Library" library
   WriteUninstaller "$INSTDIR\Uninstall.exe"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayName "${NAME}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayIcon "$INSTDIR\Uninstall.exe"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" Publisher "the ${NAME} authors"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\Uninstall.exe" /$MultiUser.InstallMode'

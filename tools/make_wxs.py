@@ -22,8 +22,9 @@ UPGRADE_CODE = uuid.UUID("5b3d3a0e-6f0c-4a3c-9d55-0f4b8c1de7a2")  # for all vers
 LIBRARY = "pvItems32.dll"
 FOLDERS = {32: "x86", 64: "x64"}
 
-# In the order of actions: before the folders are final, and before anything is installed.
+# In the order of actions: before the folders are final, when they are, and before anything is installed.
 BEHIND_FILE_COST = 901
+BEHIND_COST_FINALIZE = 1001
 BEHIND_VALIDATION = 1401
 FOLDER_KEY = "Software\\pvItems32"
 FOLDERS_BY_PRECEDENCE = (
@@ -64,6 +65,7 @@ class Package:
                       Language="1033", Codepage="1252", Manufacturer="the pvItems32 authors")
         self.add_package(product)
         self.add_scope(product)
+        self.add_entry(product)
         self.add_files(product)
         self.add_features(product)
         return ElementTree.ElementTree(wix)
@@ -88,6 +90,13 @@ class Package:
             for sequence in sequences:
                 add(sequence, "Custom", Action=name,
                     Sequence=str(number)).text = f"NOT INSTALLDIR AND {condition}"
+
+    def add_entry(self, product):
+        """The entry among the installed programs. Without pages there is nothing to change by hand."""
+        add(product, "Property", Id="ARPNOMODIFY", Value="1")
+        add(product, "CustomAction", Id="TellFolder", Property="ARPINSTALLLOCATION", Value="[INSTALLDIR]")
+        sequence = product.find("InstallExecuteSequence")
+        add(sequence, "Custom", Action="TellFolder", Sequence=str(BEHIND_COST_FINALIZE)).text = "NOT Installed"
 
     def add_files(self, product):
         target = add(product, "Directory", Id="TARGETDIR", Name="SourceDir")
