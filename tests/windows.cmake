@@ -71,7 +71,8 @@ add_dependencies(apartments_tests apartments_stranger)
 
 # A host that reaches the library in another process.
 add_windows_tests(surrogate)
-target_sources(surrogate_tests PRIVATE automation/txm/txm_support.cpp)
+target_sources(surrogate_tests PRIVATE automation/txm/txm_support.cpp apartments/apartment.cpp
+  apartments/platform.cpp)
 
 # A call that is measured stays a call, though the program could know where it leads.
 add_windows_program(bench)

@@ -26,6 +26,7 @@ void leave_apartment() {
 
 FreeThreaded::FreeThreaded() {
   platform_keeps_class_objects();
+  platform_keeps_arguments();
   enter(COINIT_MULTITHREADED);
 }
 

@@ -81,6 +81,7 @@ class FromAFreeThread : public ClassTest {
 
   void expect_the_same(How how) const {
     platform_keeps_class_objects();
+    platform_keeps_arguments();
     const std::vector<bool> left_out = members_with_windows();
     const std::vector<std::string> expected = answers(how, left_out);
     on_thread(COINIT_MULTITHREADED, [&] {

@@ -31,6 +31,7 @@ std::atomic<DWORD> test_started{0};
 std::atomic<const char*> test_name{""};
 HANDLE output = nullptr;
 std::atomic<bool> stays_loaded{false};
+std::atomic<bool> arguments_are_kept{false};
 
 class Progress : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo& test) override {
@@ -131,6 +132,7 @@ int watch(HANDLE tests) {
 bool is_balanced(const Module& module, const AllocationBalance& balance) {
   const bool unloads = stays_loaded || module.can_unload() == S_OK;
   if (!unloads) std::printf("[  FAILED  ] objects of the library are left\n");
+  if (arguments_are_kept) forget_arguments_of_stubs();
   if (balance.difference() != 0) {
     const bool texts_are_cached = !GetEnvironmentVariableW(L"OANOCACHE", nullptr, 0);
     std::printf("[  FAILED  ] %ld allocations are left%s:\n%s", balance.difference(),
@@ -151,6 +153,7 @@ std::optional<std::string> option(const std::string& name) {
 }
 
 void library_stays_loaded() { stays_loaded = true; }
+void stubs_keep_arguments() { arguments_are_kept = true; }
 
 int run(int argc, char** argv) {
   output = duplicate_of_output();

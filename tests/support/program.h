@@ -14,4 +14,7 @@ std::optional<std::string> option(const std::string& name);
 /// The platform keeps the library for good: it need not be free to be unloaded at the end.
 void library_stays_loaded();
 
+/// The platform's stubs keep arguments of calls for good: at the end, none counts as left.
+void stubs_keep_arguments();
+
 }  // namespace pv::test

@@ -5,6 +5,7 @@
 // load it themselves: those of 64 bits the 32-bit library. Each object that is created may have a
 // process of its own.
 
+#include "tests/apartments/platform.h"
 #include "tests/automation/txm/txm_support.h"
 #include "tests/support/fake_object.h"
 #include "tests/support/members.h"
@@ -36,6 +37,7 @@ std::wstring example(std::string_view extension) {
 
 class Surrogate : public testing::Test {
  protected:
+  Surrogate() { platform_keeps_arguments(); }
   // What is used lives elsewhere: the library beside this program never has an object.
   ~Surrogate() override { EXPECT_EQ(Module().can_unload(), S_OK); }
 };

@@ -3,7 +3,9 @@
 
 #include "tests/support/memory/allocation_spy.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <mutex>
 #include <sstream>
@@ -35,6 +37,23 @@ struct Block {
   std::size_t size;
   std::size_t serial;
 };
+
+/// Stands at the end of each block that a stub of the platform allocates for arguments.
+struct EndOfArgument {
+  static constexpr ULONG kMark = 0x4D454D4C;  // "MEML"
+
+  ULONG mark;
+  ULONG size;  // of what is before it
+  ULONG reserved;
+  void* next;
+};
+
+bool is_argument_of_stub(const void* block, std::size_t size) {
+  EndOfArgument end;
+  if (size < sizeof end) return false;
+  std::memcpy(&end, static_cast<const char*>(block) + size - sizeof end, sizeof end);
+  return end.mark == EndOfArgument::kMark && end.size == size - sizeof end && end.reserved == 0;
+}
 
 class Spy final : public IMallocSpy {
  public:
@@ -97,6 +116,18 @@ class Spy final : public IMallocSpy {
     const std::lock_guard lock(mutex_);
     std::erase_if(blocks_, [&](const auto& block) { return block.second.serial >= serial; });
   }
+  std::size_t arguments_of_stubs() {
+    const std::lock_guard lock(mutex_);
+    return static_cast<std::size_t>(std::count_if(
+        blocks_.begin(), blocks_.end(),
+        [](const auto& block) { return is_argument_of_stub(block.first, block.second.size); }));
+  }
+  void forget_arguments_of_stubs() {
+    const std::lock_guard lock(mutex_);
+    std::erase_if(blocks_, [](const auto& block) {
+      return is_argument_of_stub(block.first, block.second.size);
+    });
+  }
   std::string report_since(std::size_t serial) {
     const std::lock_guard lock(mutex_);
     std::ostringstream text;
@@ -150,6 +181,8 @@ void install_allocation_spy() { CoRegisterMallocSpy(&spy()); }
 void remove_allocation_spy() { CoRevokeMallocSpy(); }
 void refuse_allocations(bool (*refuses)()) { spy().refuse(refuses); }
 std::size_t living_allocations() { return spy().living(); }
+std::size_t living_arguments_of_stubs() { return spy().arguments_of_stubs(); }
+void forget_arguments_of_stubs() { spy().forget_arguments_of_stubs(); }
 
 AllocationBalance::AllocationBalance() : before_(spy().living()), first_new_(spy().next_serial()) {}
 

@@ -26,6 +26,13 @@ void refuse_allocations(bool (*refuses)());
 /// Blocks that are allocated now and were allocated under the spy.
 std::size_t living_allocations();
 
+/// Those among them that the platform's stubs allocated for arguments of calls from other
+/// apartments. Each is known by what the stub writes behind its data, so no block of anybody else
+/// is among them.
+std::size_t living_arguments_of_stubs();
+/// Takes them for released.
+void forget_arguments_of_stubs();
+
 class AllocationBalance {
  public:
   AllocationBalance();
