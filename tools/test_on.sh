@@ -6,6 +6,7 @@
 # lies in build/chroot-<release>, takes packages from the sources of this machine and is there for the
 # next time. Needs root.
 # Usage: tools/test_on.sh <release> [arguments of "./run test" | setup | build | package | demo [option...]]
+# The suite that is named like a command is "test package".
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # shellcheck source=tools/debian.sh
@@ -23,7 +24,7 @@ fi
 release=$1
 shift
 case "${1:-}" in
-  setup | build | package | demo) ;;
+  test | setup | build | package | demo) ;;
   *) set -- test "$@" ;;
 esac
 root=$PWD/build/chroot-$release
