@@ -44,7 +44,7 @@ script_host-64       calls-64   300  *           win64/script_host_tests
 apartments-64        calls-64   300  *           win64/apartments_tests
 registration         calls-64   300  *           win64/pvItems32 win32/pvItems32
 surrogate            own        600  *           win64/surrogate_tests win32/pvItems32
-package              own        600  *           win64/pvItems32 win64/read_write win64/fluxor_server win32/pvItems32 win32/read_write win32/fluxor_server
+package              own        900  *           win64/pvItems32 win64/read_write win64/fluxor_server win32/pvItems32 win32/read_write win32/fluxor_server
 installer            own        900  *           win64/pvItems32 win64/read_write win64/fluxor_server win32/pvItems32 win32/read_write win32/fluxor_server
 bindings             plain      120  *           win32/contract
 unit                 plain      300  *           native/unit_tests
