@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t kSignificantDigits = 15;  // what the ordinary text of a double shows
 constexpr int kMostDecimals = 8;
+constexpr std::size_t kLongestInteger = 24;  // in characters, and more than enough
 
 bool is_blank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\r' || c == L'\n'; }
 bool is_digit(wchar_t c) { return c >= L'0' && c <= L'9'; }
@@ -326,9 +327,18 @@ std::wstring format_padded(long value, int digits) {
 }
 
 std::wstring format_integer(long value) {
-  std::array<char, 24> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-  return widen_ascii({buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data())});
+  std::array<wchar_t, kLongestInteger> text;  // NOLINT(*-member-init): read up to the end only
+  return {text.data(), write_integer(value, text.data())};
+}
+
+wchar_t* write_integer(long value, wchar_t* to) {
+  if (value < 0) *to++ = L'-';
+  auto rest = static_cast<unsigned long>(value);
+  if (value < 0) rest = 0 - rest;
+  wchar_t* const first = to;
+  for (; rest > 0 || to == first; rest /= 10) *to++ = static_cast<wchar_t>(L'0' + rest % 10);
+  std::reverse(first, to);
+  return to;
 }
 
 }  // namespace pv

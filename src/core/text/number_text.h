@@ -89,4 +89,7 @@ std::wstring format_padded(long value, int digits);
 /// Decimal digits of `value`.
 std::wstring format_integer(long value);
 
+/// The same written from `to` on, where there is space for them; gives their end.
+wchar_t* write_integer(long value, wchar_t* to);
+
 }  // namespace pv

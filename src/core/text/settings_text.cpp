@@ -12,6 +12,8 @@
 namespace pv {
 namespace {
 
+constexpr std::wstring_view kLineEnd = L"\r\n";
+
 /// The next line of `bytes` from `offset` on, without its end; moves `offset` past it. nullopt at
 /// the end.
 std::optional<std::string_view> take_line(std::string_view bytes, std::size_t& offset) {
@@ -53,11 +55,13 @@ std::vector<std::wstring> split_record(std::wstring_view record, wchar_t separat
 std::size_t split_record(std::wstring_view record, wchar_t separator,
                          std::span<std::wstring_view> fields) {
   std::size_t found = 0;
-  while (found < fields.size()) {
-    const std::size_t end = record.find(separator);
-    fields[found++] = record.substr(0, end);
-    if (end == std::wstring_view::npos) break;
-    record.remove_prefix(end + 1);
+  const wchar_t* const end = record.data() + record.size();
+  const wchar_t* begin = record.data();
+  for (const wchar_t* at = begin; found < fields.size(); ++at) {
+    if (at != end && *at != separator) continue;
+    fields[found++] = {begin, static_cast<std::size_t>(at - begin)};
+    if (at == end) break;
+    begin = at + 1;
   }
   return found;
 }
@@ -73,7 +77,9 @@ std::optional<std::string_view> SettingsReader::find_line(std::wstring_view open
                                                           std::wstring_view close) {
   if (!is_ascii(name)) return find_text(std::wstring(open).append(name).append(close));
   std::string start;
-  for (const std::wstring_view part : {open, name, close}) codec_->append_narrowed(part, start);
+  for (const std::wstring_view part : {open, name, close}) {
+    for (const wchar_t c : part) start.push_back(static_cast<char>(c));
+  }
   while (const std::optional<std::string_view> line = take_line(bytes_, offset_)) {
     if (line->starts_with(start)) return line;
   }
@@ -170,34 +176,33 @@ bool SettingsIndex::has_key(std::wstring_view key) const {
   return first_line(keys_, L"", key, L'=', 0).has_value();
 }
 
+std::wstring_view NumberedKey::with(long number) {
+  key_.resize(name_size_);
+  return key_ += format_integer(number);
+}
+
 SettingsWriter::SettingsWriter(const TextCodec& codec, bool continues_a_file)
     : codec_(&codec), empty_line_first_(continues_a_file) {}
 
-void SettingsWriter::line(std::initializer_list<std::wstring_view> texts) {
-  parts_.insert(parts_.end(), texts.begin(), texts.end());
-  parts_.emplace_back(L"\r\n");
-  codec_->append_narrowed(parts_, bytes_);
-  parts_.clear();
+void SettingsWriter::append(std::initializer_list<std::wstring_view> texts) {
+  codec_->append_narrowed({texts.begin(), texts.size()}, bytes_);
 }
 
 void SettingsWriter::section(std::wstring_view name) {
-  if (empty_line_first_) line({});
+  if (empty_line_first_) append({kLineEnd});
   empty_line_first_ = true;
-  line({L"[", name, L"]"});
+  append({L"[", name, L"]", kLineEnd});
 }
 
 void SettingsWriter::value(std::wstring_view key, std::wstring_view value) {
-  line({key, L"=", value});
+  append({key, L"=", value, kLineEnd});
 }
 
 void SettingsWriter::record(std::wstring_view key, std::span<const std::wstring_view> fields) {
-  constexpr std::wstring_view kEnd(&kRecordSeparator, 1);
-  parts_ = {key, L"="};
-  for (const std::wstring_view field : fields) {
-    parts_.push_back(field);
-    parts_.push_back(kEnd);
-  }
-  line({});
+  codec_->append_narrowed(key, bytes_);
+  bytes_ += '=';
+  codec_->append_separated(fields, static_cast<char>(kRecordSeparator), bytes_);
+  bytes_ += "\r\n";
 }
 
 void SettingsWriter::count(std::size_t count) {

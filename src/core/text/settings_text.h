@@ -106,6 +106,19 @@ class SettingsIndex {
   Lines keys_;     ///< by the text before the line's first "="
 };
 
+/// Names of lines that are numbered, like "VAR1", made in one place.
+class NumberedKey {
+ public:
+  explicit NumberedKey(std::wstring_view name) : name_size_(name.size()), key_(name) {}
+
+  /// Good until the next one.
+  std::wstring_view with(long number);
+
+ private:
+  std::size_t name_size_;
+  std::wstring key_;
+};
+
 /// Writes sections and values, every line ended by CR LF, with an empty line before each section
 /// but the file's first.
 class SettingsWriter {
@@ -131,12 +144,11 @@ class SettingsWriter {
   std::size_t size() const { return bytes_.size(); }
 
  private:
-  void line(std::initializer_list<std::wstring_view> texts);
+  void append(std::initializer_list<std::wstring_view> texts);
 
   const TextCodec* codec_;
   bool empty_line_first_;
   std::string bytes_;
-  std::vector<std::wstring_view> parts_;  // of a line; empty between two
 };
 
 /// What ends each field of a record.

@@ -25,6 +25,31 @@ std::string latin1_narrow(std::wstring_view text) {
   return bytes;
 }
 
+std::size_t total_size(std::span<const std::wstring_view> texts) {
+  std::size_t size = 0;
+  for (const std::wstring_view text : texts) size += text.size();
+  return size;
+}
+
+/// Writes characters to bytes as if all were ASCII, and tells whether they are.
+class AsciiWriter {
+ public:
+  explicit AsciiWriter(char* to) : to_(to) {}
+
+  void write(std::wstring_view text) {
+    for (const wchar_t c : text) {
+      seen_ |= static_cast<std::uint32_t>(c);
+      *to_++ = static_cast<char>(c);
+    }
+  }
+  void write(char c) { *to_++ = c; }
+  bool all_ascii() const { return seen_ < 0x80; }
+
+ private:
+  char* to_;
+  std::uint32_t seen_ = 0;
+};
+
 }  // namespace
 
 std::wstring TextCodec::widen(std::string_view bytes) const {
@@ -41,7 +66,8 @@ std::string TextCodec::narrow(std::wstring_view text) const {
 
 void TextCodec::widen(std::string_view bytes, std::wstring& text) const {
   if (is_ascii(bytes)) {
-    text.assign(bytes.begin(), bytes.end());
+    text.resize(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), text.begin());
   } else {
     text = widen_(bytes);
   }
@@ -54,20 +80,26 @@ void TextCodec::append_narrowed(std::wstring_view text, std::string& bytes) cons
 void TextCodec::append_narrowed(std::span<const std::wstring_view> texts,
                                 std::string& bytes) const {
   const std::size_t begin = bytes.size();
-  std::size_t size = 0;
-  for (const std::wstring_view text : texts) size += text.size();
-  bytes.resize(begin + size);
-  char* end = bytes.data() + begin;
-  std::uint32_t seen = 0;
-  for (const std::wstring_view text : texts) {
-    for (const wchar_t c : text) {
-      seen |= static_cast<std::uint32_t>(c);
-      *end++ = static_cast<char>(c);
-    }
-  }
-  if (seen < 0x80) return;
+  bytes.resize(begin + total_size(texts));
+  AsciiWriter writer(bytes.data() + begin);
+  for (const std::wstring_view text : texts) writer.write(text);
+  if (writer.all_ascii()) return;
   bytes.resize(begin);
   for (const std::wstring_view text : texts) bytes += narrow_(text);
+}
+
+void TextCodec::append_separated(std::span<const std::wstring_view> texts, char separator,
+                                 std::string& bytes) const {
+  const std::size_t begin = bytes.size();
+  bytes.resize(begin + total_size(texts) + texts.size());
+  AsciiWriter writer(bytes.data() + begin);
+  for (const std::wstring_view text : texts) {
+    writer.write(text);
+    writer.write(separator);
+  }
+  if (writer.all_ascii()) return;
+  bytes.resize(begin);
+  for (const std::wstring_view text : texts) (bytes += narrow_(text)) += separator;
 }
 
 const TextCodec& latin1_codec() {

@@ -28,6 +28,9 @@ class TextCodec {
   void widen(std::string_view bytes, std::wstring& text) const;
   void append_narrowed(std::wstring_view text, std::string& bytes) const;
   void append_narrowed(std::span<const std::wstring_view> texts, std::string& bytes) const;
+  /// Each of the texts followed by the separator, a character of ASCII.
+  void append_separated(std::span<const std::wstring_view> texts, char separator,
+                        std::string& bytes) const;
 
  private:
   Widen widen_;

@@ -290,6 +290,13 @@ TEST(SettingsWriter, WritesWhatTheReaderReads) {
   EXPECT_EQ(reader.value(L"A b", L"x", L"?", true, true), L" 1|2=3 ");
 }
 
+TEST(NumberedKey, EndsWithTheNumber) {
+  NumberedKey key(L"VAR");
+  EXPECT_EQ(key.with(10), L"VAR10");
+  EXPECT_EQ(key.with(1), L"VAR1");
+  EXPECT_EQ(key.with(32767), L"VAR32767");
+}
+
 TEST(SettingsLines, HaveNoLineEnd) {
   EXPECT_EQ(format_section_line(L"A"), L"[A]");
   EXPECT_EQ(format_section_line(L""), L"[]");

@@ -66,6 +66,18 @@ TEST(TextCodec, AppendsTextsOneBehindTheOther) {
   }
 }
 
+TEST(TextCodec, EndsEachTextWithTheSeparator) {
+  for (const std::wstring_view last : {L"c", L"\u3042"}) {
+    std::string bytes = "k=";
+    const std::wstring_view texts[] = {L"a", L"", last};
+    kTwoBytes.append_separated(texts, ';', bytes);
+    EXPECT_EQ(bytes, "k=a;;" + kTwoBytes.narrow(last) + ";");
+  }
+  std::string bytes = "k=";
+  kTwoBytes.append_separated({}, ';', bytes);
+  EXPECT_EQ(bytes, "k=");
+}
+
 TEST(TextCodec, AppendsToTheBytesThatAreThere) {
   std::string bytes = "k=";
   kTwoBytes.append_narrowed(L"a", bytes);
