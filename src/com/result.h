@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "com/variant.h"
+#include "core/text/shared_text.h"
 
 // How C++ values leave and enter automation methods. Results are cleared first and set only when
 // everything worked; the caller owns what it receives.
@@ -38,6 +39,7 @@ void set_result(I** out, Ref<T> value) {
 
 // A stored field takes over what a client sets.
 inline void set_field(std::wstring& field, BSTR value) { field = view_of(value); }
+inline void set_field(SharedText& field, BSTR value) { field = SharedText(view_of(value)); }
 inline void set_field(bool& field, VARIANT_BOOL value) { field = value != VARIANT_FALSE; }
 inline void set_field(Variant& field, const VARIANT& value) { field = dereferenced(value); }
 template <class I, class T>

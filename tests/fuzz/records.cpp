@@ -59,7 +59,7 @@ void variable(const std::wstring& text) {
                               .data_type = 6,
                               .symbol = L"symbol"};
   const std::wstring old = format_variable_record(before);
-  const VariableFields parsed = parse_variable_record(text, before);
+  const VariableFields parsed = parse_variable_record(text, before.as<std::wstring_view>());
   const std::size_t fields = std::min(fields_in(text), kVariableFieldCount);
   require(parsed.present == fields, "as many fields as the text has");
   const std::wstring written = format_variable_record(parsed.record);

@@ -123,6 +123,18 @@ TEST(ChangingACollection, LeavesItAsItWasWithoutMemory) {
         {1, long_key});
 }
 
+// It is kept beside the variable, where it is made when it is needed.
+TEST(SettingATolerance, KeepsTheFormerOneWithoutMemory) {
+  const auto fresh = [] { return create(L"CVariable"); };
+  const auto tolerant = [] {
+    const Object variable = create(L"CVariable");
+    variable.put(L"Tolerance", 0.5);
+    return variable;
+  };
+  EXPECT_EQ(fail_everywhere(fresh, L"Tolerance", {0.25}, DISPATCH_PROPERTYPUT), 1);
+  EXPECT_EQ(fail_everywhere(tolerant, L"Tolerance", {0.25}, DISPATCH_PROPERTYPUT), 1);
+}
+
 /// Objects of the same class, with other texts in them.
 struct Pair {
   Object source, destination;

@@ -80,18 +80,26 @@ void write(ItemFileWriter& file, CItem& item) {
 // As the utility's pvCBool converts a text.
 bool platform_boolean(std::wstring_view text) { return lenient_boolean(Variant(text)); }
 
-// An item that the collection refuses is passed over with its variables. The keys of variables that
-// their item refuses are added to `refused`.
-void add_from_file(CItems::Members& items, LoadedItem& loaded, std::vector<std::wstring>& refused) {
-  const auto item = make<CItem>();
-  item->assign(std::move(loaded.item));
-  if (!attempt([&] { items.append(item, item->record().key); })) return;
+// The keys of variables that their item refuses are added to `refused`.
+Ref<_CVariables> variables_from(ItemFileReader& file, RecentTexts& texts,
+                                std::vector<std::wstring>& refused) {
   const auto variables = make<CVariables>();
-  variables->list().reserve(loaded.variables.size());
-  item->set_variables(variables);
-  for (VariableRecord& record : loaded.variables) {
-    const auto variable = make<CVariable>(std::move(record));
-    if (!variables->add(variable)) refused.push_back(variable->key());
+  variables->list().reserve(static_cast<std::size_t>(file.variables_left()));
+  for (VariableRecordView record; file.next_variable(record);) {
+    const auto variable = make<CVariable>(record, texts);
+    if (!variables->add(variable)) refused.emplace_back(variable->key());
+  }
+  return variables;
+}
+
+// An item that the collection refuses is passed over with its variables.
+void add_items(CItems::Members& items, ItemFileReader& file, std::vector<std::wstring>& refused) {
+  RecentTexts texts;
+  for (ItemRecord record; file.next(record);) {
+    const auto item = make<CItem>();
+    item->assign(std::move(record));
+    if (!attempt([&] { items.append(item, item->record().key); })) continue;
+    item->set_variables(variables_from(file, texts, refused));
   }
 }
 
@@ -164,7 +172,7 @@ bool CItems::load(const std::wstring& file_name, std::vector<std::wstring>& refu
   if (file.count() < 1) return false;
   Members items = no_members();
   items.reserve(static_cast<std::size_t>(file.count()));
-  for (LoadedItem loaded; file.next(loaded);) add_from_file(items, loaded, refused);
+  add_items(items, file, refused);
   std::swap(list_, items);  // the former ones are released once the new ones are there
   changed_ = false;
   return true;

@@ -28,14 +28,19 @@ VariableRecordView CVariable::view(std::wstring_view list_id) const {
           .symbol = symbol_};
 }
 
-void CVariable::assign(VariableRecord record) {
+void CVariable::assign(const VariableRecordView& record, RecentTexts& texts) {
   // Values are never part of a record: a float starts as number, everything else as text.
   Variant value = record.data_type == edtFloat ? Variant(0.0f) : Variant(L"0");
   Variant list_id(lenient_integer<short>(record.list_id));
+  SharedText key = texts.shared(record.key);
+  SharedText caption = texts.shared(record.caption);
+  SharedText description = texts.shared(record.description);
+  SharedText symbol = texts.shared(record.symbol);
   // From here on nothing is allocated.
-  key_ = std::move(record.key);
-  caption_ = std::move(record.caption);
-  description_ = std::move(record.description);
+  key_ = std::move(key);
+  caption_ = std::move(caption);
+  description_ = std::move(description);
+  symbol_ = std::move(symbol);
   parent_variable_ = record.parent_variable;
   dimension_id_ = record.dimension_id;
   unit_id_ = record.unit_id;
@@ -43,16 +48,24 @@ void CVariable::assign(VariableRecord record) {
   value_ = std::move(value);
   list_id_ = std::move(list_id);
   data_type_ = record.data_type;
-  symbol_ = std::move(record.symbol);
+}
+
+STDMETHODIMP CVariable::get_Tolerance(VARIANT* result) noexcept {
+  return method_with_result(result, [&] { return tolerance_ ? *tolerance_ : Variant(0.0); });
+}
+
+STDMETHODIMP CVariable::put_Tolerance(VARIANT value) noexcept {
+  return method([&] { tolerance_ = std::make_unique<Variant>(dereferenced(value)); });
 }
 
 STDMETHODIMP CVariable::Load(VARIANT members, VARIANT_BOOL* result) noexcept {
   return method_with_result(result, [&] {
     std::wstring text;
     if (!attempt([&] { text = to_text(dereferenced(members)); })) return false;
-    VariableFields fields = parse_variable_record(text, view({}).as<std::wstring>());
+    const VariableFields fields = parse_variable_record(text, view({}));
     Variant list_id = list_id_;
-    assign(std::move(fields.record));
+    RecentTexts texts;
+    assign(fields.record, texts);
     if (fields.present <= kListIdField) list_id_ = std::move(list_id);
     return fields.present >= kVariableFieldCount;
   });

@@ -3,8 +3,11 @@
 
 #pragma once
 
+#include <memory>
+
 #include "com/object.h"
 #include "core/items/item_record.h"
+#include "core/text/shared_text.h"
 #include "pvItems32.h"
 
 namespace pv {
@@ -14,11 +17,9 @@ AUTOMATION_CLASS(CVariable)
 /// One field of an item.
 class CVariable final : public AutomationObject<CVariable> {
  public:
-  CVariable() = default;
-  /// A variable that never had the texts of a new one.
-  explicit CVariable(VariableRecord record) : description_(), caption_() {
-    assign(std::move(record));
-  }
+  CVariable() : description_(L"New variable"), caption_(L"New") {}
+  /// A variable of a file, whose texts are shared with those of others.
+  CVariable(const VariableRecordView& record, RecentTexts& texts) { assign(record, texts); }
 
   STORED(Key, BSTR, key_)
   STORED(DataType, short, data_type_)
@@ -26,7 +27,8 @@ class CVariable final : public AutomationObject<CVariable> {
   STORED(ParentVariable, short, parent_variable_)
   STORED(ListID, VARIANT, list_id_)
   STORED(Value, VARIANT, value_)
-  STORED(Tolerance, VARIANT, tolerance_)
+  STDMETHODIMP get_Tolerance(VARIANT* result) noexcept override;
+  STDMETHODIMP put_Tolerance(VARIANT value) noexcept override;
   STORED(EnableTolerance, VARIANT_BOOL, enable_tolerance_)
   STORED(Decimals, short, decimals_)
   STORED(UnitID, short, unit_id_)
@@ -40,26 +42,27 @@ class CVariable final : public AutomationObject<CVariable> {
   /// The fields that a variable record holds, as they stand here; `list_id` is the text of the
   /// list, which may be a value that has none.
   VariableRecordView view(std::wstring_view list_id) const;
-  void assign(VariableRecord record);
+  void assign(const VariableRecordView& record, RecentTexts& texts);
 
-  const std::wstring& key() const { return key_; }
+  std::wstring_view key() const { return key_; }
   const Variant& list_id() const { return list_id_; }
 
  private:
-  std::wstring key_;
+  // There are very many variables: members are small, and in an order that leaves no gaps.
+  SharedText key_;
+  SharedText symbol_;
+  SharedText description_;
+  SharedText caption_;
+  std::unique_ptr<Variant> tolerance_;  // made when one is set; 0 until then
   short data_type_ = edtBit;
-  bool dirty_ = false;
   short parent_variable_ = 0;
-  Variant list_id_{static_cast<short>(0)};
-  Variant value_{0.0};
-  Variant tolerance_{0.0};
-  bool enable_tolerance_ = true;
   short decimals_ = 2;
   short unit_id_ = 1;
   short dimension_id_ = 1;
-  std::wstring symbol_;
-  std::wstring description_ = L"New variable";
-  std::wstring caption_ = L"New";
+  bool dirty_ = false;
+  bool enable_tolerance_ = true;
+  Variant list_id_{static_cast<short>(0)};
+  Variant value_{0.0};
 };
 
 }  // namespace pv

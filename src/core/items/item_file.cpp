@@ -3,6 +3,7 @@
 
 #include "core/items/item_file.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "core/text/number_text.h"
@@ -24,18 +25,21 @@ ItemFileReader::ItemFileReader(std::string_view bytes, const TextCodec& codec,
       count_(lenient_integer<std::int16_t>(reader_.value(L"Items", L"Count", L"0", true, true))) {}
 
 // The file's order finds the lines: neither search looks for a section.
-bool ItemFileReader::next(LoadedItem& loaded) {
+bool ItemFileReader::next(ItemRecord& item) {
+  for (VariableRecordView passed_over; next_variable(passed_over);) continue;
   if (read_ >= count_) return false;
   ++read_;
-  const auto variable_count = lenient_integer<std::int16_t>(reader_.next_value(L"Count", L"1"));
-  loaded.item =
-      parse_item_record(reader_.next_value(L"Settings", kDefaultItem), booleans_, decimal_);
-  loaded.variables.clear();
-  for (int j = 1; j <= variable_count; ++j) {
-    loaded.variables.push_back(
-        parse_variable_record(reader_.next_value(L"VAR" + format_integer(j), kDefaultVariable))
-            .record);
-  }
+  const auto variables = lenient_integer<std::int16_t>(reader_.next_value(L"Count", L"1"));
+  variable_count_ = std::max<int>(variables, 0);
+  variables_read_ = 0;
+  item = parse_item_record(reader_.next_value(L"Settings", kDefaultItem), booleans_, decimal_);
+  return true;
+}
+
+bool ItemFileReader::next_variable(VariableRecordView& variable) {
+  if (variables_read_ >= variable_count_) return false;
+  const std::wstring_view key = variable_key_.with(++variables_read_);
+  variable = parse_variable_record(reader_.next_value(key, kDefaultVariable)).record;
   return true;
 }
 
@@ -45,7 +49,12 @@ std::optional<std::vector<LoadedItem>> parse_item_file(std::string_view bytes,
   ItemFileReader reader(bytes, codec, booleans);
   if (reader.count() < 1) return std::nullopt;
   std::vector<LoadedItem> items;
-  for (LoadedItem loaded; reader.next(loaded); loaded = {}) items.push_back(std::move(loaded));
+  for (LoadedItem loaded; reader.next(loaded.item); loaded = {}) {
+    for (VariableRecordView variable; reader.next_variable(variable);) {
+      loaded.variables.push_back(variable.as<std::wstring>());
+    }
+    items.push_back(std::move(loaded));
+  }
   return items;
 }
 
@@ -56,14 +65,14 @@ ItemFileWriter::ItemFileWriter(std::size_t count, const FileStamp& stamp, const 
 }
 
 void ItemFileWriter::item(const ItemRecord& item, std::size_t variable_count) {
-  writer_.section(L"ITEM" + format_integer(++items_));
+  writer_.section(item_section_.with(++items_));
   writer_.count(variable_count);
   writer_.record(L"Settings", RecordFields(item, decimal_).all());
   variables_ = 0;
 }
 
 void ItemFileWriter::variable(const VariableRecordView& variable) {
-  writer_.record(L"VAR" + format_integer(++variables_), RecordFields(variable).all());
+  writer_.record(variable_key_.with(++variables_), RecordFields(variable).all());
 }
 
 std::string format_item_file(const std::vector<LoadedItem>& items, const FileStamp& stamp,

@@ -14,14 +14,9 @@
 
 namespace pv {
 
-struct LoadedItem {
-  ItemRecord item;
-  std::vector<VariableRecord> variables;
-};
-
-/// Reads a file front to back, item by item. Missing lines give default records, so a key may come
-/// more than once: which items and variables their collections refuse is the caller's matter. Views
-/// the bytes: the caller keeps them alive.
+/// Reads a file front to back: each item, followed by its variables. Missing lines give default
+/// records, so a key may come more than once: which items and variables their collections refuse is
+/// the caller's matter. Views the bytes: the caller keeps them alive.
 ///
 /// Counts that the file does not keep cannot exhaust memory: the first missing line takes the
 /// search to the end of the file, and behind it each further item has one default variable. So at
@@ -35,8 +30,15 @@ class ItemFileReader {
   /// How many items there are to read; below 1 when the bytes are no item file.
   long count() const { return count_; }
 
-  /// Reads the next item into `loaded`, whose capacity is reused; false after the last one.
-  bool next(LoadedItem& loaded);
+  /// Reads the next item; false after the last one. Variables that were not read are passed over.
+  bool next(ItemRecord& item);
+
+  /// How many variables the item has that are still to be read.
+  int variables_left() const { return variable_count_ - variables_read_; }
+
+  /// Reads the next variable of the item; false after the last one. Its texts are good until
+  /// something else is read.
+  bool next_variable(VariableRecordView& variable);
 
  private:
   SettingsReader reader_;
@@ -44,6 +46,14 @@ class ItemFileReader {
   wchar_t decimal_;
   long count_;
   long read_ = 0;
+  int variable_count_ = 0;  // of the item that was read last
+  int variables_read_ = 0;
+  NumberedKey variable_key_{L"VAR"};
+};
+
+struct LoadedItem {
+  ItemRecord item;
+  std::vector<VariableRecord> variables;
 };
 
 /// All items of a file; nullopt when the bytes are none.
@@ -67,6 +77,8 @@ class ItemFileWriter {
  private:
   SettingsWriter writer_;
   wchar_t decimal_;
+  NumberedKey item_section_{L"ITEM"};
+  NumberedKey variable_key_{L"VAR"};
   long items_ = 0;
   long variables_ = 0;
 };

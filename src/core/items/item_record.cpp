@@ -42,17 +42,20 @@ ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform,
           .length = lenient_integer<std::int16_t>(fields[7])};
 }
 
-RecordFields::RecordFields(const ItemRecord& item, wchar_t decimal) {
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): only digits that were written are read.
+RecordFields::RecordFields(const ItemRecord& item, wchar_t decimal)
+    : smart_wait_(format_number(item.smart_wait, decimal)) {
   text(item.key);
   number(item.item_id);
   boolean(item.by_meaning);
   number(item.access);
   boolean(item.historian);
   boolean(item.restore);
-  text(numbers_[count_] = format_number(item.smart_wait, decimal));
+  text(smart_wait_);
   number(item.length);
 }
 
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): only digits that were written are read.
 RecordFields::RecordFields(const VariableRecordView& variable) {
   text(variable.key);
   text(variable.caption);
@@ -67,24 +70,22 @@ RecordFields::RecordFields(const VariableRecordView& variable) {
   text(variable.symbol);
 }
 
-// Most numbers have one digit.
-void RecordFields::number(int field) {
-  constexpr std::wstring_view kDigits = L"0123456789";
-  const bool is_digit = field >= 0 && field <= 9;
-  text(is_digit ? kDigits.substr(static_cast<std::size_t>(field), 1)
-                : numbers_[count_] = format_integer(field));
+void RecordFields::number(std::int16_t field) {
+  wchar_t* const begin = end_of_digits_;
+  end_of_digits_ = write_integer(field, begin);
+  text({begin, static_cast<std::size_t>(end_of_digits_ - begin)});
 }
 
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal) {
   return joined(RecordFields(item, decimal).all());
 }
 
-VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial) {
+VariableFields parse_variable_record(std::wstring_view text, const VariableRecordView& initial) {
   std::array<std::wstring_view, kVariableFieldCount> fields;
   const std::size_t present = split_record(text, kRecordSeparator, fields);
-  VariableRecord& record = initial;
-  const auto take_text = [&](std::size_t i, std::wstring& target) {
-    if (i < present) target = std::wstring(fields[i]);  // of exact capacity: kept for long
+  VariableRecordView record = initial;
+  const auto take_text = [&](std::size_t i, std::wstring_view& target) {
+    if (i < present) target = fields[i];
   };
   const auto take_integer = [&](std::size_t i, std::int16_t& target) {
     if (i < present) target = lenient_integer<std::int16_t>(fields[i]);
@@ -100,7 +101,7 @@ VariableFields parse_variable_record(std::wstring_view text, VariableRecord init
   take_text(8, record.list_id);
   take_integer(9, record.data_type);
   take_text(10, record.symbol);
-  return {std::move(record), present};
+  return {record, present};
 }
 
 std::wstring format_variable_record(const VariableRecordView& variable) {

@@ -62,7 +62,7 @@ using VariableRecordView = BasicVariableRecord<std::wstring_view>;
 inline constexpr std::size_t kVariableFieldCount = 11;
 
 struct VariableFields {
-  VariableRecord record;
+  VariableRecordView record;
   /// Fields that the text has, the one behind a last '|' included; complete from
   /// kVariableFieldCount on, where the count ends.
   std::size_t present = 0;
@@ -83,12 +83,16 @@ class RecordFields {
 
  private:
   void text(std::wstring_view field) { fields_[count_++] = field; }
-  void number(int field);
-  void boolean(bool field) { number(field ? -1 : 0); }
+  void number(std::int16_t field);
+  void boolean(bool field) { text(field ? L"-1" : L"0"); }
+
+  static constexpr std::size_t kLongestNumber = std::string_view("-32768").size();
 
   std::array<std::wstring_view, kVariableFieldCount> fields_;
   std::size_t count_ = 0;
-  std::array<std::wstring, kVariableFieldCount> numbers_;  // their texts, each in its field's place
+  std::array<wchar_t, kVariableFieldCount * kLongestNumber> digits_;  // of the whole numbers
+  wchar_t* end_of_digits_ = digits_.data();
+  std::wstring smart_wait_;
 };
 
 /// The platform's conversion of a text into a Boolean; false for a text that is none.
@@ -104,8 +108,9 @@ ItemRecord parse_item_record(std::wstring_view text, BooleanConversion platform,
                              wchar_t decimal = L',');
 std::wstring format_item_record(const ItemRecord& item, wchar_t decimal);
 
-/// Reads a variable record: fields that are there replace those of `initial`.
-VariableFields parse_variable_record(std::wstring_view text, VariableRecord initial = {});
+/// Reads a variable record: fields that are there replace those of `initial`. Views both.
+VariableFields parse_variable_record(std::wstring_view text,
+                                     const VariableRecordView& initial = {});
 std::wstring format_variable_record(const VariableRecordView& variable);
 inline std::wstring format_variable_record(const VariableRecord& variable) {
   return format_variable_record(variable.as<std::wstring_view>());

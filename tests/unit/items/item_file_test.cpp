@@ -139,6 +139,41 @@ TEST(ItemFile, KeepsRepeatedKeysForTheCollectionsToJudge) {
   EXPECT_EQ((*items)[1].item.item_id, 2);
 }
 
+TEST(ItemFileReader, PassesOverVariablesThatAreNotRead) {
+  const std::string bytes = format_item_file(some_items(), kStamp, kCodec, L',');
+  ItemFileReader file(bytes, kCodec, plain_boolean);
+  ItemRecord item;
+  VariableRecordView variable;
+  EXPECT_FALSE(file.next_variable(variable));
+  ASSERT_TRUE(file.next(item));
+  EXPECT_EQ(file.variables_left(), 2);
+  ASSERT_TRUE(file.next_variable(variable));
+  EXPECT_EQ(variable.caption, L"Flow");
+  EXPECT_EQ(file.variables_left(), 1);
+  ASSERT_TRUE(file.next(item));
+  EXPECT_EQ(item.key, L"8");
+  EXPECT_EQ(file.variables_left(), 0);
+  EXPECT_FALSE(file.next_variable(variable));
+  ASSERT_TRUE(file.next(item));
+  ASSERT_TRUE(file.next_variable(variable));
+  EXPECT_EQ(variable.caption, L"H\xF6he");
+  EXPECT_FALSE(file.next_variable(variable));
+  EXPECT_FALSE(file.next(item));
+}
+
+// An item whose variable lines are missing reads on into the next one, read or not.
+TEST(ItemFileReader, PassesOverAsFarAsReadingWouldHaveCome) {
+  const std::string bytes =
+      "[Items]\nCount=2\nCount=2\nSettings=5\nVAR1=1|a\n"
+      "Count=0\nSettings=6\nVAR2=2|b\n";
+  ItemFileReader file(bytes, kCodec, plain_boolean);
+  ItemRecord item;
+  ASSERT_TRUE(file.next(item));
+  EXPECT_EQ(item.key, L"5");
+  ASSERT_TRUE(file.next(item));
+  EXPECT_EQ(item.key, L"59");
+}
+
 TEST(ItemFile, ReadsLineFeedsAndAMissingLastLineEnd) {
   std::string bytes = format_item_file(some_items(), kStamp, kCodec, L'.');
   const std::string whole = bytes;

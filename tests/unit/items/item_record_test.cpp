@@ -127,17 +127,17 @@ TEST(VariableRecord, CountsTheFieldBehindTheLastSeparator) {
 }
 
 TEST(VariableRecord, ReplacesOnlyTheFieldsThatAreThere) {
-  const VariableRecord initial{L"k", L"c", L"d", 1, 2, 3, 4, L"5", 6, L"s"};
-  const VariableRecord some = parse_variable_record(L"K||D|9", initial).record;
+  const VariableRecordView initial{L"k", L"c", L"d", 1, 2, 3, 4, L"5", 6, L"s"};
+  const VariableRecordView some = parse_variable_record(L"K||D|9", initial).record;
   EXPECT_EQ(format_variable_record(some), L"K||D|9|2|3|4||5|6|s|");
-  const VariableRecord all = parse_variable_record(L"||||||||||", initial).record;
+  const VariableRecordView all = parse_variable_record(L"||||||||||", initial).record;
   EXPECT_EQ(format_variable_record(all), L"|||0|0|0|0|||0||");
-  const VariableRecord key_only = parse_variable_record(L"", initial).record;
+  const VariableRecordView key_only = parse_variable_record(L"", initial).record;
   EXPECT_EQ(format_variable_record(key_only), L"|c|d|1|2|3|4||5|6|s|");
 }
 
 TEST(VariableRecord, StopsAtEachFieldInTurn) {
-  const VariableRecord initial{L"k", L"c", L"d", 1, 2, 3, 4, L"5", 6, L"s"};
+  const VariableRecordView initial{L"k", L"c", L"d", 1, 2, 3, 4, L"5", 6, L"s"};
   const std::wstring full = L"K|C|D|11|12|13|14|x|15|16|S";
   const wchar_t* expected[] = {
       L"K|c|d|1|2|3|4||5|6|s|",       L"K|C|d|1|2|3|4||5|6|s|",      L"K|C|D|1|2|3|4||5|6|s|",
@@ -147,20 +147,30 @@ TEST(VariableRecord, StopsAtEachFieldInTurn) {
   std::size_t end = 0;
   for (std::size_t count = 1; count <= kVariableFieldCount; ++count) {
     end = full.find(L'|', end + (count > 1 ? 1 : 0));
-    const VariableFields fields = parse_variable_record(full.substr(0, end), initial);
+    const std::wstring text = full.substr(0, end);
+    const VariableFields fields = parse_variable_record(text, initial);
     EXPECT_EQ(fields.present, count);
     EXPECT_EQ(format_variable_record(fields.record), expected[count - 1]);
   }
 }
 
+TEST(VariableRecord, WritesNumbersOfAnyLength) {
+  constexpr std::int16_t kLeast = -32768, kMost = 32767;
+  const VariableRecord record{L"1", L"", L"", kLeast, kMost, kLeast, -1, L"0", kLeast, L""};
+  EXPECT_EQ(format_variable_record(record), L"1|||-32768|32767|-32768|-1||0|-32768||");
+  const ItemRecord item{L"1", kLeast, true, kLeast, true, true, -1.234567e-30F, kLeast};
+  EXPECT_EQ(format_item_record(item, L','), L"1|-32768|-1|-32768|-1|-1|-1,234567E-30|-32768|");
+}
+
 TEST(VariableRecord, NeverWritesAValue) {
-  const VariableRecord record = parse_variable_record(L"1|c|d|0|3|6|2|987|0|4|s|").record;
+  const VariableRecordView record = parse_variable_record(L"1|c|d|0|3|6|2|987|0|4|s|").record;
   EXPECT_EQ(format_variable_record(record), L"1|c|d|0|3|6|2||0|4|s|");
 }
 
 TEST(VariableRecord, ShiftsWhatFollowsASeparatorInACaption) {
   const VariableRecord written{L"1", L"a|b", L"d", 7, 0, 0, 0, L"0", 4, L""};
-  const VariableRecord back = parse_variable_record(format_variable_record(written)).record;
+  const std::wstring text = format_variable_record(written);
+  const VariableRecordView back = parse_variable_record(text).record;
   EXPECT_EQ(back.caption, L"a");
   EXPECT_EQ(back.description, L"b");
   EXPECT_EQ(back.parent_variable, 0);
