@@ -16,13 +16,16 @@ std::wstring widen(std::string_view bytes) {
   return text;
 }
 
+// UTF-8 has every character, so the platform refuses the flag there.
+DWORD narrowing() { return GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS; }
+
 std::string narrow(std::wstring_view text) {
   const auto length = static_cast<int>(text.size());
-  const int needed = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), length, nullptr,
-                                         0, nullptr, nullptr);
+  const DWORD flags = narrowing();
+  const int needed =
+      WideCharToMultiByte(CP_ACP, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
   std::string bytes(static_cast<std::size_t>(needed), '\0');
-  WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), length, bytes.data(), needed,
-                      nullptr, nullptr);
+  WideCharToMultiByte(CP_ACP, flags, text.data(), length, bytes.data(), needed, nullptr, nullptr);
   return bytes;
 }
 
