@@ -18,7 +18,7 @@ dialogs              forms     1800  *           win32/dialogs_tests
 dialogs-de_DE        forms      300  InputBox.*  win32/dialogs_tests
 dialogs-hu_HU        forms      300  InputBox.*  win32/dialogs_tests
 dialogs-64           forms-64  1800  *           win64/dialogs_tests
-abi                  calls      300  *           win32/abi_tests
+abi                  calls      600  *           win32/abi_tests
 automation           calls      300  *           win32/automation_tests
 automation-de_DE     calls      300  *           win32/automation_tests
 automation-hu_HU     calls      300  *           win32/automation_tests
@@ -31,7 +31,7 @@ script_host          calls      300  *           win32/script_host_tests
 apartments           calls      300  *           win32/apartments_tests
 site                 calls      300  *           win32/pvItems32
 documents            calls      300  *           win32/pvItems32
-abi-64               calls-64   300  *           win64/abi_tests
+abi-64               calls-64   600  *           win64/abi_tests
 automation-64        calls-64   300  *           win64/automation_tests
 automation-de_DE-64  calls-64   300  *           win64/automation_tests
 automation-hu_HU-64  calls-64   300  *           win64/automation_tests

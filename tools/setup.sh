@@ -14,7 +14,7 @@ packages=(
   g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools
   wine wine32:i386 libwine:i386 wine64 xvfb socat
   fp-compiler-3.2.2 fp-utils-3.2.2 fp-units-rtl-3.2.2 fpc-source-3.2.2 mono-mcs reuse yamllint
-  nsis msitools wixl osslsigncode faketime openssl python3-yaml
+  nsis msitools wixl osslsigncode faketime openssl python3-yaml python3-jsonschema libxml2-utils
   python3-sphinx python3-myst-parser python3-sphinxcontrib.htmlhelp
   fonts-wine fonts-dejavu-core fonts-dejavu-extra
 )
