@@ -3,12 +3,8 @@
 
 #include "tests/bench/host_objects.h"
 
-#include <cstdint>
-#include <cstring>
 #include <cwchar>
 #include <iterator>
-
-#include "tests/support/module.h"
 
 namespace pv::bench {
 namespace {
@@ -16,16 +12,6 @@ namespace {
 enum ServerMember : DISPID { kItems, kVersion, kDimensions, kProtocols, kReadTxm, kTypeName };
 constexpr const wchar_t* kServerMembers[] = {L"Items",     L"Version", L"Dimensions",
                                              L"Protocols", L"ReadTxm", L"TypeName"};
-
-// The slot of on_event in the vtable of TypedListener, behind IDispatch and the destructors.
-template <class Method>
-ULONG slot_of(Method method) {
-  // A pointer to a virtual member holds its offset into the vtable, plus one.
-  std::uintptr_t words[2];
-  static_assert(sizeof method == sizeof words);
-  std::memcpy(words, &method, sizeof words);
-  return static_cast<ULONG>(words[0] - 1);
-}
 
 }  // namespace
 
@@ -70,24 +56,6 @@ STDMETHODIMP IdleServer::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARI
   }
   if (result) *result = answer.detach();
   return S_OK;
-}
-
-TypedListener::TypedListener() {
-  const test::Module module;
-  check(module.type_library()->GetTypeInfoOfGuid(__uuidof(__CTxmEvents), events_.put()));
-}
-
-STDMETHODIMP TypedListener::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters,
-                                   VARIANT* result, EXCEPINFO*, UINT*) {
-  for (UINT i = 0;; ++i) {
-    FUNCDESC* function = nullptr;
-    if (FAILED(events_->GetFuncDesc(i, &function))) return DISP_E_MEMBERNOTFOUND;
-    const bool found = function->memid == id && parameters->cArgs == 0;
-    events_->ReleaseFuncDesc(function);
-    if (!found) continue;
-    return DispCallFunc(this, slot_of(&TypedListener::on_event), CC_STDCALL, VT_I4, 0, nullptr,
-                        nullptr, result);
-  }
 }
 
 }  // namespace pv::bench

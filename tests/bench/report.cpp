@@ -26,38 +26,51 @@ const char* verdict(bool met) { return met ? "met" : "missed"; }
 }  // namespace
 
 void Report::add(std::string work, std::string ours, std::string against, std::string theirs,
-                 double ratio, std::string goal, std::string verdict) {
+                 const Medians& figures, std::string goal, std::string verdict) {
+  std::string spread = figures.spread > 0 ? formatted("%.0f %%", 100 * figures.spread) : "";
   lines_.push_back({std::move(work), std::move(ours), std::move(against), std::move(theirs),
-                    formatted("%.3g", ratio), std::move(goal), std::move(verdict)});
+                    formatted("%.3g", figures.ratio()), std::move(spread), std::move(goal),
+                    std::move(verdict)});
   std::fprintf(stderr, ".");
 }
 
-void Report::ratio(std::string work, std::string against, const Medians& medians, double goal) {
+void Report::add_times(std::string work, std::string against, const Medians& medians,
+                       std::string goal, std::string verdict) {
   add(std::move(work), time_text(medians.ours), std::move(against), time_text(medians.theirs),
-      medians.ratio(), formatted("%.3g", goal), verdict(medians.ratio() <= goal));
+      medians, std::move(goal), std::move(verdict));
+}
+
+void Report::ratio(std::string work, std::string against, const Medians& medians, double goal) {
+  add_times(std::move(work), std::move(against), medians, formatted("%.3g", goal),
+            verdict(medians.ratio() <= goal));
 }
 
 void Report::time(std::string work, std::string against, const Medians& medians, double goal) {
-  add(std::move(work), time_text(medians.ours), std::move(against), time_text(medians.theirs),
-      medians.ratio(), time_text(goal), verdict(medians.ours <= goal));
+  add_times(std::move(work), std::move(against), medians, time_text(goal),
+            verdict(medians.ours <= goal));
+}
+
+void Report::difference(std::string work, std::string against, const Medians& medians,
+                        double goal) {
+  add_times(std::move(work), std::move(against), medians, "+ " + time_text(goal),
+            verdict(medians.ours - medians.theirs <= goal));
 }
 
 void Report::size(std::string work, std::string against, const Medians& bytes, double goal) {
   add(std::move(work), formatted("%.0f bytes", bytes.ours), std::move(against),
-      formatted("%.0f bytes", bytes.theirs), bytes.ratio(), formatted("%.3g", goal),
+      formatted("%.0f bytes", bytes.theirs), bytes, formatted("%.3g", goal),
       verdict(bytes.ratio() <= goal));
 }
 
 void Report::information(std::string work, std::string against, const Medians& medians) {
-  add(std::move(work), time_text(medians.ours), std::move(against), time_text(medians.theirs),
-      medians.ratio(), "", "");
+  add_times(std::move(work), std::move(against), medians, "", "");
 }
 
 void Report::print() const {
-  std::vector<Line> table{{"work", "time", "against", "its time", "ratio", "goal", ""}};
+  std::vector<Line> table{{"work", "time", "against", "its time", "ratio", "spread", "goal", ""}};
   table.insert(table.end(), lines_.begin(), lines_.end());
   // At least so wide that tables of different groups can stand below each other.
-  std::vector<std::size_t> widths{53, 10, 47, 11, 7, 7, 6};
+  std::vector<std::size_t> widths{53, 10, 47, 11, 7, 6, 9, 6};
   for (const Line& line : table) {
     for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], line[i].size());
   }

@@ -17,6 +17,8 @@ class Report {
   void ratio(std::string work, std::string against, const Medians& medians, double goal);
   /// The same for a goal that is a time, in nanoseconds; the comparison is for information.
   void time(std::string work, std::string against, const Medians& medians, double goal);
+  /// The same for a goal that is the difference of the two times, in nanoseconds.
+  void difference(std::string work, std::string against, const Medians& medians, double goal);
   /// A ratio of sizes, in bytes.
   void size(std::string work, std::string against, const Medians& bytes, double goal);
   /// A ratio without a goal.
@@ -27,7 +29,9 @@ class Report {
  private:
   using Line = std::vector<std::string>;
   void add(std::string work, std::string ours, std::string against, std::string theirs,
-           double ratio, std::string goal, std::string verdict);
+           const Medians& figures, std::string goal, std::string verdict);
+  void add_times(std::string work, std::string against, const Medians& medians, std::string goal,
+                 std::string verdict);
 
   std::vector<Line> lines_;
 };

@@ -84,15 +84,6 @@ Ref<ITypeInfo> type_info_of(IDispatch* object) {
   return info;
 }
 
-void get_through_type_info(ITypeInfo* info, void* object, const wchar_t* member) {
-  auto* name = const_cast<LPOLESTR>(member);
-  DISPID id = 0;
-  check(info->GetIDsOfNames(&name, 1, &id));
-  DISPPARAMS none{};
-  Variant result;
-  check(info->Invoke(object, id, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr));
-}
-
 VARIANT borrowed(BSTR text) {
   VARIANT value;
   value.vt = VT_BSTR;

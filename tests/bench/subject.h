@@ -40,9 +40,6 @@ Variant late_bound(IDispatch* object, const wchar_t* member, WORD flags,
 
 Ref<ITypeInfo> type_info_of(IDispatch* object);
 
-/// What a host without an Invoke of its own would do for a property get.
-void get_through_type_info(ITypeInfo* info, void* object, const wchar_t* member);
-
 VARIANT borrowed(BSTR text);
 VARIANT borrowed(IDispatch** object);
 VARIANT number(short value);
