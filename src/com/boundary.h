@@ -26,11 +26,11 @@ T* required(T* variable) {
   return variable;
 }
 
-/// Runs the body of an automation method: no exception leaves it, the error information of an
-/// earlier call is cleared on entry, and the host's floating-point state does not matter.
+/// Runs the body of an automation method that computes with no floating-point numbers, in the
+/// host's own floating-point state: no exception leaves it, and the error information of an earlier
+/// call is cleared on entry.
 template <class Body>
-HRESULT guarded(const wchar_t* class_name, const char* function, Body&& body) noexcept {
-  const FloatingPointScope masked;
+HRESULT guarded_plain(const wchar_t* class_name, const char* function, Body&& body) noexcept {
   SetErrorInfo(0, nullptr);
   try {
     body();
@@ -38,6 +38,13 @@ HRESULT guarded(const wchar_t* class_name, const char* function, Body&& body) no
   } catch (...) {
     return report_current_exception(class_name, function);
   }
+}
+
+/// The same for any body: the host's floating-point state does not matter.
+template <class Body>
+HRESULT guarded(const wchar_t* class_name, const char* function, Body&& body) noexcept {
+  const FloatingPointScope masked;
+  return guarded_plain(class_name, function, std::forward<Body>(body));
 }
 
 }  // namespace pv

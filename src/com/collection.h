@@ -26,7 +26,7 @@ class Collection : public AutomationObject<Derived> {
   using Members = KeyedList<Ref<Element>>;
 
   STDMETHODIMP get_Item(VARIANT index, ElementInterface** result) noexcept override {
-    return this->method_with_result(result, [&] {
+    return this->plain_method_with_result(result, [&] {
       if constexpr (kMissing == Missing::kRaises) {
         return at(index);
       } else {
@@ -37,7 +37,7 @@ class Collection : public AutomationObject<Derived> {
     });
   }
   STDMETHODIMP get_Count(long* result) noexcept override {
-    return this->method_with_result(result, [&] { return list_.size(); });
+    return this->plain_method_with_result(result, [&] { return list_.size(); });
   }
   STDMETHODIMP Remove(VARIANT index) noexcept override {
     return this->method([&] {

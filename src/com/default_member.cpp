@@ -38,6 +38,7 @@ bool means_default_member(const VARIANT& value, VARTYPE type) {
 }
 
 HRESULT get_default_member(const VARIANT& value, VARIANT& member) {
+  const FloatingPointScope masked;
   Variant current(value);
   for (int level = 0; IDispatch* const object = object_in(current); ++level) {
     Variant next;
@@ -50,6 +51,7 @@ HRESULT get_default_member(const VARIANT& value, VARIANT& member) {
 }
 
 HRESULT change_type(VARIANT& target, const VARIANT& value, VARTYPE type) {
+  const FloatingPointScope masked;
   if (!means_default_member(value, type)) return convert(target, value, type);
   Variant member;
   const HRESULT got = get_default_member(value, member);

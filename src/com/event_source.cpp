@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "com/enumerator.h"
-#include "com/floating_point.h"
 
 namespace pv {
 
@@ -22,6 +21,13 @@ namespace {
 
 using PointEnumerator = Enumerator<IEnumConnectionPoints, IConnectionPoint*, Ref<IConnectionPoint>>;
 using ListenerEnumerator = Enumerator<IEnumConnections, CONNECTDATA, Listener>;
+
+void forget(EXCEPINFO& exception) {
+  for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile}) {
+    SysFreeString(text);
+  }
+  exception = {};
+}
 
 }  // namespace
 
@@ -90,15 +96,14 @@ STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
 void ConnectionPoint::fire(DISPID id, std::span<VARIANT> arguments) {
   std::reverse(arguments.begin(), arguments.end());
   DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+  EXCEPINFO exception{};
   const auto listeners = listeners_;
   for (const Listener& listener : *listeners) {
     Variant ignored;
-    EXCEPINFO exception{};
-    const HostFloatingPoint in_host;
     listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &ignored,
                           &exception, nullptr);
-    for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile}) {
-      if (text) SysFreeString(text);
+    if (exception.bstrSource || exception.bstrDescription || exception.bstrHelpFile) {
+      forget(exception);
     }
   }
 }

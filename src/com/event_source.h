@@ -40,9 +40,10 @@ class ConnectionPoint final : public IConnectionPoint {
 
   bool has_listeners() const { return !listeners_->empty(); }
 
-  /// Calls every listener's event `id`. Arguments come in the order of the event's parameters and
-  /// are left reversed; by-reference ones are changed in place. What a listener answers does not
-  /// matter.
+  /// In the floating-point state of the host, calls every listener's event `id`. Arguments come in
+  /// the order of the event's parameters and are left reversed; by-reference ones are changed in
+  /// place. What a listener answers does not matter. A listener may release the owner, which is not
+  /// touched afterwards.
   void fire(DISPID id, std::span<VARIANT> arguments = {});
 
  private:
@@ -86,10 +87,19 @@ class EventSource : public Base, public IConnectionPointContainer {
   }
 
  protected:
+  /// Within a body that computes.
   template <class... A>
   void fire(DISPID id, A... arguments) {
+    if (!events_.has_listeners())
+      return;  // as in the constructor, where nobody may hold the object
+    const Ref<typename Base::Class> alive(static_cast<typename Base::Class*>(this));
+    const HostFloatingPoint in_host;
+    fire_plain(id, arguments...);
+  }
+  /// As the last step of a body that computes nothing, in the host's own floating-point state.
+  template <class... A>
+  void fire_plain(DISPID id, A... arguments) {
     if (!events_.has_listeners()) return;
-    const Ref<IUnknown> alive(static_cast<typename Base::Interface*>(this));
     VARIANT given[sizeof...(A) + 1] = {arguments...};
     events_.fire(id, {given, sizeof...(A)});
   }

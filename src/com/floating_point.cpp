@@ -11,10 +11,9 @@ namespace {
 thread_local const FloatingPointScope* innermost = nullptr;
 
 constexpr FloatingPointState default_state() {
-  FloatingPointState state;
-  state.mxcsr = 0x1F80;
-  state.x87_control = 0x027F;  // what a thread of the system begins with
-  return state;
+  return {.mxcsr = 0x1F80,
+          .x87_control = 0x027F,  // what a thread of the system begins with
+          .x87_exceptions = 0};
 }
 
 constexpr std::uint16_t kExceptions = 0x7F;          // with the stack fault
@@ -43,7 +42,7 @@ void set_x87(std::uint16_t control, std::uint16_t exceptions) {
 }  // namespace
 
 FloatingPointState floating_point_state() noexcept {
-  FloatingPointState state;
+  FloatingPointState state{};
   state.mxcsr = _mm_getcsr();
   std::uint16_t status = 0;
   asm volatile("fnstcw %0" : "=m"(state.x87_control));

@@ -14,16 +14,18 @@ namespace pv {
 /// the words of the x87 unit, in which the run-time library computes some functions in 64 bits,
 /// too.
 struct FloatingPointState {
-  std::uint32_t mxcsr = 0;
-  std::uint16_t x87_control = 0;
-  std::uint16_t x87_exceptions = 0;
+  std::uint32_t mxcsr;
+  std::uint16_t x87_control;
+  std::uint16_t x87_exceptions;
 };
 
 FloatingPointState floating_point_state() noexcept;
 /// Does not trap, whatever is pending before or afterwards.
 void set_floating_point_state(const FloatingPointState& state) noexcept;
 
-/// Whether all exceptions are masked, results rounded to nearest, and doubles kept as such.
+/// Whether all exceptions are masked, results rounded to nearest, and doubles kept as such. To ask
+/// MXCSR waits for the computations under way, on some processors as long as a short call takes:
+/// bodies that compute nothing do without (see plain_method in com/object.h).
 inline bool is_default_floating_point() noexcept {
   constexpr std::uint32_t kMxcsrExceptions = 0x3F, kMxcsrDefault = 0x1F80;
   if ((_mm_getcsr() & ~kMxcsrExceptions) != kMxcsrDefault) return false;
@@ -37,6 +39,7 @@ inline bool is_default_floating_point() noexcept {
 
 /// Around the work of the library: its floating-point unit masks all exceptions and rounds to
 /// nearest, whatever the host has set, and the host finds its own state again.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): mostly nothing is set aside.
 class FloatingPointScope {
  public:
   FloatingPointScope() noexcept {
@@ -55,12 +58,12 @@ class FloatingPointScope {
   void leave() noexcept;
 
   bool entered_ = false;
-  FloatingPointState host_;
-  const FloatingPointScope* outer_ = nullptr;
+  FloatingPointState host_;          // only when entered
+  const FloatingPointScope* outer_;  // as above
 };
 
 /// Around a call of the host from within the library: the host has its own state. Whatever it
-/// leaves behind, the library goes on with the default.
+/// leaves behind, the library goes on with the default. Only within a FloatingPointScope.
 class HostFloatingPoint {
  public:
   HostFloatingPoint() noexcept {

@@ -109,16 +109,14 @@ class AutomationObject : public Contract<Derived>::Interface,
   }
   STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
     if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
-    const FloatingPointScope masked;
     const DispatchTable* table = dispatch_table();
     return table ? ids_of_names(*table, names, count, ids) : E_OUTOFMEMORY;
   }
   STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* argument_error) override {
-    const FloatingPointScope masked;
     const DispatchTable* table = dispatch_table();
     if (!table) return E_OUTOFMEMORY;
-    const Ref<IUnknown> alive(static_cast<Interface*>(this));
+    const Ref<Derived> alive(static_cast<Derived*>(this));
     return invoke(static_cast<Interface*>(this), *table, id, iid, flags, parameters, result,
                   exception, argument_error);
   }
@@ -179,13 +177,30 @@ class AutomationObject : public Contract<Derived>::Interface,
   template <class Out, class Body>
   HRESULT method_with_result(Out* out, Body&& body,
                              const Location& where = Location::current()) noexcept {
-    if (!out) return report_null_pointer(kName, where.function_name());
-    clear_result(out);
-    return method([&] { set_result(out, body()); }, where);
+    return with_result(out, body, where, [&](auto&& whole) { return method(whole, where); });
+  }
+
+  /// The same for bodies that compute with no floating-point numbers: they run in the host's own
+  /// floating-point state, which is not worth a look then. Conversions of values are allowed.
+  template <class Body>
+  HRESULT plain_method(Body&& body, const Location& where = Location::current()) noexcept {
+    return guarded_plain(kName, where.function_name(), std::forward<Body>(body));
+  }
+  template <class Out, class Body>
+  HRESULT plain_method_with_result(Out* out, Body&& body,
+                                   const Location& where = Location::current()) noexcept {
+    return with_result(out, body, where, [&](auto&& whole) { return plain_method(whole, where); });
   }
 
  private:
   friend Interface;
+
+  template <class Out, class Body, class Run>
+  static HRESULT with_result(Out* out, Body& body, const Location& where, Run&& run) noexcept {
+    if (!out) return report_null_pointer(kName, where.function_name());
+    clear_result(out);
+    return run([&] { set_result(out, body()); });
+  }
 
   static const DispatchTable* dispatch_table() noexcept {
     try {

@@ -19,7 +19,7 @@ template <class I>
 requires std::is_base_of_v<IUnknown, I>
 void clear_result(I** out) { *out = nullptr; }
 inline void clear_result(BSTR* out) { *out = nullptr; }
-inline void clear_result(VARIANT* out) { VariantInit(out); }
+inline void clear_result(VARIANT* out) { out->vt = VT_EMPTY; }
 
 template <class T, class V>
 requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) void set_result(T* out, V value) {

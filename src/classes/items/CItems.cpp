@@ -121,7 +121,7 @@ Ref<CItem> CItems::find(const VARIANT& index) const {
 }
 
 STDMETHODIMP CItems::get_Item(VARIANT index, _CItem** result) noexcept {
-  return method_with_result(result, [&] {
+  return plain_method_with_result(result, [&] {
     Ref<CItem> found;
     attempt([&] { found = find(index); });
     return found;

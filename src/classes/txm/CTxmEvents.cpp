@@ -37,10 +37,10 @@ enum Event : DISPID {
 template <class... A>
 HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const Location& where,
                           A... arguments) noexcept {
-  return method_with_result(
+  return plain_method_with_result(
       result,
       [&] {
-        fire(event, arguments...);
+        fire_plain(event, arguments...);
         return Variant();
       },
       where);
@@ -48,10 +48,10 @@ HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const Location& where,
 
 HRESULT CTxmEvents::raise_text(VARIANT* result, DISPID event, BSTR* text,
                                const Location& where) noexcept {
-  return method_with_result(
+  return plain_method_with_result(
       result,
       [&] {
-        fire(event, ref(*required(text)));
+        fire_plain(event, ref(*required(text)));
         return Variant();
       },
       where);
@@ -62,11 +62,11 @@ HRESULT CTxmEvents::raise_text(VARIANT* result, DISPID event, BSTR* text,
 template <class I>
 HRESULT CTxmEvents::raise_object(VARIANT* result, DISPID event, I** object,
                                  const Location& where) noexcept {
-  return method_with_result(
+  return plain_method_with_result(
       result,
       [&] {
         ObjectArgument argument(required(object));
-        fire(event, argument.reference());
+        fire_plain(event, argument.reference());
         argument.hand_back();
         return Variant();
       },
@@ -89,10 +89,10 @@ STDMETHODIMP CTxmEvents::RaiseActiveTxmChanged(_CTxm** txm, VARIANT* result) noe
   return raise_object(result, kActiveTxmChanged, txm);
 }
 STDMETHODIMP CTxmEvents::RaiseAutoConnect(BSTR com_settings, VARIANT* result) noexcept {
-  return method_with_result(result, [&] {
+  return plain_method_with_result(result, [&] {
     // The caller's text is passed by value: listeners change a copy.
     BSTR copy = Bstr(view_of(com_settings)).detach();
-    fire(kAutoConnet, ref(copy));
+    fire_plain(kAutoConnet, ref(copy));
     SysFreeString(copy);
     return Variant();
   });
@@ -119,14 +119,14 @@ STDMETHODIMP CTxmEvents::TxmNotConnected(_CTxm** txm, VARIANT* result) noexcept 
   return raise_object(result, kTxmNotConnected, txm);
 }
 STDMETHODIMP CTxmEvents::RaiseSmartWaiting(float* time_left, VARIANT* result) noexcept {
-  return method_with_result(result, [&] {
-    fire(kSmartWaiting, ref(*required(time_left)));
+  return plain_method_with_result(result, [&] {
+    fire_plain(kSmartWaiting, ref(*required(time_left)));
     return Variant();
   });
 }
 STDMETHODIMP CTxmEvents::RaiseAnswerError(short* code, BSTR* text, VARIANT* result) noexcept {
-  return method_with_result(result, [&] {
-    fire(kOnAnswerError, ref(*required(code)), ref(*required(text)));
+  return plain_method_with_result(result, [&] {
+    fire_plain(kOnAnswerError, ref(*required(code)), ref(*required(text)));
     return Variant();
   });
 }
@@ -135,9 +135,9 @@ STDMETHODIMP CTxmEvents::RaiseOnTimeInterrupt(VARIANT* result) noexcept {
 }
 STDMETHODIMP CTxmEvents::RaiseOnWindowList(BSTR* new_id, WindowListTypes mode, BSTR* old_id,
                                            VARIANT* result) noexcept {
-  return method_with_result(result, [&] {
-    fire(kOnWindowList, ref(*required(new_id)), value(static_cast<long>(mode)),
-         ref(*required(old_id)));
+  return plain_method_with_result(result, [&] {
+    fire_plain(kOnWindowList, ref(*required(new_id)), value(static_cast<long>(mode)),
+               ref(*required(old_id)));
     return Variant();
   });
 }

@@ -4,18 +4,18 @@
 #include "com/dispatch/invoke.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <optional>
 
 #include "com/dispatch/argument.h"
 #include "com/failure.h"
-#include "com/floating_point.h"
 #include "com/module.h"
 #include "com/variant.h"
 
 namespace pv {
 namespace {
-
-constexpr std::size_t kMostParameters = 16;
 
 HRESULT argument_failed(HRESULT result, UINT index, UINT* argument_error) {
   if (argument_error) *argument_error = index;
@@ -77,6 +77,39 @@ class Arguments {
   const DISPPARAMS& given_;
 };
 
+/// The arguments that are brought to the types of their parameters: made as the member needs them.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): only places below count_ are in use.
+class BoundArguments {
+ public:
+  static constexpr std::size_t kMost = 16;
+
+  BoundArguments() = default;
+  BoundArguments(const BoundArguments&) = delete;
+  BoundArguments& operator=(const BoundArguments&) = delete;
+  ~BoundArguments() { std::destroy_n(first(), count_); }
+
+  Argument& add(std::optional<UINT> index) {
+    indices_[count_] = index.value_or(0);
+    return *std::construct_at(first() + count_++);
+  }
+
+  /// What the member changed goes back to the variables of the caller.
+  HRESULT write_back(UINT* argument_error) {
+    for (std::size_t i = 0; i < count_; ++i) {
+      const HRESULT written = first()[i].write_back();
+      if (FAILED(written)) return argument_failed(written, indices_[i], argument_error);
+    }
+    return S_OK;
+  }
+
+ private:
+  Argument* first() { return std::launder(reinterpret_cast<Argument*>(places_)); }
+
+  alignas(Argument) std::byte places_[kMost * sizeof(Argument)];
+  UINT indices_[kMost];  // of the caller's arguments
+  std::size_t count_ = 0;
+};
+
 HRESULT fill_exception(HRESULT result, EXCEPINFO* exception) {
   if (!exception) return DISP_E_EXCEPTION;
   Ref<IErrorInfo> info;
@@ -98,8 +131,8 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
   if (const HRESULT valid = arguments.validate(argument_error); FAILED(valid)) return valid;
 
   const std::size_t count = member.parameters.size();
-  if (count > kMostParameters) return E_UNEXPECTED;
-  std::optional<Argument> bound[kMostParameters];  // made as the member needs them
+  if (count > BoundArguments::kMost) return E_UNEXPECTED;
+  BoundArguments bound;
   Argument result_value;
   CallWords words;
   words.push(object);
@@ -112,10 +145,11 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
       words.push_value(plain, size_of(parameter.type));
       continue;
     }
-    const HRESULT binding = bound[i].emplace().bind(source, parameter);
+    Argument& argument = bound.add(index);
+    const HRESULT binding = argument.bind(source, parameter);
     if (!index && binding == DISP_E_PARAMNOTOPTIONAL) return DISP_E_BADPARAMCOUNT;
     if (FAILED(binding)) return argument_failed(binding, index.value_or(0), argument_error);
-    bound[i]->push_to(words);
+    argument.push_to(words);
   }
   if (member.result) {
     result_value.bind_result(*member.result);
@@ -125,12 +159,7 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
   const HRESULT called = call_vtable(object, member.slot, words);
   if (FAILED(called)) return fill_exception(called, exception);
 
-  for (std::size_t i = 0; i < count; ++i) {
-    const HRESULT written = bound[i] ? bound[i]->write_back() : S_OK;
-    if (FAILED(written)) {
-      return argument_failed(written, arguments.index_of(i).value_or(0), argument_error);
-    }
-  }
+  if (const HRESULT written = bound.write_back(argument_error); FAILED(written)) return written;
   if (result && member.result) *result = result_value.take();
   return S_OK;
 }
@@ -151,7 +180,6 @@ HRESULT invoke_default_of_result(void* object, const Member& member, DISPPARAMS*
     SetErrorInfo(0, make_error_info(library().name, error_text(ErrorCode::kObjectNotSet)).get());
     return fill_exception(hresult_of(ErrorCode::kObjectNotSet), exception);
   }
-  const HostFloatingPoint in_host;  // the collection may be the host's
   return collection.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,
                                      DISPATCH_METHOD | DISPATCH_PROPERTYGET, given, result,
                                      exception, argument_error);
@@ -180,7 +208,7 @@ HRESULT ids_of_names(const DispatchTable& table, LPOLESTR* names, UINT count,
 HRESULT invoke(void* object, const DispatchTable& table, DISPID id, REFIID iid, WORD flags,
                DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                UINT* argument_error) noexcept {
-  if (result) VariantInit(result);
+  if (result) result->vt = VT_EMPTY;
   if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
   DISPPARAMS none{};
   DISPPARAMS* given = parameters ? parameters : &none;

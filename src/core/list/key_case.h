@@ -4,8 +4,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "core/text/ascii.h"
 
 namespace pv {
 
@@ -34,5 +37,27 @@ class KeyCase {
  private:
   Lower lower_;
 };
+
+// Keys are mostly plain ASCII: one pass folds them on the way and sees whether they are. Here for
+// the sake of searches: a call would cost as much as a short key.
+inline std::size_t KeyCase::hash(std::wstring_view key) const {
+  HashAscii hash;
+  std::uint32_t seen = 0;
+  for (const wchar_t c : key) {
+    seen |= static_cast<std::uint32_t>(c);
+    hash.add(c);
+  }
+  return seen < kAsciiEnd ? hash.value() : hash_ascii(fold(key));
+}
+
+inline bool KeyCase::folds_to(std::wstring_view key, std::wstring_view folded) const {
+  if (key.size() != folded.size()) return false;
+  std::uint32_t seen = 0, different = 0;
+  for (std::size_t i = 0; i < key.size(); ++i) {
+    seen |= static_cast<std::uint32_t>(key[i]);
+    different |= static_cast<std::uint32_t>(lower_ascii(key[i]) ^ folded[i]);
+  }
+  return seen < kAsciiEnd ? different == 0 : fold(key) == folded;
+}
 
 }  // namespace pv

@@ -26,12 +26,15 @@ inline std::wstring widen_ascii(std::string_view text) {
   return std::wstring(text.begin(), text.end());
 }
 
+/// The first character that is none of ASCII.
+constexpr std::uint32_t kAsciiEnd = 0x80;
+
 /// Without a branch per character, which lets the compiler take many at once.
 template <class Text>
 bool is_ascii(const Text& text) {
   std::uint32_t seen = 0;
   for (const auto c : text) seen |= static_cast<std::uint32_t>(c);
-  return seen < 0x80;
+  return seen < kAsciiEnd;
 }
 
 /// Whether two texts differ at most by the case of their ASCII letters.
@@ -40,13 +43,22 @@ inline bool same_ascii(std::wstring_view a, std::wstring_view b) {
                     [](wchar_t x, wchar_t y) { return lower_ascii(x) == lower_ascii(y); });
 }
 
-/// A number that is the same for texts that differ only by the case of their ASCII letters.
+/// A number that is the same for texts that differ only by the case of their ASCII letters, in one
+/// pass over the characters.
+class HashAscii {
+ public:
+  void add(wchar_t c) { hash_ = (hash_ ^ static_cast<std::uint32_t>(lower_ascii(c))) * kPrime; }
+  std::size_t value() const { return hash_; }
+
+ private:
+  static constexpr std::uint32_t kPrime = 16777619u;
+  std::uint32_t hash_ = 2166136261u;  // FNV-1a
+};
+
 inline std::size_t hash_ascii(std::wstring_view text) {
-  std::uint32_t hash = 2166136261u;  // FNV-1a
-  for (const wchar_t c : text) {
-    hash = (hash ^ static_cast<std::uint32_t>(lower_ascii(c))) * 16777619u;
-  }
-  return hash;
+  HashAscii hash;
+  for (const wchar_t c : text) hash.add(c);
+  return hash.value();
 }
 
 }  // namespace pv

@@ -10,6 +10,7 @@
 #include "pvItems32.h"
 #include "tests/automation/txm/txm_support.h"
 #include "tests/automation/units/dimension_support.h"
+#include "tests/support/dispatch_object.h"
 #include "tests/support/fake_object.h"
 #include "tests/support/trapping_host.h"
 
@@ -184,6 +185,33 @@ TEST_P(FloatingPoint, IsTheHostsInListeners) {
   const Object hub = Object::create(L"pvItems32.CTxmEvents");
   const Connection connection(hub, listener.sink);
   by_host([&] { return hub.call(L"RaiseFinished"); });
+  EXPECT_EQ(seen, GetParam());
+}
+
+// Stands for the number 1, and does not clean up.
+class NumberObject final : public DispatchObject {
+ public:
+  explicit NumberObject(FloatingPointControl& seen) : seen_(seen) {}
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                      UINT*) override {
+    seen_ = FloatingPointControl::current();
+    kMasked.set();
+    *result = Value(1).detach();
+    return S_OK;
+  }
+
+ protected:
+  DISPID id_of(std::wstring_view) override { return DISPID_UNKNOWN; }
+
+ private:
+  FloatingPointControl& seen_;
+};
+
+TEST_P(FloatingPoint, IsTheHostsInObjectsThatStandForNumbers) {
+  const Object series = Object::create(L"pvItems32.CStatistics");
+  FloatingPointControl seen;
+  const Value number(new NumberObject(seen));
+  EXPECT_EQ(by_host([&] { return series.call(L"FPMin", number, 2); }), 1.0f);
   EXPECT_EQ(seen, GetParam());
 }
 

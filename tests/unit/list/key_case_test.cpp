@@ -41,6 +41,8 @@ TEST(KeyCase, ComparesAKeyWithAFoldedOne) {
   EXPECT_FALSE(keys.folds_to(L"flowrate", L"flowrates"));
   EXPECT_FALSE(keys.folds_to(L"flowrates", L"flowrate"));
   EXPECT_FALSE(keys.folds_to(L"[", L"{"));
+  EXPECT_FALSE(keys.folds_to(L"A \u20ac", L"b \u20ac"));
+  EXPECT_FALSE(keys.folds_to(L"\u20ac", L""));
   EXPECT_FALSE(keys.folds_to(L"A\0B"s, L"a\0c"s));
 }
 
