@@ -3,6 +3,10 @@
 
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
 #include "com/object.h"
 #include "core/statistics/running_statistics.h"
 #include "pvItems32.h"
@@ -31,7 +35,15 @@ class CStatistics final : public AutomationObject<CStatistics> {
   STDMETHODIMP FPMax(float a, float b, float* result) noexcept override;
 
  private:
-  RunningStatistics series_;
+  /// The figures with all readings, for a body that computes.
+  RunningStatistics& series();
+
+  // Readings wait to be added up many at a time, when the figures are asked for or there are too
+  // many: a look at the host's floating-point state costs more than the sums of one.
+  static constexpr std::int32_t kMostWaiting = 32;
+  std::array<float, kMostWaiting> waiting_{};
+  std::int32_t waiting_count_ = 0;
+  RunningStatistics series_;  // of those before
 };
 
 }  // namespace pv

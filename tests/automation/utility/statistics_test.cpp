@@ -166,6 +166,23 @@ TEST_F(Statistics, ResetStartsANewSeries) {
   EXPECT_EQ(figure(L"STD"), 0.0f);
 }
 
+TEST_F(Statistics, ResetForgetsReadingsBeforeAnyFigureIsAskedFor) {
+  add({2, 4, 9});
+  series_.call(L"Reset");
+  expect_running(Figures({}));
+}
+
+// However many readings come between two looks at the figures.
+TEST_F(Statistics, CountEveryReading) {
+  std::vector<float> readings;
+  for (std::size_t more = 1; more <= 40; ++more) {
+    const std::vector<float> next(more, static_cast<float>(more) / 4);
+    add(next);
+    readings.insert(readings.end(), next.begin(), next.end());
+    expect_running(Figures(readings));
+  }
+}
+
 TEST_F(Statistics, OfNegativeReadingsHaveTheirOwnLimits) {
   expect_figures_of({-5, -9, -7});
   EXPECT_EQ(figure(L"Min"), -9.0f);
