@@ -6,7 +6,9 @@
 #include <dispex.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <vector>
 
 #include "com/failure.h"
@@ -27,31 +29,37 @@ VARIANT reference_to(VARTYPE type, void* variable) {
 // typed references become references to values, and changes are carried back afterwards.
 class CallArguments {
  public:
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the space is written before it is read.
   CallArguments(std::span<const VARIANT> arguments, bool for_script)
-      : given_(arguments.rbegin(), arguments.rend()), passed_(given_) {
+      : given_(arguments), passed_(arguments.rbegin(), arguments.rend(), &memory_) {
     if (!for_script) return;
     values_.resize(given_.size());
     for (std::size_t i = 0; i < given_.size(); ++i) {
-      if (!(given_[i].vt & VT_BYREF)) continue;
-      values_[i] = dereferenced(given_[i]);
+      if (!(passed_[i].vt & VT_BYREF)) continue;
+      values_[i] = dereferenced(passed_[i]);
       passed_[i] = reference_to(VT_VARIANT, &values_[i]);
     }
   }
 
-  std::vector<VARIANT>& passed() { return passed_; }
+  std::pmr::vector<VARIANT>& passed() { return passed_; }
 
   void carry_back() {
     for (std::size_t i = 0; i < values_.size(); ++i) {
-      const VARTYPE type = given_[i].vt;
+      const VARIANT& reference = given_[given_.size() - 1 - i];
+      const VARTYPE type = reference.vt;
       if (type & VT_BYREF) {
-        hand_over(to_type(values_[i], static_cast<VARTYPE>(type & ~VT_BYREF)), given_[i]);
+        hand_over(to_type(values_[i], static_cast<VARTYPE>(type & ~VT_BYREF)), reference);
       }
     }
   }
 
  private:
-  std::vector<VARIANT> given_;
-  std::vector<VARIANT> passed_;
+  static constexpr std::size_t kUsual = 6;  // arguments that need no memory from the heap
+
+  std::span<const VARIANT> given_;
+  alignas(VARIANT) std::byte space_[kUsual * sizeof(VARIANT)];
+  std::pmr::monotonic_buffer_resource memory_{space_, sizeof space_};
+  std::pmr::vector<VARIANT> passed_;
   std::vector<Variant> values_;
 };
 
@@ -92,11 +100,13 @@ class NestedCall {
  private:
   static constexpr int kDeepest = 64;
   // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): each thread has one depth.
-  static thread_local int depth_;
+  static thread_local int own_depth_;
+
+  int& depth_ = own_depth_;  // looked up once: the compiler calls a function for it
 };
 
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): as above.
-thread_local int NestedCall::depth_ = 0;
+thread_local int NestedCall::own_depth_ = 0;
 
 // An object that says that it failed did not succeed: what is no failure by itself is the number of
 // an error.
@@ -147,7 +157,9 @@ LateBound::LateBound(Ref<IDispatch> object)
     : object_(std::move(object)), script_(query<IDispatchEx>(object_.get())) {}
 
 DISPID LateBound::find(std::wstring_view member) const {
-  std::wstring name(member);
+  std::byte space[128];  // NOLINT(cppcoreguidelines-pro-type-member-init): as above
+  std::pmr::monotonic_buffer_resource memory(space, sizeof space);
+  std::pmr::wstring name(member, &memory);
   LPOLESTR names[] = {name.data()};
   DISPID id = DISPID_UNKNOWN;
   const HostFloatingPoint in_host;
@@ -164,10 +176,13 @@ DISPID LateBound::find(std::wstring_view member) const {
 
 DISPID LateBound::id_of(std::wstring_view member) const {
   if (!object_) throw automation_error(ErrorCode::kObjectNotSet, std::wstring(member));
-  if (const auto known = ids_.find(member); known != ids_.end()) return known->second;
+  for (const Known& known : known_) {
+    if (known.member == member) return known.id;
+  }
   const DISPID id = find(member);
   if (id == DISPID_UNKNOWN) check_dispatched(DISP_E_UNKNOWNNAME, member);
-  return ids_.emplace(member, id).first->second;
+  known_.push_back({std::wstring(member), id});
+  return id;
 }
 
 bool LateBound::has(std::wstring_view member) const {

@@ -4,10 +4,10 @@
 #pragma once
 
 #include <initializer_list>
-#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "com/automation.h"
 #include "com/variant.h"
@@ -50,7 +50,11 @@ class LateBound {
 
   Ref<IDispatch> object_;
   Ref<IDispatch> script_;  // set when the object belongs to a script engine
-  mutable std::map<std::wstring, DISPID, std::less<>> ids_;
+  struct Known {
+    std::wstring member;
+    DISPID id;
+  };
+  mutable std::vector<Known> known_;  // few: a search looks at each
 };
 
 /// Typed by-reference arguments for LateBound calls. The variable must outlive the call.

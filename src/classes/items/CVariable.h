@@ -46,6 +46,12 @@ class CVariable final : public AutomationObject<CVariable> {
 
   std::wstring_view key() const { return key_; }
   const Variant& list_id() const { return list_id_; }
+  const Variant& value() const { return value_; }
+  bool dirty() const { return dirty_; }
+  short parent_variable() const { return parent_variable_; }
+  short decimals() const { return decimals_; }
+  short unit_id() const { return unit_id_; }
+  short dimension_id() const { return dimension_id_; }
 
  private:
   // There are very many variables: members are small, and in an order that leaves no gaps.

@@ -12,6 +12,7 @@
 namespace pv {
 
 struct TechnicianNote;
+class VariableReader;
 
 AUTOMATION_CLASS(CTxm)
 
@@ -141,9 +142,9 @@ class CTxm final : public AutomationObject<CTxm> {
 
   Variant shown_value(_CItem* item, short variable, short unit, short decimals,
                       ShowModeTypes display, bool period_as_decimal, bool show_meaning) const;
-  Variant meaning(const Ref<_CVariable>& variable, ShowModeTypes display, bool show_meaning) const;
+  Variant meaning(const VariableReader& variable, ShowModeTypes display, bool show_meaning) const;
   void enter_value(_CItem* item, short variable, short unit, const VARIANT& value) const;
-  short dimension_of(_CItem* item, const Ref<_CVariable>& variable) const;
+  short dimension_of(_CItem* item, const VariableReader& variable) const;
   std::optional<Resolved> resolve(_CItem* item, short parent) const;
   long selected_item_id(_CItem* selector) const;
   Ref<_CUnit> unit_of(_CItem* item, short variable, short unit) const;

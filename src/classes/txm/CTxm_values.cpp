@@ -1,7 +1,11 @@
 // SPDX-FileCopyrightText: the pvItems32 authors
 // SPDX-License-Identifier: MIT
 
+#include "classes/items/CItem.h"
+#include "classes/items/CVariables.h"
+#include "classes/items/variable_reader.h"
 #include "classes/txm/CTxm.h"
+#include "classes/units/CDimensions.h"
 #include "com/call.h"
 #include "com/lenient.h"
 #include "core/items/data_type.h"
@@ -30,14 +34,20 @@ Ref<_CVariable> variable_at(const Ref<_CVariables>& variables, long position) {
 }
 
 // Out of range, an index means the first variable.
-Ref<_CVariable> variable_of(_CItem* item, long index) {
+VariableReader variable_of(_CItem* item, long index) {
+  if (const auto own = CItem::from_interface(item)) {
+    if (const auto variables = CVariables::from_interface(own->variables().get())) {
+      const auto& list = variables->list();
+      return VariableReader(list.at(index >= 1 && index <= list.size() ? index : 1));
+    }
+  }
   const auto variables = result_of(item, &_CItem::get_Variables);
   const long count = result_of(variables, &_CVariables::get_Count);
-  return variable_at(variables, index >= 1 && index <= count ? index : 1);
+  return VariableReader(variable_at(variables, index >= 1 && index <= count ? index : 1));
 }
 
-bool has_list(const Ref<_CVariable>& variable) {
-  const Variant list_id = result_of(variable, &_CVariable::get_ListID);
+bool has_list(const VariableReader& variable) {
+  const Variant list_id = variable.list_id();
   double number = 0;
   attempt([&] { number = to_double(list_id); });
   return number > 0;
@@ -50,6 +60,17 @@ Ref<_CDListMember> member_of(const Ref<_CDLists>& lists, const VARIANT& list_id,
   return result_of(members, &_CDListMembers::get_Item, Variant(to_text(value)));
 }
 
+Bstr text_in_unit(const Ref<_CDimensions>& dimensions, const Variant& value, short dimension,
+                  short unit, short decimals, ShowModeTypes display, bool dirty) {
+  if (const auto own = CDimensions::from_interface(dimensions.get())) {
+    return own->shown(value, Variant(dimension), Variant(unit), decimals, display, dirty);
+  }
+  Variant shown_decimals(decimals);
+  return text_result_of(dimensions.get(), &_CDimensions::ToUnit, value, Variant(dimension),
+                        Variant(unit), &shown_decimals, display,
+                        dirty ? VARIANT_TRUE : VARIANT_FALSE);
+}
+
 Bstr with_period(Bstr text) {
   const auto comma = view_of(text).find(L',');
   if (comma != std::wstring_view::npos) static_cast<BSTR>(text)[comma] = L'.';
@@ -58,15 +79,14 @@ Bstr with_period(Bstr text) {
 
 }  // namespace
 
-Variant CTxm::meaning(const Ref<_CVariable>& variable, ShowModeTypes display,
+Variant CTxm::meaning(const VariableReader& variable, ShowModeTypes display,
                       bool show_meaning) const {
-  Variant value = result_of(variable, &_CVariable::get_Value);
+  Variant value = variable.value();
   if (!shows_value(display)) return without_value(display);
   if (!show_meaning) return value;
   Variant shown = value;  // a code without a meaning shows as it is
   attempt([&] {
-    const auto member =
-        member_of(server_.lists(), result_of(variable, &_CVariable::get_ListID), value);
+    const auto member = member_of(server_.lists(), variable.list_id(), value);
     shown = Variant(result_of(member, &_CDListMember::get_Caption));
   });
   return shown;
@@ -77,15 +97,13 @@ Variant CTxm::shown_value(_CItem* item, short index, short unit, short decimals,
   const auto variable = variable_of(item, index);
   const short dimension = dimension_of(item, variable);
   if (has_list(variable)) return meaning(variable, display, show_meaning);
-  const Variant value = result_of(variable, &_CVariable::get_Value);
+  const Variant value = variable.value();
   if (dimension == edimNone) return shows_value(display) ? value : without_value(display);
 
-  const short shown_unit = unit == kOwnUnit ? result_of(variable, &_CVariable::get_UnitID) : unit;
-  Variant shown_decimals(decimals == kOwnDecimals ? result_of(variable, &_CVariable::get_Decimals)
-                                                  : decimals);
-  Bstr text = text_result_of(server_.dimensions().get(), &_CDimensions::ToUnit, value,
-                             Variant(dimension), Variant(shown_unit), &shown_decimals, display,
-                             result_of(variable, &_CVariable::get_Dirty));
+  const short shown_unit = unit == kOwnUnit ? variable.unit_id() : unit;
+  const short shown_decimals = decimals == kOwnDecimals ? variable.decimals() : decimals;
+  Bstr text = text_in_unit(server_.dimensions(), value, dimension, shown_unit, shown_decimals,
+                           display, variable.dirty());
   return Variant(period_as_decimal ? with_period(std::move(text)) : std::move(text));
 }
 
@@ -93,12 +111,13 @@ STDMETHODIMP CTxm::get_ItemValue(_CItem* item, short variable, short unit, short
                                  ShowModeTypes display, VARIANT_BOOL period_as_decimal,
                                  VARIANT_BOOL show_meaning, VARIANT* result) noexcept {
   return method_with_result(result, [&] {
-    Variant shown(L"");  // also of a value that has no table or of a variable that does not exist
-    attempt([&] {
+    Variant shown;
+    const bool is_known = attempt([&] {
       shown = shown_value(item, variable, unit, decimals, display,
                           period_as_decimal != VARIANT_FALSE, show_meaning != VARIANT_FALSE);
     });
-    return shown;
+    // Empty: a value that has no table, or of a variable that does not exist.
+    return is_known ? std::move(shown) : Variant(L"");
   });
 }
 
@@ -107,14 +126,15 @@ void CTxm::enter_value(_CItem* item, short index, short unit, const VARIANT& ent
   const short dimension = dimension_of(item, variable);
   Variant value = dereferenced(entered);
   if (dimension == edimNone) {
-    call(variable, &_CVariable::put_Value, value);
+    call(variable.variable(), &_CVariable::put_Value, value);
     return;
   }
-  const short entered_unit = unit == kOwnUnit ? result_of(variable, &_CVariable::get_UnitID) : unit;
-  if (data_class(result_of(variable, &_CVariable::get_DataType)) == DataClass::kNumeric) {
+  const short entered_unit = unit == kOwnUnit ? variable.unit_id() : unit;
+  if (data_class(result_of(variable.variable(), &_CVariable::get_DataType)) ==
+      DataClass::kNumeric) {
     value = Variant(lenient_number_text(value, decimal_separator()));
   }
-  call(variable, &_CVariable::put_Value,
+  call(variable.variable(), &_CVariable::put_Value,
        result_of(server_.dimensions(), &_CDimensions::ToBase, value, Variant(dimension),
                  Variant(entered_unit)));
 }
@@ -127,12 +147,11 @@ STDMETHODIMP CTxm::put_ItemValue(_CItem* item, short variable, short unit, short
 // The item that a selector's value chooses, by its number or through its display list.
 long CTxm::selected_item_id(_CItem* selector) const {
   const auto variable = variable_of(selector, 1);
-  const Variant value = result_of(variable, &_CVariable::get_Value);
+  const Variant value = variable.value();
   if (!has_list(variable)) return to_short(value);
   short id = 0;
   attempt([&] {
-    const auto member =
-        member_of(server_.lists(), result_of(variable, &_CVariable::get_ListID), value);
+    const auto member = member_of(server_.lists(), variable.list_id(), value);
     id = lenient_integer<short>(result_of(member, &_CDListMember::get_Tag));
   });
   return id;
@@ -152,13 +171,12 @@ std::optional<CTxm::Resolved> CTxm::resolve(_CItem* item, short parent) const {
       parent > 0 && result_of(source, &_CItem::get_Dimension, short{1}) == VARIANT_TRUE;
   if (is_selector) source = item_with_id(selected_item_id(source.get()));
   const auto variable = variable_of(source.get(), 1);
-  return Resolved{result_of(variable, &_CVariable::get_DimensionID),
-                  result_of(variable, &_CVariable::get_UnitID)};
+  return Resolved{variable.dimension_id(), variable.unit_id()};
 }
 
 // What is found by reference is kept in the variable, for the display and for later calls.
-short CTxm::dimension_of(_CItem* item, const Ref<_CVariable>& variable) const {
-  const short parent = result_of(variable, &_CVariable::get_ParentVariable);
+short CTxm::dimension_of(_CItem* item, const VariableReader& variable) const {
+  const short parent = variable.parent();
   std::optional<Resolved> found;
   // By way of a variable: g++ lets a call that throws write into what it would be assigned to.
   if (parent != 0) {
@@ -168,10 +186,10 @@ short CTxm::dimension_of(_CItem* item, const Ref<_CVariable>& variable) const {
     });
   }
   if (found) {
-    call(variable, &_CVariable::put_DimensionID, found->dimension);
-    call(variable, &_CVariable::put_UnitID, found->unit);
+    call(variable.variable(), &_CVariable::put_DimensionID, found->dimension);
+    call(variable.variable(), &_CVariable::put_UnitID, found->unit);
   }
-  return result_of(variable, &_CVariable::get_DimensionID);
+  return variable.dimension_id();
 }
 
 STDMETHODIMP CTxm::get_ItemDimID(_CItem* item, short variable, short* result) noexcept {
@@ -184,7 +202,8 @@ STDMETHODIMP CTxm::get_ItemDimID(_CItem* item, short variable, short* result) no
 
 STDMETHODIMP CTxm::put_ItemDimID(_CItem* item, short variable, short value) noexcept {
   return method([&] {
-    attempt([&] { call(variable_of(item, variable), &_CVariable::put_DimensionID, value); });
+    attempt(
+        [&] { call(variable_of(item, variable).variable(), &_CVariable::put_DimensionID, value); });
     attempt([&] { call(items(), &_CItems::put_Changed, VARIANT_TRUE); });
   });
 }
@@ -192,7 +211,7 @@ STDMETHODIMP CTxm::put_ItemDimID(_CItem* item, short variable, short value) noex
 Ref<_CUnit> CTxm::unit_of(_CItem* item, short index, short unit) const {
   const auto variable = variable_of(item, index);
   const short dimension = dimension_of(item, variable);
-  const short wanted = unit == kOwnUnit ? result_of(variable, &_CVariable::get_UnitID) : unit;
+  const short wanted = unit == kOwnUnit ? variable.unit_id() : unit;
   const auto found = result_of(server_.dimensions(), &_CDimensions::get_Item, Variant(dimension));
   return result_of(result_of(found, &_CDimension::get_Units), &_CUnits::get_Item, Variant(wanted));
 }

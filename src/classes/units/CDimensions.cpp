@@ -117,12 +117,21 @@ STDMETHODIMP CDimensions::List(BSTR* result) noexcept {
   });
 }
 
-Ref<_CUnit> CDimensions::find_unit(const VARIANT& dimension, const VARIANT& unit) const {
-  Ref<_CUnit> found;
+// Units of our own are reached without the way through their interfaces.
+CDimensions::FoundUnit CDimensions::unit_in(const Ref<_CUnits>& units, const VARIANT& unit) {
+  if (const auto own = CUnits::from_interface(units.get())) {
+    const Ref<CUnit>& found = own->at(unit);
+    return {found, found.get()};
+  }
+  return {result_of(units, &_CUnits::get_Item, unit)};
+}
+
+CDimensions::FoundUnit CDimensions::find_unit(const VARIANT& dimension, const VARIANT& unit) const {
+  FoundUnit found;
   attempt([&] {
     const Ref<_CUnits> units = at(dimension)->units();
-    attempt([&] { found = result_of(units, &_CUnits::get_Item, unit); });
-    if (!found) found = result_of(units, &_CUnits::get_Item, Variant(1L));
+    attempt([&] { found = unit_in(units, unit); });
+    if (!found.unit) found = unit_in(units, Variant(1L));
   });
   return found;
 }
@@ -130,29 +139,33 @@ Ref<_CUnit> CDimensions::find_unit(const VARIANT& dimension, const VARIANT& unit
 STDMETHODIMP CDimensions::ToUnit(VARIANT value, VARIANT dimension, VARIANT unit, VARIANT* decimals,
                                  ShowModeTypes mode, VARIANT_BOOL dirty, BSTR* result) noexcept {
   return method_with_result(result, [&] {
-    const bool is_dirty = dirty != VARIANT_FALSE;
-    const Ref<_CUnit> found = find_unit(dimension, unit);
-    const long wanted = decimals_wanted(decimals);
-    if (!found) return Bstr(is_dirty && mode == smValueOnly ? L"?" : L"");
-    const auto number = shows_value(mode, is_dirty) ? number_in(value) : std::optional(0.0);
-    // The text is built on the stack: the only allocation is the result itself.
-    std::array<std::byte, 256> room;  // NOLINT(cppcoreguidelines-pro-type-member-init)
-    std::pmr::monotonic_buffer_resource memory(room.data(), room.size());
-    std::pmr::wstring text(&memory);
-    attempt([&] {
-      if (number) {
-        text = format_in_unit(*number, record_for(found, mode), wanted, mode, is_dirty,
-                              decimal_separator(), &memory);
-      }
-    });
-    return Bstr(text);
+    return shown(value, dimension, unit, decimals_wanted(decimals), mode, dirty != VARIANT_FALSE);
   });
+}
+
+Bstr CDimensions::shown(const VARIANT& value, const VARIANT& dimension, const VARIANT& unit,
+                        long decimals, ShowModeTypes mode, bool dirty) const {
+  const FoundUnit found = find_unit(dimension, unit);
+  if (!found.unit) return Bstr(dirty && mode == smValueOnly ? L"?" : L"");
+  const auto number = shows_value(mode, dirty) ? number_in(value) : std::optional(0.0);
+  // The text is built on the stack: the only allocation is the result itself.
+  std::array<std::byte, 256> space;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+  std::pmr::monotonic_buffer_resource memory(space.data(), space.size());
+  std::pmr::wstring text(&memory);
+  const auto show_in = [&](const UnitRecord& unit_shown) {
+    text = format_in_unit(*number, unit_shown, decimals, mode, dirty, decimal_separator(), &memory);
+  };
+  attempt([&] {
+    if (!number) return;
+    found.own ? show_in(found.own->record()) : show_in(record_for(found.unit, mode));
+  });
+  return Bstr(text);
 }
 
 STDMETHODIMP CDimensions::ToBase(VARIANT value, VARIANT dimension, VARIANT unit,
                                  VARIANT* result) noexcept {
   return method_with_result(result, [&] {
-    const Ref<_CUnit> found = find_unit(dimension, unit);
+    const Ref<_CUnit> found = find_unit(dimension, unit).unit;
     const auto number = number_in(value);
     Variant base;
     attempt([&] {
@@ -165,7 +178,7 @@ STDMETHODIMP CDimensions::ToBase(VARIANT value, VARIANT dimension, VARIANT unit,
 }
 
 STDMETHODIMP CDimensions::GetUnitObject(VARIANT dimension, VARIANT unit, _CUnit** result) noexcept {
-  return method_with_result(result, [&] { return find_unit(dimension, unit); });
+  return method_with_result(result, [&] { return find_unit(dimension, unit).unit; });
 }
 
 STDMETHODIMP CDimensions::ChangeTitle(short index, BSTR new_name, VARIANT_BOOL* result) noexcept {
