@@ -57,7 +57,9 @@ Ref<_CDimensions> make_dimensions(int count, int units) {
 }
 
 std::wstring scratch_file(std::wstring_view name) {
-  return test::scratch_folder() + std::wstring(name);
+  wchar_t folder[MAX_PATH];
+  const bool given = GetEnvironmentVariableW(L"PV_BENCH_FOLDER", folder, ARRAYSIZE(folder)) > 0;
+  return (given ? std::wstring(folder) + L"\\" : test::scratch_folder()) + std::wstring(name);
 }
 
 std::string read_bytes(const std::wstring& file) {

@@ -30,6 +30,8 @@ Ref<_CItems> make_items(int count, int variables);
 /// Dimensions of `units` units each.
 Ref<_CDimensions> make_dimensions(int count, int units);
 
+/// In the folder that the environment variable PV_BENCH_FOLDER names, one of a memory file system
+/// for the best, else in a temporary one.
 std::wstring scratch_file(std::wstring_view name);
 std::string read_bytes(const std::wstring& file);
 
