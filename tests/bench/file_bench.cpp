@@ -3,7 +3,7 @@
 
 // Settings files: loading against the platform's way to read such files, saving, and growth.
 #include <algorithm>
-#include <filesystem>
+#include <stdexcept>
 
 #include "tests/bench/subject.h"
 
@@ -91,34 +91,8 @@ void write_and_rename(const std::wstring& path, const std::string& bytes) {
   }
 }
 
-// A folder of its own in memory, where the system has such a file system, so that the disk does not
-// count; else the usual one.
-class FastFolder {
- public:
-  FastFolder() {
-    std::error_code missing;
-    if (!std::filesystem::is_directory(kMemory, missing)) return;
-    own_ = kMemory / (L"pv_bench." + std::to_wstring(GetCurrentProcessId()));
-    std::filesystem::create_directory(own_);
-  }
-  FastFolder(const FastFolder&) = delete;
-  FastFolder& operator=(const FastFolder&) = delete;
-  ~FastFolder() {
-    std::error_code ignored;
-    if (!own_.empty()) std::filesystem::remove_all(own_, ignored);
-  }
-  std::wstring file(std::wstring_view name) const {
-    return own_.empty() ? scratch_file(name) : (own_ / name).wstring();
-  }
-
- private:
-  const std::filesystem::path kMemory = L"Z:\\dev\\shm";
-  std::filesystem::path own_;
-};
-
 void measure_save(Report& report, const Ref<_CItems>& items, const std::string& bytes) {
-  const FastFolder folder;
-  const std::wstring ours = folder.file(L"save.itm"), theirs = folder.file(L"other.itm");
+  const std::wstring ours = scratch_file(L"save.itm"), theirs = scratch_file(L"other.itm");
   report.ratio(
       "save 10,000 items x 4 variables", "the same bytes, new file renamed",
       compare({[&] { save_items(items, ours); }}, {[&] { write_and_rename(theirs, bytes); }}), 2);
