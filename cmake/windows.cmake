@@ -62,6 +62,19 @@ function(compile_idl idl)
     COMMENT "Writing ${name}.h")
 endfunction()
 
+# Writes the dispatch tables of the contract in <idl>: <name>_dispatch.cpp and <name>_dispatch.h in the folder of
+# generated files.
+function(make_dispatch_tables idl)
+  get_filename_component(name ${idl} NAME_WE)
+  set(base ${PV_GENERATED_DIR}/${name})
+  set(writer ${CMAKE_SOURCE_DIR}/tools/make_dispatch.py)
+  add_custom_command(
+    OUTPUT ${base}_dispatch.cpp ${base}_dispatch.h
+    COMMAND Python3::Interpreter ${writer} ${idl} ${base}
+    DEPENDS ${idl} ${writer} ${CMAKE_SOURCE_DIR}/tools/contract.py
+    COMMENT "Writing the dispatch tables of ${name}.idl")
+endfunction()
+
 # What nearly every file of a target starts with, compiled once. The compiler then no longer knows
 # the platform's headers from ours and warns of bounds inside them, where short literals are copied.
 function(precompile target)

@@ -38,10 +38,13 @@ endfunction()
 # The automation layer is tested with a class of its own, whose type library the program carries.
 add_windows_tests(abi)
 compile_idl(${CMAKE_CURRENT_SOURCE_DIR}/abi/probe.idl)
+make_dispatch_tables(${CMAKE_CURRENT_SOURCE_DIR}/abi/probe.idl)
 set_source_files_properties(abi/probe.rc PROPERTIES OBJECT_DEPENDS ${PV_GENERATED_DIR}/probe.tlb)
 set_source_files_properties(${PV_GENERATED_DIR}/probe_i.c PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+set(dispatch_tables ${PV_GENERATED_DIR}/probe_dispatch.cpp ${PV_GENERATED_DIR}/pvItems32_dispatch.cpp)
+set_source_files_properties(${dispatch_tables} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
 target_sources(abi_tests PRIVATE abi/probe.rc ${PV_GENERATED_DIR}/probe.h
-  ${PV_GENERATED_DIR}/probe_i.c)
+  ${PV_GENERATED_DIR}/probe_i.c ${dispatch_tables})
 
 set_source_files_properties(abi/addresses_test.cpp PROPERTIES COMPILE_DEFINITIONS
   PV_PROCESSOR="${CMAKE_SYSTEM_PROCESSOR}")

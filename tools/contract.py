@@ -4,7 +4,7 @@
 """Reads the published contract, an IDL file, into plain Python objects.
 
 Everything that is made of the contract besides the type library starts here: the reference, the
-manifest, the help texts of enumeration values, the bindings of other languages.
+manifest, the dispatch tables, the help texts of enumeration values, the bindings of other languages.
 """
 
 import re
@@ -222,13 +222,13 @@ class Parser:
         values = self.separated(self.value, "}")
         self.take(name)
         self.take(";")
-        return Enumeration(name, attributes["uuid"], attributes["helpstring"], values)
+        return Enumeration(name, attributes["uuid"], attributes.get("helpstring", ""), values)
 
     def value(self):
         attributes = self.attributes()
         name = self.take()
         self.take("=")
-        return Value(name, number_of([self.take()]), attributes["helpstring"])
+        return Value(name, number_of([self.take()]), attributes.get("helpstring", ""))
 
     def interface(self, name, attributes, kind):
         is_source = kind == "dispinterface"
@@ -244,7 +244,7 @@ class Parser:
         members = []
         while not self.taken("}"):
             members.append(self.member())
-        return Interface(name, attributes["uuid"], attributes["helpstring"], is_source, members)
+        return Interface(name, attributes["uuid"], attributes.get("helpstring", ""), is_source, members)
 
     def member(self):
         attributes = self.attributes()
@@ -256,7 +256,7 @@ class Parser:
         kinds = [kind for kind in ("propget", "propput", "propputref") if kind in attributes]
         return Member(
             name, kinds[0] if kinds else "method", number_of([attributes["id"]]),
-            attributes["helpstring"], "restricted" in attributes,
+            attributes.get("helpstring", ""), "restricted" in attributes,
             [parameter for parameter in parameters if not parameter.is_result],
             next((parameter for parameter in parameters if parameter.is_result), None))
 
@@ -271,7 +271,7 @@ class Parser:
         return Parameter(words[-1], " ".join(words[:-1]), pointers, attributes)
 
     def coclass(self, attributes):
-        found = CoClass(self.take(), attributes["uuid"], attributes["helpstring"], None)
+        found = CoClass(self.take(), attributes["uuid"], attributes.get("helpstring", ""), None)
         self.take("{")
         while not self.taken("}"):
             role = self.attributes()

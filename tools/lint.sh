@@ -59,7 +59,7 @@ tidy_core() { tidy -p build/lint -- "${core[@]}"; }
 # compiler's own headers stay away: clang has its own.
 tidy_windows() {
   local folder options=(--extra-arg=--target=i686-w64-windows-gnu
-    --extra-arg=-Wno-unknown-warning-option "--extra-arg=-isystem$PWD/tools/lint")
+    --extra-arg=-Wno-unknown-warning-option)
   while read -r folder; do
     options+=("--extra-arg=-isystem$folder")
   done < <(i686-w64-mingw32-g++-posix -E -v -x c++ /dev/null 2>&1 |

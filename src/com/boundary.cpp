@@ -11,12 +11,8 @@
 namespace pv {
 namespace {
 
-// "virtual HRESULT pv::CItems::get_Count(long int*)" becomes "Count".
-std::wstring member_name(const char* function) {
-  std::string_view name(function);
-  name = name.substr(0, name.find('('));
-  if (const auto colon = name.rfind(':'); colon != std::string_view::npos)
-    name.remove_prefix(colon + 1);
+// "get_Count" becomes "Count".
+std::wstring member_name(std::string_view name) {
   for (std::string_view prefix : {"get_", "putref_", "put_"}) {
     if (name.starts_with(prefix)) {
       name.remove_prefix(prefix.size());

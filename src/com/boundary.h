@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <source_location>
 #include <utility>
 
 #include "com/automation.h"
@@ -13,7 +12,8 @@
 namespace pv {
 
 /// Turns the exception that is being handled into an HRESULT and the thread's error information.
-/// `class_name` and `function` say which member failed. This is the only such place.
+/// `class_name` and `function`, the name of the C++ function, say which member failed. This is the
+/// only such place.
 HRESULT report_current_exception(const wchar_t* class_name, const char* function) noexcept;
 
 /// Reports a null out-pointer.

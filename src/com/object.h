@@ -21,7 +21,6 @@
 //
 // and in its source file: template ClassEntry class_entry<CGauge>();
 
-#include <source_location>
 #include <utility>
 
 #include "com/automation.h"
@@ -29,9 +28,9 @@
 #include "com/dispatch/invoke.h"
 #include "com/floating_point.h"
 #include "com/module.h"
+#include "com/object_services.h"
 #include "com/result.h"
 #include "com/simple_object.h"
-#include "com/type_library.h"
 
 namespace pv {
 
@@ -40,6 +39,7 @@ namespace pv {
 ///   Coclass    the name that stands for its CLSID, `::CItems`
 ///   Events     the interface of its events, `__CItems`, if it has any
 ///   kName      "CItems": the ProgID without the name of the library
+///   members()  of the default interface; the build makes kMembersOfCItems of the contract
 template <class Class>
 struct Contract;
 
@@ -104,21 +104,15 @@ class AutomationObject : public Contract<Derived>::Interface,
     if (!info) return E_POINTER;
     *info = nullptr;
     if (index != 0) return DISP_E_BADINDEX;
-    return guarded(kName, "GetTypeInfo",
-                   [&] { *info = own_type_info(__uuidof(Interface)).detach(); });
+    return get_type_info(kName, "GetTypeInfo", __uuidof(Interface), info);
   }
   STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-    if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
-    const DispatchTable* table = dispatch_table();
-    return table ? ids_of_names(*table, names, count, ids) : E_OUTOFMEMORY;
+    return ids_of_names(Contract<Derived>::members(), iid, names, count, ids);
   }
   STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* argument_error) override {
-    const DispatchTable* table = dispatch_table();
-    if (!table) return E_OUTOFMEMORY;
-    const Ref<Derived> alive(static_cast<Derived*>(this));
-    return invoke(static_cast<Interface*>(this), *table, id, iid, flags, parameters, result,
-                  exception, argument_error);
+    return invoke(static_cast<Interface*>(this), Contract<Derived>::members(), id, iid, flags,
+                  parameters, result, exception, argument_error);
   }
 
   // ISupportErrorInfo
@@ -128,19 +122,10 @@ class AutomationObject : public Contract<Derived>::Interface,
 
   // IProvideClassInfo2
   STDMETHODIMP GetClassInfo(ITypeInfo** info) override {
-    if (!info) return E_POINTER;
-    *info = nullptr;
-    return guarded(kName, "GetClassInfo",
-                   [&] { *info = own_type_info(__uuidof(Coclass)).detach(); });
+    return get_type_info(kName, "GetClassInfo", __uuidof(Coclass), info);
   }
   STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override {
-    if (!guid) return E_POINTER;
-    *guid = GUID_NULL;
-    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
-    const IID* source = Derived::source_interface();
-    if (!source) return E_NOINTERFACE;
-    *guid = *source;
-    return S_OK;
+    return get_events_id(Derived::source_interface(), kind, guid);
   }
 
   AutomationObject(const AutomationObject&) = delete;
@@ -150,65 +135,56 @@ class AutomationObject : public Contract<Derived>::Interface,
   static const IID* source_interface() { return nullptr; }
 
  protected:
-  using Location = std::source_location;
-
   AutomationObject() { add_living_object(); }
   ~AutomationObject() { remove_living_object(); }
 
   void* find_interface(REFIID iid) {
-    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface) ||
-        iid == __uuidof(Coclass)) {
-      return static_cast<Interface*>(this);
+    switch (served_interface(iid, __uuidof(Interface), __uuidof(Coclass))) {
+      case Served::kMembers:
+        return static_cast<Interface*>(this);
+      case Served::kErrorInfo:
+        return static_cast<ISupportErrorInfo*>(this);
+      case Served::kClassInfo:
+        return static_cast<IProvideClassInfo2*>(this);
+      default:
+        return nullptr;
     }
-    if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
-    if (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2) {
-      return static_cast<IProvideClassInfo2*>(this);
-    }
-    return nullptr;
   }
 
   /// The body of a method without result.
   template <class Body>
-  HRESULT method(Body&& body, const Location& where = Location::current()) noexcept {
-    return guarded(kName, where.function_name(), std::forward<Body>(body));
+  HRESULT method(Body&& body, const char* member = __builtin_FUNCTION()) noexcept {
+    return guarded(kName, member, std::forward<Body>(body));
   }
 
   /// The body of a method whose result goes to `out`: cleared first, set when all worked.
   template <class Out, class Body>
   HRESULT method_with_result(Out* out, Body&& body,
-                             const Location& where = Location::current()) noexcept {
-    return with_result(out, body, where, [&](auto&& whole) { return method(whole, where); });
+                             const char* member = __builtin_FUNCTION()) noexcept {
+    return with_result(out, body, member, [&](auto&& whole) { return method(whole, member); });
   }
 
   /// The same for bodies that compute with no floating-point numbers: they run in the host's own
   /// floating-point state, which is not worth a look then. Conversions of values are allowed.
   template <class Body>
-  HRESULT plain_method(Body&& body, const Location& where = Location::current()) noexcept {
-    return guarded_plain(kName, where.function_name(), std::forward<Body>(body));
+  HRESULT plain_method(Body&& body, const char* member = __builtin_FUNCTION()) noexcept {
+    return guarded_plain(kName, member, std::forward<Body>(body));
   }
   template <class Out, class Body>
   HRESULT plain_method_with_result(Out* out, Body&& body,
-                                   const Location& where = Location::current()) noexcept {
-    return with_result(out, body, where, [&](auto&& whole) { return plain_method(whole, where); });
+                                   const char* member = __builtin_FUNCTION()) noexcept {
+    return with_result(out, body, member,
+                       [&](auto&& whole) { return plain_method(whole, member); });
   }
 
  private:
   friend Interface;
 
   template <class Out, class Body, class Run>
-  static HRESULT with_result(Out* out, Body& body, const Location& where, Run&& run) noexcept {
-    if (!out) return report_null_pointer(kName, where.function_name());
+  static HRESULT with_result(Out* out, Body& body, const char* member, Run&& run) noexcept {
+    if (!out) return report_null_pointer(kName, member);
     clear_result(out);
     return run([&] { set_result(out, body()); });
-  }
-
-  static const DispatchTable* dispatch_table() noexcept {
-    try {
-      static const DispatchTable table(__uuidof(Interface));
-      return &table;
-    } catch (...) {
-      return nullptr;
-    }
   }
 
   ReferenceCount references_;
@@ -227,24 +203,28 @@ ClassEntry class_entry() {
 
 /// Declares a class of the contract, before its definition. The IDL compiler's header calls the
 /// default interface `_Name`, the events `__Name`, and the CLSID `::Name`, in the global namespace.
-#define AUTOMATION_CLASS(Name)                         \
-  class Name;                                          \
-  template <>                                          \
-  struct Contract<Name> {                              \
-    using Interface = _##Name;                         \
-    using Coclass = ::Name;                            \
-    static constexpr const wchar_t* kName = L## #Name; \
+#define AUTOMATION_CLASS(Name)                                         \
+  class Name;                                                          \
+  extern const DispatchTable kMembersOf##Name;                         \
+  template <>                                                          \
+  struct Contract<Name> {                                              \
+    using Interface = _##Name;                                         \
+    using Coclass = ::Name;                                            \
+    static constexpr const wchar_t* kName = L## #Name;                 \
+    static const DispatchTable& members() { return kMembersOf##Name; } \
   };
 
 /// The same for a class that raises events.
-#define AUTOMATION_CLASS_WITH_EVENTS(Name)             \
-  class Name;                                          \
-  template <>                                          \
-  struct Contract<Name> {                              \
-    using Interface = _##Name;                         \
-    using Coclass = ::Name;                            \
-    using Events = __##Name;                           \
-    static constexpr const wchar_t* kName = L## #Name; \
+#define AUTOMATION_CLASS_WITH_EVENTS(Name)                             \
+  class Name;                                                          \
+  extern const DispatchTable kMembersOf##Name;                         \
+  template <>                                                          \
+  struct Contract<Name> {                                              \
+    using Interface = _##Name;                                         \
+    using Coclass = ::Name;                                            \
+    using Events = __##Name;                                           \
+    static constexpr const wchar_t* kName = L## #Name;                 \
+    static const DispatchTable& members() { return kMembersOf##Name; } \
   };
 
 /// A property that is only stored: the published name, the published type, the field.

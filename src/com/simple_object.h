@@ -19,15 +19,19 @@ class ReferenceCount {
   template <class Object>
   ULONG release(Object* object) {
     const long left = --count_;
-    if (left == 0) {
-      const FloatingPointScope masked;
-      count_ = 1;  // a reference taken and dropped while dying must not start over
-      delete object;
-    }
+    if (left == 0) destroy(object);
     return static_cast<ULONG>(left);
   }
 
  private:
+  // Apart, so that the many who release share it.
+  template <class Object>
+  [[gnu::noinline]] void destroy(Object* object) {
+    const FloatingPointScope masked;
+    count_ = 1;  // a reference taken and dropped while dying must not start over
+    delete object;
+  }
+
   std::atomic<long> count_{0};
 };
 

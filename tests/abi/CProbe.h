@@ -16,12 +16,15 @@ namespace test {
 class CProbe;
 }
 
+extern const DispatchTable kMembersOfProbe;
+
 template <>
 struct Contract<test::CProbe> {
   using Interface = _Probe;
   using Coclass = ::Probe;
   using Events = __Probe;
   static constexpr const wchar_t* kName = L"CProbe";
+  static const DispatchTable& members() { return kMembersOfProbe; }
 };
 
 namespace test {

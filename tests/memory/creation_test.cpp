@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: the pvItems32 authors
 // SPDX-License-Identifier: MIT
 
-// What is made once: objects of every class, and the tables of their members.
+// What is made once: objects of every class, and what their callers get.
 
 #include <gtest/gtest.h>
 
-#include "com/dispatch/dispatch_table.h"
 #include "com/module.h"
 #include "com/type_library.h"
 #include "pvItems32.h"
@@ -54,33 +53,27 @@ TEST(CreatingAnObject, TakesItsMemoryOrLeavesNothing) {
   }
 }
 
-// The tables are cached: a missing name would be missing as long as the library is loaded.
-TEST(TheTableOfMembers, IsMadeWholeOrNotAtAll) {
-  const Ref<ITypeLib> library = own_type_library();  // loaded before and all the time
-  for (const ClassInfo& each : classes_of(library.get())) {
-    SCOPED_TRACE(printable(each.name));
-    const IID iid = each.interface_type.attributes().guid;
-    const auto functions = functions_of(each.interface_type);
-    make_with_each_failing([&](long failing) {
-      std::optional<DispatchTable> table;
-      try {
-        const FailingMemory memory(failing);
-        table.emplace(iid);
-      } catch (const std::bad_alloc&) {
-        return false;
+// What calls by name have to know of a class is a part of the library.
+TEST(LookingUpNames, TakesNoMemory) {
+  const Ref<ITypeLib> types = own_type_library();
+  const auto classes = classes_of(types.get());
+  for (const ClassEntry& entry : library().classes) {
+    SCOPED_TRACE(printable(entry.name));
+    const std::wstring name(entry.name);
+    const ClassInfo& each = class_named(classes, std::string(name.begin(), name.end()));
+    Ref<IDispatch> object;
+    ASSERT_EQ(entry.create(IID_IDispatch, reinterpret_cast<void**>(object.put())), S_OK);
+    for (const FunctionInfo& function : functions_of(each.interface_type)) {
+      auto* text = const_cast<LPOLESTR>(function.name().c_str());
+      DISPID id = DISPID_UNKNOWN;
+      HRESULT found = S_OK;
+      {
+        const FailingMemory memory(1);
+        found = object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id);
       }
-      for (const FunctionInfo& function : functions) {
-        const DISPID id = function.description().memid;
-        EXPECT_EQ(table->id_of(function.name()), id) << printable(function.name());
-        const auto inputs = function.inputs();
-        for (std::size_t i = 0; i < inputs.size(); ++i) {
-          if (inputs[i].name.empty()) continue;
-          EXPECT_EQ(table->parameter_id(id, inputs[i].name), static_cast<DISPID>(i))
-              << printable(inputs[i].name);
-        }
-      }
-      return true;
-    });
+      EXPECT_EQ(found, S_OK) << printable(function.name());
+      EXPECT_EQ(id, function.description().memid) << printable(function.name());
+    }
   }
 }
 

@@ -114,9 +114,9 @@ class CTxm final : public AutomationObject<CTxm> {
   // A host may release its last reference within a call: in an event or while the server answers.
   template <class Out, class Body>
   HRESULT method_with_result(Out* out, Body&& body,
-                             const Location& where = Location::current()) noexcept {
+                             const char* member = __builtin_FUNCTION()) noexcept {
     const Ref<_CTxm> alive(this);
-    return AutomationObject::method_with_result(out, std::forward<Body>(body), where);
+    return AutomationObject::method_with_result(out, std::forward<Body>(body), member);
   }
 
   bool is_modem() const;

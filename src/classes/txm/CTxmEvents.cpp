@@ -35,7 +35,7 @@ enum Event : DISPID {
 }  // namespace
 
 template <class... A>
-HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const Location& where,
+HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const char* member,
                           A... arguments) noexcept {
   return plain_method_with_result(
       result,
@@ -43,25 +43,25 @@ HRESULT CTxmEvents::raise(VARIANT* result, DISPID event, const Location& where,
         fire_plain(event, arguments...);
         return Variant();
       },
-      where);
+      member);
 }
 
 HRESULT CTxmEvents::raise_text(VARIANT* result, DISPID event, BSTR* text,
-                               const Location& where) noexcept {
+                               const char* member) noexcept {
   return plain_method_with_result(
       result,
       [&] {
         fire_plain(event, ref(*required(text)));
         return Variant();
       },
-      where);
+      member);
 }
 
 // Listeners see the object as automation object; one that they put in its place must be of the
 // same class.
 template <class I>
 HRESULT CTxmEvents::raise_object(VARIANT* result, DISPID event, I** object,
-                                 const Location& where) noexcept {
+                                 const char* member) noexcept {
   return plain_method_with_result(
       result,
       [&] {
@@ -70,11 +70,11 @@ HRESULT CTxmEvents::raise_object(VARIANT* result, DISPID event, I** object,
         argument.hand_back();
         return Variant();
       },
-      where);
+      member);
 }
 
 STDMETHODIMP CTxmEvents::RaiseTransmitterRemoved(short index, VARIANT* result) noexcept {
-  return raise(result, kTransmitterRemoved, Location::current(), ref(index));
+  return raise(result, kTransmitterRemoved, __builtin_FUNCTION(), ref(index));
 }
 STDMETHODIMP CTxmEvents::RaiseTransmitterAdded(_CTxm** txm, VARIANT* result) noexcept {
   return raise_object(result, kTransmitterAdded, txm);
@@ -98,16 +98,16 @@ STDMETHODIMP CTxmEvents::RaiseAutoConnect(BSTR com_settings, VARIANT* result) no
   });
 }
 STDMETHODIMP CTxmEvents::RaiseFinished(VARIANT* result) noexcept {
-  return raise(result, kFinished, Location::current());
+  return raise(result, kFinished, __builtin_FUNCTION());
 }
 STDMETHODIMP CTxmEvents::RaiseSending(VARIANT* result) noexcept {
-  return raise(result, kSending, Location::current());
+  return raise(result, kSending, __builtin_FUNCTION());
 }
 STDMETHODIMP CTxmEvents::RaiseReceiving(VARIANT* result) noexcept {
-  return raise(result, kReceiving, Location::current());
+  return raise(result, kReceiving, __builtin_FUNCTION());
 }
 STDMETHODIMP CTxmEvents::RaiseTimeOut(VARIANT* result) noexcept {
-  return raise(result, kTimeOut, Location::current());
+  return raise(result, kTimeOut, __builtin_FUNCTION());
 }
 STDMETHODIMP CTxmEvents::RaiseHistoryChanged(_CComHistory** history, VARIANT* result) noexcept {
   return raise_object(result, kHistoryChanged, history);
@@ -131,7 +131,7 @@ STDMETHODIMP CTxmEvents::RaiseAnswerError(short* code, BSTR* text, VARIANT* resu
   });
 }
 STDMETHODIMP CTxmEvents::RaiseOnTimeInterrupt(VARIANT* result) noexcept {
-  return raise(result, kOnTimeInterrupt, Location::current());
+  return raise(result, kOnTimeInterrupt, __builtin_FUNCTION());
 }
 STDMETHODIMP CTxmEvents::RaiseOnWindowList(BSTR* new_id, WindowListTypes mode, BSTR* old_id,
                                            VARIANT* result) noexcept {

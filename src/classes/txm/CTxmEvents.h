@@ -34,12 +34,12 @@ class CTxmEvents final : public EventSource<AutomationObject<CTxmEvents>> {
 
  private:
   template <class... A>
-  HRESULT raise(VARIANT* result, DISPID event, const Location& where, A... arguments) noexcept;
+  HRESULT raise(VARIANT* result, DISPID event, const char* member, A... arguments) noexcept;
   HRESULT raise_text(VARIANT* result, DISPID event, BSTR* text,
-                     const Location& where = Location::current()) noexcept;
+                     const char* member = __builtin_FUNCTION()) noexcept;
   template <class I>
   HRESULT raise_object(VARIANT* result, DISPID event, I** object,
-                       const Location& where = Location::current()) noexcept;
+                       const char* member = __builtin_FUNCTION()) noexcept;
 };
 
 }  // namespace pv

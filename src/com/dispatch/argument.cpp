@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "com/default_member.h"
+#include "core/text/ascii.h"
 
 namespace pv {
 namespace {
@@ -20,40 +21,40 @@ HRESULT as_dispatch_error(HRESULT result) {
 }  // namespace
 
 const void* plain_argument(const VARIANT* source, const Parameter& parameter) {
-  if (parameter.by_ref || parameter.is_interface() || parameter.type == VT_VARIANT) return nullptr;
+  if (parameter.by_ref() || parameter.is_interface() || parameter.type() == VT_VARIANT) {
+    return nullptr;
+  }
   const VARIANT* const inner = source ? &innermost(*source) : nullptr;
-  if (inner && inner->vt == parameter.type) return &inner->lVal;
-  const bool omitted = !inner || is_missing(*inner);
-  return omitted && parameter.default_value ? &parameter.default_value->lVal : nullptr;
+  if (inner && inner->vt == parameter.type()) return &inner->lVal;
+  return !inner || is_missing(*inner) ? parameter.plain_default() : nullptr;
 }
 
 std::size_t Argument::words_of(const Parameter& parameter) {
-  return parameter.by_ref ? 1 : CallWords::words_of(size_of(parameter.type));
+  return parameter.by_ref() ? 1 : CallWords::words_of(size_of(parameter.type()));
 }
 
 HRESULT Argument::bind(const VARIANT* source, const Parameter& parameter) {
-  parameter_ = &parameter;
+  parameter_ = parameter;
   passed_ = made_value();
   if (!source || is_missing(innermost(*source))) return bind_default();
-  return parameter.by_ref ? bind_by_reference(*source) : bind_by_value(innermost(*source));
+  return parameter.by_ref() ? bind_by_reference(*source) : bind_by_value(innermost(*source));
 }
 
 void Argument::bind_result(const Parameter& parameter) {
-  parameter_ = &parameter;
+  parameter_ = parameter;
   passed_ = made_value();
-  if (!is_variant()) made_.vt = parameter.type;
+  if (!is_variant()) made_.vt = parameter.type();
 }
 
 HRESULT Argument::bind_default() {
-  if (!parameter_->optional) return DISP_E_PARAMNOTOPTIONAL;
-  if (parameter_->default_text) {
-    made_ = Variant(*parameter_->default_text);
-  } else if (parameter_->default_value) {
-    made_ = Variant(*parameter_->default_value);
+  if (!parameter_.optional()) return DISP_E_PARAMNOTOPTIONAL;
+  if (const auto text = parameter_.default_text()) {
+    made_ = Variant(std::wstring_view(widen_ascii(*text)));
   } else if (is_variant()) {
     made_ = Variant::missing();
   } else {
-    made_.vt = parameter_->type;
+    made_.vt = parameter_.type();
+    if (const std::int32_t* value = parameter_.plain_default()) made_.lVal = *value;
   }
   return S_OK;
 }
@@ -67,7 +68,7 @@ HRESULT Argument::bind_by_reference(const VARIANT& source) {
     passed_ = &inner;
     return S_OK;
   }
-  if (inner.vt == (VT_BYREF | parameter_->type) && !parameter_->is_interface()) {
+  if (inner.vt == (VT_BYREF | parameter_.type()) && !parameter_.is_interface()) {
     passed_ = inner.byref;
     return S_OK;
   }
@@ -84,9 +85,9 @@ HRESULT Argument::bind_by_value(const VARIANT& value) {
 }
 
 HRESULT Argument::make(const VARIANT& value) {
-  if (parameter_->is_interface()) return make_object(value);
+  if (parameter_.is_interface()) return make_object(value);
   if (is_variant()) return VariantCopyInd(&made_, const_cast<VARIANT*>(&value));
-  return as_dispatch_error(change_type(made_, value, parameter_->type));
+  return as_dispatch_error(change_type(made_, value, parameter_.type()));
 }
 
 HRESULT Argument::make_object(const VARIANT& value) {
@@ -98,9 +99,9 @@ HRESULT Argument::make_object(const VARIANT& value) {
     return DISP_E_TYPEMISMATCH;
   }
   void* wanted = nullptr;
-  if (object && FAILED(object->QueryInterface(parameter_->iid, &wanted)))
+  if (object && FAILED(object->QueryInterface(parameter_.iid(), &wanted)))
     return DISP_E_TYPEMISMATCH;
-  made_.vt = parameter_->type;
+  made_.vt = parameter_.type();
   made_.punkVal = static_cast<IUnknown*>(wanted);
   return S_OK;
 }
@@ -113,10 +114,10 @@ bool Argument::changed() const {
 }
 
 void Argument::push_to(CallWords& words) const {
-  if (parameter_->by_ref) {
+  if (parameter_.by_ref()) {
     words.push(passed_);
   } else {
-    words.push_value(passed_, size_of(parameter_->type));
+    words.push_value(passed_, size_of(parameter_.type()));
   }
 }
 

@@ -50,9 +50,9 @@ class Argument {
 
   /// What the parameter points to, or holds, when it gets the value that was made for the call.
   void* made_value() { return is_variant() ? static_cast<void*>(&made_) : &made_.lVal; }
-  bool is_variant() const { return parameter_->type == VT_VARIANT; }
+  bool is_variant() const { return parameter_.type() == VT_VARIANT; }
 
-  const Parameter* parameter_ = nullptr;
+  Parameter parameter_;
   Variant made_;                     // of the parameter's type
   const void* passed_ = nullptr;     // the value that the member gets, or may change
   const VARIANT* origin_ = nullptr;  // the variable that a changed value goes back to, if any

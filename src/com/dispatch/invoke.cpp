@@ -29,7 +29,7 @@ class Arguments {
 
   // Surplus and badly named arguments are refused, with their index.
   HRESULT validate(UINT* argument_error) const {
-    const std::size_t expected = member_.parameters.size() - (names_new_value() ? 1 : 0);
+    const std::size_t expected = member_.parameter_count() - (names_new_value() ? 1 : 0);
     const UINT positional = given_.cArgs - given_.cNamedArgs;
     if (positional > expected) {
       return argument_failed(DISP_E_BADPARAMCOUNT, static_cast<UINT>(given_.cArgs - 1 - expected),
@@ -37,7 +37,7 @@ class Arguments {
     }
     for (UINT i = 0; i < given_.cNamedArgs; ++i) {
       const std::size_t parameter = parameter_named(given_.rgdispidNamedArgs[i]);
-      bool fits = parameter >= positional && parameter < member_.parameters.size();
+      bool fits = parameter >= positional && parameter < member_.parameter_count();
       for (UINT k = 0; k < i; ++k) {
         fits = fits && parameter_named(given_.rgdispidNamedArgs[k]) != parameter;
       }
@@ -63,7 +63,7 @@ class Arguments {
  private:
   // The new value of a property is its last parameter; no parameter has the place SIZE_MAX.
   std::size_t parameter_named(DISPID name) const {
-    if (name == DISPID_PROPERTYPUT && member_.is_put()) return member_.parameters.size() - 1;
+    if (name == DISPID_PROPERTYPUT && member_.is_put()) return member_.parameter_count() - 1;
     return name < 0 ? SIZE_MAX : static_cast<std::size_t>(name);
   }
 
@@ -130,19 +130,19 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
   const Arguments arguments(member, given);
   if (const HRESULT valid = arguments.validate(argument_error); FAILED(valid)) return valid;
 
-  const std::size_t count = member.parameters.size();
+  const std::size_t count = member.parameter_count();
   if (count > BoundArguments::kMost) return E_UNEXPECTED;
   BoundArguments bound;
   Argument result_value;
   CallWords words;
   words.push(object);
   for (std::size_t i = 0; i < count; ++i) {
-    const Parameter& parameter = member.parameters[i];
+    const Parameter parameter = member.parameter(i);
     const std::optional<UINT> index = arguments.index_of(i);
     const VARIANT* const source = arguments.at(index);
     if (!words.has_room_for(Argument::words_of(parameter) + 1)) return E_UNEXPECTED;
     if (const void* plain = plain_argument(source, parameter)) {
-      words.push_value(plain, size_of(parameter.type));
+      words.push_value(plain, size_of(parameter.type()));
       continue;
     }
     Argument& argument = bound.add(index);
@@ -151,23 +151,23 @@ HRESULT call_member(void* object, const Member& member, const DISPPARAMS& given,
     if (FAILED(binding)) return argument_failed(binding, index.value_or(0), argument_error);
     argument.push_to(words);
   }
-  if (member.result) {
-    result_value.bind_result(*member.result);
+  if (member.has_result()) {
+    result_value.bind_result(member.result());
     result_value.push_to(words);
   }
 
-  const HRESULT called = call_vtable(object, member.slot, words);
+  const HRESULT called = call_vtable(object, member.slot(), words);
   if (FAILED(called)) return fill_exception(called, exception);
 
   if (const HRESULT written = bound.write_back(argument_error); FAILED(written)) return written;
-  if (result && member.result) *result = result_value.take();
+  if (result && member.has_result()) *result = result_value.take();
   return S_OK;
 }
 
 // "Variables(2)" on a property without parameters means the default member of its result.
 bool means_default_of_result(const Member& member, const DISPPARAMS& given) {
-  return member.kind == INVOKE_PROPERTYGET && member.parameters.empty() && given.cArgs > 0 &&
-         member.result && member.result->type == VT_DISPATCH;
+  return member.kind() == INVOKE_PROPERTYGET && member.parameter_count() == 0 && given.cArgs > 0 &&
+         member.has_result() && member.result().type() == VT_DISPATCH;
 }
 
 HRESULT invoke_default_of_result(void* object, const Member& member, DISPPARAMS* given,
@@ -187,34 +187,32 @@ HRESULT invoke_default_of_result(void* object, const Member& member, DISPPARAMS*
 
 }  // namespace
 
-HRESULT ids_of_names(const DispatchTable& table, LPOLESTR* names, UINT count,
+HRESULT ids_of_names(const DispatchTable& table, REFIID iid, LPOLESTR* names, UINT count,
                      DISPID* ids) noexcept {
+  if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
   if (!names || !ids) return E_POINTER;
   if (count == 0) return E_INVALIDARG;
-  try {
-    ids[0] = names[0] ? table.id_of(names[0]) : DISPID_UNKNOWN;
-    bool all_known = ids[0] != DISPID_UNKNOWN;
-    for (UINT i = 1; i < count; ++i) {
-      ids[i] = ids[0] != DISPID_UNKNOWN && names[i] ? table.parameter_id(ids[0], names[i])
-                                                    : DISPID_UNKNOWN;
-      all_known = all_known && ids[i] != DISPID_UNKNOWN;
-    }
-    return all_known ? S_OK : DISP_E_UNKNOWNNAME;
-  } catch (...) {
-    return E_OUTOFMEMORY;
+  ids[0] = names[0] ? table.id_of(names[0]) : DISPID_UNKNOWN;
+  bool all_known = ids[0] != DISPID_UNKNOWN;
+  for (UINT i = 1; i < count; ++i) {
+    ids[i] = ids[0] != DISPID_UNKNOWN && names[i] ? table.parameter_id(ids[0], names[i])
+                                                  : DISPID_UNKNOWN;
+    all_known = all_known && ids[i] != DISPID_UNKNOWN;
   }
+  return all_known ? S_OK : DISP_E_UNKNOWNNAME;
 }
 
-HRESULT invoke(void* object, const DispatchTable& table, DISPID id, REFIID iid, WORD flags,
+HRESULT invoke(IDispatch* object, const DispatchTable& table, DISPID id, REFIID iid, WORD flags,
                DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                UINT* argument_error) noexcept {
+  const Ref<IUnknown> alive(object);
   if (result) result->vt = VT_EMPTY;
   if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
   DISPPARAMS none{};
   DISPPARAMS* given = parameters ? parameters : &none;
   if (given->cNamedArgs > given->cArgs) return DISP_E_BADPARAMCOUNT;
   try {
-    const Member* member = table.find(id, flags);
+    const std::optional<Member> member = table.find(id, flags);
     if (!member) return DISP_E_MEMBERNOTFOUND;
     if (means_default_of_result(*member, *given)) {
       return invoke_default_of_result(object, *member, given, result, exception, argument_error);
