@@ -94,7 +94,7 @@ add_windows_tests(hostile)
 
 # The library as a part of the program: all its allocations go through the program's own functions.
 add_windows_tests(memory)
-target_link_libraries(memory_tests PRIVATE pv_library pv_resources)
+target_link_libraries(memory_tests PRIVATE pv_library_fast pv_library pv_resources)
 
 # Server and simulated transmitter over a serial line.
 add_windows_tests(serial)
