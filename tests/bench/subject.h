@@ -54,6 +54,9 @@ void measure_exchanges(Report& report);
 void measure_events(Report& report);
 void measure_statistics(Report& report);
 void measure_memory(Report& report);
+void measure_cold(Report& report);
+/// One measurement that needs a process of its own, in nanoseconds; measure_cold starts it.
+unsigned measure_in_this_process(const std::wstring& what);
 /// Of sixteen simulated transmitters that answer at every baud rate, as tests/support/line_host.h
 /// has them.
 void measure_lines(Report& report, const std::wstring& counts_folder);
