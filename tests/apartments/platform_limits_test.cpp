@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: the pvItems32 authors
 // SPDX-License-Identifier: MIT
 
-// What platforms do with any object of another apartment, where the tests of the library have to
-// look away. Each is shown with an object that is not the library's. Where a limit is not known to
-// be gone from any platform, one without it fails here: then the tests that name it can ask for
-// more.
+// What this platform does with any object of another apartment, where the tests of the library have
+// to look away. Each is shown with an object that is not the library's. A platform without these
+// limits fails here: then the tests that name them can ask for more.
 
 #include "tests/apartments/apartment.h"
 #include "tests/apartments/platform.h"
@@ -41,9 +40,9 @@ TEST(PlatformLimits, ClassObjectsOfHostedClassesAreKept) {
   EXPECT_TRUE(platform_keeps_class_objects());
 }
 
-// Some platforms' listener waits for one more handle with each apartment that others have called,
-// and ends with the sixty-fourth: whoever makes the next one hangs. The program of these tests runs
-// in several parts therefore, and this test, which may hang, by itself.
+// Its listener waits for one more handle with each apartment that others have called, and ends with
+// the sixty-fourth: whoever makes the next one hangs. The program of these tests runs in several
+// parts therefore, and this test, which hangs, by itself.
 TEST_F(PlatformLimit, DISABLED_AProcessHasManyApartments) {
   constexpr int kMany = 70;
   for (int i = 0; i < kMany; ++i) {
