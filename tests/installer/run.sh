@@ -260,8 +260,9 @@ start_clean() {
   start_wine
 }
 
-# Keys that every system in use has. Whoever is the first creates them, and they stay.
-common_keys() {
+# Folders and keys that every system in use has. Whoever is the first creates them, and they stay.
+common_places() {
+  mkdir -p "$drive/windows/Installer" "$(dirname "$(on_drive "${windows_folder[user]}")")"
   local key
   for key in 'HKCU\Software\Classes\'{CLSID,Interface,TypeLib} \
     'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall'; do
@@ -281,7 +282,7 @@ make_tool() { # <name>
 }
 
 prepare() {
-  make_tool dump_registry && make_tool hold_file && start_clean && common_keys &&
+  make_tool dump_registry && make_tool hold_file && start_clean && common_places &&
     use_script_hosts && state before && reference machine && reference user /n /i:user &&
     sed "s/${windows_folder[user]//\\/\\\\}/${windows_folder[machine]//\\/\\\\}/" \
       "$scratch/user.expected" >"$scratch/unpacked_user.expected"
