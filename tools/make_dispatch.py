@@ -39,10 +39,11 @@ HEAD = """// Made by tools/make_dispatch.py of {source}: not to be edited.
 
 def hash_of(name):
     """hash_ascii of src/core/text/ascii.h, of a name in small letters."""
-    value = 2166136261
+    value = 0
     for character in name:
-        value = (value ^ ord(character)) * 16777619 & 0xFFFFFFFF
-    return value
+        value = (value << 5 | value >> 27) & 0xFFFFFFFF ^ ord(character)
+    spread = value * 0x9E3779B1 & 0xFFFFFFFF
+    return spread ^ spread >> 16
 
 
 class Texts:

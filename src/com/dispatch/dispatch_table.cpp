@@ -9,19 +9,24 @@ namespace pv {
 namespace {
 
 // Member names are ASCII: any other character matches nothing.
-bool is_name(std::wstring_view name, const char* small) {
-  for (const wchar_t c : name) {
-    if (*small == '\0' || lower_ascii(c) != static_cast<unsigned char>(*small)) return false;
-    ++small;
+bool is_name(const wchar_t* name, const char* small) {
+  for (; *small != '\0'; ++name, ++small) {
+    if (lower_ascii(*name) != static_cast<unsigned char>(*small)) return false;
   }
-  return *small == '\0';
+  return *name == L'\0';
+}
+
+std::size_t hash_of(const wchar_t* name) {
+  HashAscii hash;
+  for (; *name != L'\0'; ++name) hash.add(*name);
+  return hash.value();
 }
 
 }  // namespace
 
-DISPID DispatchTable::id_of(std::wstring_view name) const {
+DISPID DispatchTable::id_of(const wchar_t* name) const {
   const std::size_t mask = names_size - 1u;
-  for (std::size_t at = hash_ascii(name) & mask; names[at].name != 0; at = (at + 1) & mask) {
+  for (std::size_t at = hash_of(name) & mask; names[at].name != 0; at = (at + 1) & mask) {
     if (is_name(name, pool.texts + names[at].name)) return names[at].id;
   }
   return DISPID_UNKNOWN;
@@ -32,7 +37,7 @@ const KindsData* DispatchTable::kinds_of(DISPID id) const {
   return &kinds[id - kLowestId];
 }
 
-DISPID DispatchTable::parameter_id(DISPID id, std::wstring_view name) const {
+DISPID DispatchTable::parameter_id(DISPID id, const wchar_t* name) const {
   const KindsData* found = kinds_of(id);
   if (!found) return DISPID_UNKNOWN;
   for (const std::uint8_t place : found->places) {

@@ -113,10 +113,10 @@ struct DispatchTable {
   static constexpr DISPID kLowestId = DISPID_NEWENUM;
 
   /// DISPID_UNKNOWN when there is no such member. Case does not count.
-  DISPID id_of(std::wstring_view name) const;
+  DISPID id_of(const wchar_t* name) const;
 
   /// Position of a named parameter of a member, DISPID_UNKNOWN when there is none.
-  DISPID parameter_id(DISPID member, std::wstring_view name) const;
+  DISPID parameter_id(DISPID member, const wchar_t* name) const;
 
   /// The member that an invocation means: puts match puts of either kind, a get may be called as
   /// a method and the other way round.

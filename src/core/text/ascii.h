@@ -7,6 +7,7 @@
 // core/list/key_case.h.
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -44,15 +45,19 @@ inline bool same_ascii(std::wstring_view a, std::wstring_view b) {
 }
 
 /// A number that is the same for texts that differ only by the case of their ASCII letters, in one
-/// pass over the characters.
+/// pass over the characters. What each of them adds is quick; the end spreads it over all bits.
 class HashAscii {
  public:
-  void add(wchar_t c) { hash_ = (hash_ ^ static_cast<std::uint32_t>(lower_ascii(c))) * kPrime; }
-  std::size_t value() const { return hash_; }
+  void add(wchar_t c) {
+    hash_ = std::rotl(hash_, 5) ^ static_cast<std::uint32_t>(lower_ascii(c));
+  }
+  std::size_t value() const {
+    const std::uint32_t spread = hash_ * 0x9E3779B1u;
+    return spread ^ spread >> 16;
+  }
 
  private:
-  static constexpr std::uint32_t kPrime = 16777619u;
-  std::uint32_t hash_ = 2166136261u;  // FNV-1a
+  std::uint32_t hash_ = 0;
 };
 
 inline std::size_t hash_ascii(std::wstring_view text) {
