@@ -48,9 +48,7 @@ inline bool same_ascii(std::wstring_view a, std::wstring_view b) {
 /// pass over the characters. What each of them adds is quick; the end spreads it over all bits.
 class HashAscii {
  public:
-  void add(wchar_t c) {
-    hash_ = std::rotl(hash_, 5) ^ static_cast<std::uint32_t>(lower_ascii(c));
-  }
+  void add(wchar_t c) { hash_ = std::rotl(hash_, 5) ^ static_cast<std::uint32_t>(lower_ascii(c)); }
   std::size_t value() const {
     const std::uint32_t spread = hash_ * 0x9E3779B1u;
     return spread ^ spread >> 16;
