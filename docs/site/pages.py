@@ -25,7 +25,7 @@ from make_reference import (access, by_name, default_text, escaped, parameter_te
 from picture import picture  # noqa: E402
 
 GUIDES = ["README.md", "CHANGELOG.md", "CONTRIBUTING.md", "SECURITY.md", "docs/*.md", "examples/*README.md"]
-NOT_GUIDES = ("docs/examples/", "docs/site/", "docs/reference.md", "docs/performance_notes.md")
+NOT_GUIDES = ("docs/examples/", "docs/site/", "docs/reference.md")
 
 HOSTS = "docs/hosts/"
 GUIDES_IN_ORDER = ["docs/using", "docs/installing", "docs/server_contract", "docs/dialogs", "docs/symbols", "docs/performance"]
@@ -71,6 +71,8 @@ CHANGELOG
 CONTRIBUTING
 SECURITY
 docs/architecture
+docs/performance_notes
+docs/performance_64
 examples/data/README
 examples/fluxor_server/README
 examples/simulator/README
