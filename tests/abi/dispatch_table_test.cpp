@@ -100,15 +100,16 @@ void expect_found_by_name(const DispatchTable& table, const TypeInfo& owner,
                           const FunctionInfo& function) {
   const DISPID id = function.description().memid;
   std::wstring name = function.name();
-  EXPECT_EQ(table.id_of(name), id);
+  EXPECT_EQ(table.id_of(name.c_str()), id);
   for (wchar_t& c : name) c = upper_ascii(c);
-  EXPECT_EQ(table.id_of(name), id);
-  EXPECT_EQ(table.id_of(name + L'\x130'), DISPID_UNKNOWN);
-  EXPECT_EQ(table.id_of(name.substr(1)), DISPID_UNKNOWN);
+  EXPECT_EQ(table.id_of(name.c_str()), id);
+  EXPECT_EQ(table.id_of((name + L'\x130').c_str()), DISPID_UNKNOWN);
+  EXPECT_EQ(table.id_of(name.substr(1).c_str()), DISPID_UNKNOWN);
   const PlatformNames names(owner, id);
   for (std::size_t i = 0; i < function.inputs().size(); ++i) {
     if (names.at(i + 1).empty()) continue;
-    EXPECT_EQ(table.parameter_id(id, names.at(i + 1)), static_cast<DISPID>(i));
+    EXPECT_EQ(table.parameter_id(id, std::wstring(names.at(i + 1)).c_str()),
+              static_cast<DISPID>(i));
   }
 }
 
