@@ -9,6 +9,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 output=${1:-build/docs}
+# The index of the search keeps the order of Python's sets, which differs from run to run otherwise.
+export PYTHONHASHSEED=0
 sources=$output/sources
 
 # sphinx <builder> <folder> <options...>: warnings, such as broken references, are errors.
