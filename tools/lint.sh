@@ -79,8 +79,8 @@ analyse() {
 
 # The newest release of the change log is the version that is built.
 has_release() {
-  local version
-  version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+  local version package_output package_name package_root
+  . tools/version.sh
   [ "$(sed -n 's/^## \[\([0-9.]*\)\].*/\1/p' CHANGELOG.md | head -n 1)" = "$version" ]
 }
 

@@ -8,10 +8,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-output=build/package
-version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-name=pvItems32-$version
-root=$output/$name
+# shellcheck source=tools/version.sh
+. tools/version.sh
+output=$package_output name=$package_name root=$package_root
 time=$(stat -c %Y "$root/x86/pvItems32.dll")
 
 sha256() { sha256sum "$1" | cut -d ' ' -f 1; }

@@ -9,10 +9,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-output=build/package
-version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-name=pvItems32-$version
-root=$output/$name
+# shellcheck source=tools/version.sh
+. tools/version.sh
+output=$package_output name=$package_name root=$package_root
 # The time of everything that is packed: that of the last change.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
 export SOURCE_DATE_EPOCH

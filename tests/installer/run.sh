@@ -13,9 +13,9 @@ PV_WINEPREFIX=$PWD/build/wine-installer PV_BITS=64
 . tests/wanted.sh
 
 tests=${1:-*}
-version=$(sed -n 's/^project(pvItems32 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+. tools/version.sh
 older=0.9.0
-root=$PWD/build/package/pvItems32-$version
+root=$PWD/$package_root
 scratch=$(mktemp -d)
 trap 'stop_wine; rm -rf "$scratch"' EXIT
 USER=${USER:-$(id -un)}
